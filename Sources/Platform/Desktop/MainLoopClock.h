@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Platform/Clock.h"
+
+#include <QObject>
+
+/// Real time and the event loop of the thread that made it.
+class MainLoopClock final : public Clock {
+public:
+    Date now() const override;
+    void post(std::function<void()> work) override;
+    void callAfter(double seconds, std::function<void()> work) override;
+    void block(double seconds) override;
+
+private:
+    QObject m_context;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Platform/FileURL.h"
+
+#include <QByteArray>
+
+#include <optional>
+
+/// The file system as the program asks for it. Any thread may call it.
+class FileManager {
+public:
+    virtual ~FileManager() = default;
+
+    /// Whether something is at `path`; links are followed.
+    virtual bool fileExists(const QString &path) const = 0;
+
+    /// Whether the user may execute what is at `path`; folders pass.
+    virtual bool isExecutableFile(const QString &path) const = 0;
+
+    /// Creates the folder and its missing parents, private to the user. An existing folder is success. Throws
+    /// SystemError.
+    virtual void createDirectory(const FileURL &url) = 0;
+
+    /// The whole content of a file. Throws SystemError.
+    virtual QByteArray contents(const FileURL &url) const = 0;
+
+    /// The user's folder for application data; absent when the system names none. It need not exist.
+    virtual std::optional<FileURL> applicationSupportDirectory() const = 0;
+
+    /// A folder for temporary files that only the user can enter.
+    virtual FileURL temporaryDirectory() const = 0;
+
+    virtual FileURL currentDirectory() const = 0;
+};

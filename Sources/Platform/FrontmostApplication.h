@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// The application that has the focus.
+struct FrontApplication {
+    std::optional<QString> localizedName;
+    std::optional<QString> bundleIdentifier;
+
+    friend bool operator==(const FrontApplication &, const FrontApplication &) = default;
+};
+
+/// Tells which application has the focus.
+class FrontmostApplication {
+public:
+    virtual ~FrontmostApplication() = default;
+
+    /// The application in front now; absent when nothing has the focus or it cannot be told.
+    virtual std::optional<FrontApplication> current() = 0;
+};

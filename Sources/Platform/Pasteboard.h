@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <utility>
+#include <vector>
+
+/// One thing on the clipboard in all its representations, in the owner's order.
+struct PasteboardItem {
+    std::vector<std::pair<QString, QByteArray>> representations;
+
+    friend bool operator==(const PasteboardItem &, const PasteboardItem &) = default;
+};
+
+/// The clipboard. Every operation takes a bounded time; what could not be read by then is left out. Main
+/// thread only.
+class Pasteboard {
+public:
+    virtual ~Pasteboard() = default;
+
+    /// What is there now; items without any readable representation are left out.
+    virtual std::vector<PasteboardItem> items() = 0;
+
+    /// Replaces the content by a dictated text, marked so that clipboard managers do not keep it.
+    virtual void setDictatedText(const QString &text) = 0;
+
+    /// Replaces the content by `items`, unmarked.
+    virtual void setItems(const std::vector<PasteboardItem> &items) = 0;
+};

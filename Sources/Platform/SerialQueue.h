@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+/// A named thread that runs the work it is given, one piece after the other, in the order it came.
+///
+/// The thread starts with the first piece. Destruction runs what is still queued, then joins; it must not
+/// happen on the queue's own thread.
+class SerialQueue {
+public:
+    /// `label` names the thread for debuggers and logs.
+    explicit SerialQueue(QString label);
+    ~SerialQueue();
+
+    /// Queues `work` and returns at once. Any thread.
+    void async(std::function<void()> work);
+
+    /// Queues `work` and waits until it has run; an exception of `work` reaches the caller. Not from the
+    /// queue's own thread, where it would wait for itself.
+    void sync(const std::function<void()> &work);
+
+private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};

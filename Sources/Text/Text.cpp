@@ -1,0 +1,109 @@
+#include "Text/Text.h"
+
+#include <QLocale>
+
+#include <unicode/brkiter.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
+namespace {
+bool isTrimmedAway(char32_t codePoint) {
+    if ((codePoint >= 0x0A && codePoint <= 0x0D) || codePoint == 0x09 || codePoint == 0x85)
+        return true;
+    return (U_GET_GC_MASK(UChar32(codePoint)) & U_GC_Z_MASK) != 0;
+}
+
+icu::UnicodeString aliased(const QString &text) {
+    return icu::UnicodeString(false, reinterpret_cast<const char16_t *>(text.utf16()), int32_t(text.size()));
+}
+
+QString fromICU(const icu::UnicodeString &text) {
+    return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());
+}
+
+std::unique_ptr<icu::BreakIterator> characterBreaks(const icu::UnicodeString &text) {
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::BreakIterator> breaks(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    breaks->setText(text);
+    return breaks;
+}
+
+template <typename Predicate>
+qint64 countCodePoints(const QString &text, Predicate predicate) {
+    const icu::UnicodeString codeUnits = aliased(text);
+    qint64 count = 0;
+    for (int32_t index = 0; index < codeUnits.length(); index = codeUnits.moveIndex32(index, 1))
+        count += predicate(codeUnits.char32At(index)) ? 1 : 0;
+    return count;
+}
+} // namespace
+
+namespace Text {
+
+// All characters of the set lie in the basic plane, so code units can be looked at one by one.
+QString trimmed(const QString &text) {
+    qsizetype start = 0;
+    qsizetype end = text.size();
+    while (start < end && isTrimmedAway(text[start].unicode()))
+        ++start;
+    while (end > start && isTrimmedAway(text[end - 1].unicode()))
+        --end;
+    return text.mid(start, end - start);
+}
+
+QString lowerCased(const QString &text) {
+    icu::UnicodeString result(aliased(text));
+    return fromICU(result.toLower(icu::Locale::getRoot()));
+}
+
+QString upperCased(const QString &text) {
+    icu::UnicodeString result(aliased(text));
+    return fromICU(result.toUpper(icu::Locale::getRoot()));
+}
+
+qint64 characterCount(const QString &text) {
+    const icu::UnicodeString codeUnits = aliased(text);
+    const auto breaks = characterBreaks(codeUnits);
+    qint64 count = 0;
+    while (breaks->next() != icu::BreakIterator::DONE)
+        ++count;
+    return count;
+}
+
+QString firstCharacters(const QString &text, qint64 count) {
+    const icu::UnicodeString codeUnits = aliased(text);
+    const auto breaks = characterBreaks(codeUnits);
+    int32_t end = 0;
+    for (qint64 index = 0; index < count; ++index) {
+        const int32_t next = breaks->next();
+        if (next == icu::BreakIterator::DONE)
+            break;
+        end = next;
+    }
+    return text.left(end);
+}
+
+qint64 alphanumericCount(const QString &text) {
+    return countCodePoints(text, [](UChar32 codePoint) {
+        return (U_GET_GC_MASK(codePoint) & (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) != 0;
+    });
+}
+
+qint64 wordCount(const QString &text) {
+    bool isInsideWord = false;
+    return countCodePoints(text, [&isInsideWord](UChar32 codePoint) {
+        const bool wasInsideWord = isInsideWord;
+        isInsideWord = !u_isUWhiteSpace(codePoint);
+        return isInsideWord && !wasInsideWord;
+    });
+}
+
+QString shortestDecimal(double number) {
+    const QString digits = QString::number(number, 'g', QLocale::FloatingPointShortest);
+    return digits.contains(u'.') || digits.contains(u'e') || digits.contains(u'n')
+        ? digits
+        : digits + QStringLiteral(".0");
+}
+
+} // namespace Text

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "TolmiApp/RawValue.h"
+
+/// The looks that can be chosen. Stored texts match in any case; an unknown one means the dark look.
+enum class AppAppearance {
+    System,
+    Light,
+    Dark,
+};
+
+template <>
+struct RawValues<AppAppearance> {
+    static constexpr std::array table {
+        std::pair { AppAppearance::System, QLatin1String("system") },
+        std::pair { AppAppearance::Light, QLatin1String("light") },
+        std::pair { AppAppearance::Dark, QLatin1String("dark") },
+    };
+    static constexpr AppAppearance fallback = AppAppearance::Dark;
+};

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+/// What the dictation flow is doing.
+class DictationState {
+    Q_GADGET
+    Q_PROPERTY(Kind kind READ kind CONSTANT)
+    Q_PROPERTY(QString message READ message CONSTANT)
+
+public:
+    enum class Kind {
+        /// Nothing happens.
+        Idle,
+        /// The microphone is captured.
+        Recording,
+        /// The first transcription pass runs.
+        Transcribing,
+        /// The heavier second pass runs.
+        OptimizingQuality,
+        /// A text refiner runs.
+        Refining,
+        /// The text is put into the front application.
+        Pasting,
+        /// A dictation has finished.
+        Done,
+        /// Something went wrong; message() says what.
+        Error,
+    };
+    Q_ENUM(Kind)
+
+    DictationState() = default;
+    /// Any state but the error, which needs its message.
+    DictationState(Kind kind)
+        : m_kind(kind) { }
+
+    /// The error state with a text that is already in the user's language.
+    static DictationState error(QString message) {
+        DictationState state(Kind::Error);
+        state.m_message = std::move(message);
+        return state;
+    }
+
+    Kind kind() const { return m_kind; }
+    /// The text of an error; empty in every other state.
+    const QString &message() const { return m_message; }
+
+    friend bool operator==(const DictationState &, const DictationState &) = default;
+
+private:
+    Kind m_kind = Kind::Idle;
+    QString m_message;
+};
+Q_DECLARE_METATYPE(DictationState)

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "TolmiApp/RawValue.h"
+
+/// The avatars that come with the program; the stored text is the name of the symbol that draws each.
+enum class ProfileAvatarPreset {
+    Person,
+    Work,
+    Spark,
+    Voice,
+};
+
+template <>
+struct RawValues<ProfileAvatarPreset> {
+    static constexpr std::array table {
+        std::pair { ProfileAvatarPreset::Person, QLatin1String("person.crop.circle.fill") },
+        std::pair { ProfileAvatarPreset::Work, QLatin1String("briefcase.circle.fill") },
+        std::pair { ProfileAvatarPreset::Spark, QLatin1String("sparkles") },
+        std::pair { ProfileAvatarPreset::Voice, QLatin1String("waveform.circle.fill") },
+    };
+    static constexpr ProfileAvatarPreset fallback = ProfileAvatarPreset::Person;
+};

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QLatin1String>
+#include <QString>
+
+#include <array>
+#include <optional>
+#include <utility>
+
+/// The stored texts of an enumeration, in the order in which its cases are shown. Specialised beside each
+/// enumeration that is stored, with a static array `table` and the case `fallback` that stands for any
+/// unknown text.
+template <typename Enum>
+struct RawValues;
+
+/// The stored text of a case.
+template <typename Enum>
+QString rawValue(Enum value) {
+    for (const auto &[known, text] : RawValues<Enum>::table) {
+        if (known == value)
+            return text;
+    }
+    Q_UNREACHABLE();
+}
+
+/// The case with exactly this stored text, if there is one.
+template <typename Enum>
+std::optional<Enum> caseOfRawValue(const QString &text) {
+    for (const auto &[known, knownText] : RawValues<Enum>::table) {
+        if (text == knownText)
+            return known;
+    }
+    return std::nullopt;
+}
+
+/// The case with this stored text, or the enumeration's fallback for an unknown text. Never fails.
+template <typename Enum>
+Enum rawValueOrDefault(const QString &text) {
+    return caseOfRawValue<Enum>(text).value_or(RawValues<Enum>::fallback);
+}
+
+/// All cases in their order.
+template <typename Enum>
+auto allCases() {
+    std::array<Enum, RawValues<Enum>::table.size()> cases {};
+    for (size_t index = 0; index < cases.size(); ++index)
+        cases[index] = RawValues<Enum>::table[index].first;
+    return cases;
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Platform/Error.h"
+#include "Platform/Task.h"
+
+#include <variant>
+
+/// What goes wrong in a refiner. The texts are English whatever the interface language.
+class TextRefinerError final : public LocalizedError {
+public:
+    struct ServiceUnavailable {
+        QString detail;
+        friend bool operator==(const ServiceUnavailable &, const ServiceUnavailable &) = default;
+    };
+    struct RefinementFailed {
+        QString detail;
+        friend bool operator==(const RefinementFailed &, const RefinementFailed &) = default;
+    };
+    struct Timeout {
+        friend bool operator==(const Timeout &, const Timeout &) = default;
+    };
+    using Case = std::variant<ServiceUnavailable, RefinementFailed, Timeout>;
+
+    TextRefinerError(Case errorCase)
+        : m_case(std::move(errorCase)) { }
+
+    const Case &errorCase() const { return m_case; }
+    QString errorDescription() const override;
+
+    friend bool operator==(const TextRefinerError &left, const TextRefinerError &right) {
+        return left.m_case == right.m_case;
+    }
+
+private:
+    Case m_case;
+};
+
+/// Turns a raw transcript into text fit to paste.
+class TextRefiner {
+public:
+    virtual ~TextRefiner() = default;
+
+    /// Throws when it has no better text to offer.
+    virtual Task<QString> refine(QString text) = 0;
+};

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "Platform/Date.h"
+#include "Platform/Error.h"
+#include "Platform/FileURL.h"
+#include "Platform/Task.h"
+
+#include <QUuid>
+
+#include <variant>
+
+/// One run of a speech-to-text engine.
+struct TranscriptionRequest {
+    /// Names the output files of the run.
+    QUuid id = QUuid::createUuid();
+    FileURL audioFileURL;
+};
+
+/// What a run gave.
+struct TranscriptionResult {
+    QUuid id;
+    /// Trimmed and not empty.
+    QString text;
+    FileURL audioFileURL;
+    Date createdAt;
+};
+
+/// What an engine itself finds wrong. The texts are English whatever the interface language.
+class TranscriptionEngineError final : public LocalizedError {
+public:
+    /// The payload of the cases that name a place.
+    struct Place {
+        FileURL url;
+        friend bool operator==(const Place &, const Place &) = default;
+    };
+    struct MissingBinary : Place { };
+    struct MissingModel : Place { };
+    struct MissingAudioFile : Place { };
+    struct CouldNotCreateOutputDirectory : Place { };
+    struct ProcessFailed {
+        qint32 code = 0;
+        QString message;
+        friend bool operator==(const ProcessFailed &, const ProcessFailed &) = default;
+    };
+    struct ProcessTimedOut {
+        double seconds = 0;
+        friend bool operator==(const ProcessTimedOut &, const ProcessTimedOut &) = default;
+    };
+    struct OutputMissing : Place { };
+    struct EmptyTranscript : Place { };
+    using Case = std::variant<MissingBinary, MissingModel, MissingAudioFile, CouldNotCreateOutputDirectory,
+        ProcessFailed, ProcessTimedOut, OutputMissing, EmptyTranscript>;
+
+    TranscriptionEngineError(Case errorCase)
+        : m_case(std::move(errorCase)) { }
+
+    const Case &errorCase() const { return m_case; }
+    QString errorDescription() const override;
+
+    friend bool operator==(const TranscriptionEngineError &left, const TranscriptionEngineError &right) {
+        return left.m_case == right.m_case;
+    }
+
+private:
+    Case m_case;
+};
+
+/// Turns a recording into text.
+class TranscriptionEngine {
+public:
+    virtual ~TranscriptionEngine() = default;
+
+    /// Throws TranscriptionEngineError for what the engine finds wrong, and passes system errors on.
+    virtual Task<TranscriptionResult> transcribe(TranscriptionRequest request) = 0;
+};
