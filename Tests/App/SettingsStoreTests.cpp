@@ -101,7 +101,7 @@ protected:
 };
 } // namespace
 
-TEST_F(SettingsStoreTest, loadsEachKey) {
+TEST_F(SettingsStoreTest, LoadsEachKey) {
     files.addExecutable(q("/bin/whisper"));
     files.files[q("/m.bin")];
     const double infinity = std::numeric_limits<double>::infinity();
@@ -191,7 +191,7 @@ TEST_F(SettingsStoreTest, loadsEachKey) {
     }
 }
 
-TEST_F(SettingsStoreTest, makesAProfileIdWhereThereIsNone) {
+TEST_F(SettingsStoreTest, MakesAProfileIdWhereThereIsNone) {
     EXPECT_TRUE(isUppercaseUuid(makeStore("tolmi.profile.id", {})->profileID()));
     EXPECT_TRUE(isUppercaseUuid(makeStore("tolmi.profile.id", stored(" \n"))->profileID()));
     EXPECT_TRUE(isUppercaseUuid(makeStore("tolmi.profile.id", true)->profileID()));
@@ -200,7 +200,7 @@ TEST_F(SettingsStoreTest, makesAProfileIdWhereThereIsNone) {
     EXPECT_EQ(makeStore()->profileID(), store->profileID());
 }
 
-TEST_F(SettingsStoreTest, storesEachAssignment) {
+TEST_F(SettingsStoreTest, StoresEachAssignment) {
     const auto store = makeStore();
     const struct {
         const char *key;
@@ -268,7 +268,7 @@ TEST_F(SettingsStoreTest, storesEachAssignment) {
     }
 }
 
-TEST_F(SettingsStoreTest, forgetsTheKeyOfAnAbsentValue) {
+TEST_F(SettingsStoreTest, ForgetsTheKeyOfAnAbsentValue) {
     const auto store = makeStore();
     store->setOnboardingSkippedAt(q("then"));
     store->setProfileAvatarImageRelativePath(q("a.png"));
@@ -281,7 +281,7 @@ TEST_F(SettingsStoreTest, forgetsTheKeyOfAnAbsentValue) {
         EXPECT_EQ(defaults.values.count(q(key)), 0u) << key;
 }
 
-TEST_F(SettingsStoreTest, writesBackInAFixedOrder) {
+TEST_F(SettingsStoreTest, WritesBackInAFixedOrder) {
     const auto store = makeStore();
     const std::vector<Write> expected {
         // the repair, whose assignments are stored as any other
@@ -316,7 +316,7 @@ TEST_F(SettingsStoreTest, writesBackInAFixedOrder) {
         EXPECT_EQ(defaults.writes[index], expected[index]) << expected[index].key.toStdString();
 }
 
-TEST_F(SettingsStoreTest, leavesLanguageAndRefinementAbsentUntilTheyChange) {
+TEST_F(SettingsStoreTest, LeavesLanguageAndRefinementAbsentUntilTheyChange) {
     const auto store = makeStore();
     for (const char *key : { "tolmi.language", "tolmi.refinementEnabled", "tolmi.ollamaModel",
              "tolmi.ollamaEndpoint", "tolmi.ollamaTimeout", "tolmi.ollamaSystemPrompt" })
@@ -327,7 +327,7 @@ TEST_F(SettingsStoreTest, leavesLanguageAndRefinementAbsentUntilTheyChange) {
     EXPECT_EQ(defaults.values[q("tolmi.refinementEnabled")], DefaultsValue(true));
 }
 
-TEST_F(SettingsStoreTest, writesRepairedValuesBack) {
+TEST_F(SettingsStoreTest, WritesRepairedValuesBack) {
     defaults.values = {
         { q("tolmi.processingTransitionSoundVolume"), 9.0 },
         { q("tolmi.appearance"), stored("LIGHT") },
@@ -345,7 +345,7 @@ TEST_F(SettingsStoreTest, writesRepairedValuesBack) {
     EXPECT_EQ(defaults.values[q("tolmi.audioRetentionHours")], DefaultsValue(qint64(24)));
 }
 
-TEST_F(SettingsStoreTest, migratesTheModelPath) {
+TEST_F(SettingsStoreTest, MigratesTheModelPath) {
     const QString elsewhere = q("/elsewhere/ggml-small.bin");
     const struct {
         const char *name;
@@ -381,7 +381,7 @@ TEST_F(SettingsStoreTest, migratesTheModelPath) {
     }
 }
 
-TEST_F(SettingsStoreTest, sanitisesTheDisplayName) {
+TEST_F(SettingsStoreTest, SanitisesTheDisplayName) {
     const QString family = q("\U0001F468\u200D\U0001F469\u200D\U0001F467"); // one character for a reader
     const struct {
         QString name;
@@ -405,12 +405,12 @@ TEST_F(SettingsStoreTest, sanitisesTheDisplayName) {
     }
 }
 
-TEST_F(SettingsStoreTest, loadsADisplayNameCutBehindABlankAsItStands) {
+TEST_F(SettingsStoreTest, LoadsADisplayNameCutBehindABlankAsItStands) {
     const auto store = makeStore("tolmi.profileDisplayName", QString(39, u'x') + q(" y"));
     EXPECT_EQ(store->profileDisplayName(), QString(39, u'x') + u' ');
 }
 
-TEST_F(SettingsStoreTest, countsRealChangesOfTheProfile) {
+TEST_F(SettingsStoreTest, CountsRealChangesOfTheProfile) {
     const auto store = makeStore();
     clock.shift(1.5);
     store->setProfileDisplayName(q("Ana"));
@@ -432,7 +432,7 @@ TEST_F(SettingsStoreTest, countsRealChangesOfTheProfile) {
     EXPECT_EQ(store->profileUpdatedAt(), q("then"));
 }
 
-TEST_F(SettingsStoreTest, countsANewAvatarOnce) {
+TEST_F(SettingsStoreTest, CountsANewAvatarOnce) {
     addAvatarFiles();
     const auto store = makeStore();
     defaults.writes.clear();
@@ -451,7 +451,7 @@ TEST_F(SettingsStoreTest, countsANewAvatarOnce) {
     EXPECT_EQ(store->profileSyncVersion(), 3);
 }
 
-TEST_F(SettingsStoreTest, repairsAnAvatarWithoutCountingIt) {
+TEST_F(SettingsStoreTest, RepairsAnAvatarWithoutCountingIt) {
     addAvatarFiles();
     const auto store = makeStore();
     store->setCustomAvatar(q("profile/avatar.png"), q("profile/thumbnail.png"));
@@ -464,7 +464,7 @@ TEST_F(SettingsStoreTest, repairsAnAvatarWithoutCountingIt) {
     EXPECT_EQ(store->profileSyncVersion(), 3);
 }
 
-TEST_F(SettingsStoreTest, resolvesTheAvatar) {
+TEST_F(SettingsStoreTest, ResolvesTheAvatar) {
     addAvatarFiles();
     storeAvatarPaths("profile/avatar.png", "profile/thumbnail.png");
     const auto store = makeStore();
@@ -478,14 +478,14 @@ TEST_F(SettingsStoreTest, resolvesTheAvatar) {
     EXPECT_EQ(store->profileSyncVersion(), 1);
 }
 
-TEST_F(SettingsStoreTest, looksForTheAvatarInTheTemporaryFolderWhereThereIsNoOther) {
+TEST_F(SettingsStoreTest, LooksForTheAvatarInTheTemporaryFolderWhereThereIsNoOther) {
     files.applicationSupport.reset();
     files.files[q("/run/user/1000/Tolmi/a.png")];
     storeAvatarPaths("a.png", "a.png");
     EXPECT_EQ(makeStore()->resolvedCustomAvatarImageURL(), FileURL(q("/run/user/1000/Tolmi/a.png")));
 }
 
-TEST_F(SettingsStoreTest, clearsBrokenAvatarPathsAtStart) {
+TEST_F(SettingsStoreTest, ClearsBrokenAvatarPathsAtStart) {
     addAvatarFiles();
     files.files[q("/etc/passwd")];
     files.files[applicationFolder + q("/profile/../passwd")];
@@ -517,7 +517,7 @@ TEST_F(SettingsStoreTest, clearsBrokenAvatarPathsAtStart) {
     }
 }
 
-TEST_F(SettingsStoreTest, movesTheOnboarding) {
+TEST_F(SettingsStoreTest, MovesTheOnboarding) {
     const auto state = [](const SettingsStore &store) {
         return QStringList { described(store.hasCompletedOnboarding()), described(store.onboardingLastStep()),
             described(store.onboardingSkippedAt()), described(store.onboardingVersion()) };
@@ -545,7 +545,7 @@ TEST_F(SettingsStoreTest, movesTheOnboarding) {
     EXPECT_EQ(state(*store), row("false", "profile", "(none)", "1"));
 }
 
-TEST_F(SettingsStoreTest, movesTheOnboardingInAFixedOrder) {
+TEST_F(SettingsStoreTest, MovesTheOnboardingInAFixedOrder) {
     const auto store = makeStore();
     const auto keysOf = [&](const std::function<void()> &operation) {
         defaults.writes.clear();
@@ -563,7 +563,7 @@ TEST_F(SettingsStoreTest, movesTheOnboardingInAFixedOrder) {
     EXPECT_EQ(keysOf([&] { store->resetOnboarding(); }), u"completed skippedAt lastStep version");
 }
 
-TEST_F(SettingsStoreTest, repairsAFinishedOnboardingAtStart) {
+TEST_F(SettingsStoreTest, RepairsAFinishedOnboardingAtStart) {
     defaults.values
         = { { q("tolmi.onboarding.completed"), true }, { q("tolmi.onboarding.version"), qint64(2) },
               { q("tolmi.onboarding.lastStep"), stored("permissions") },
@@ -575,7 +575,7 @@ TEST_F(SettingsStoreTest, repairsAFinishedOnboardingAtStart) {
     EXPECT_EQ(defaults.values.count(q("tolmi.onboarding.skippedAt")), 0u);
 }
 
-TEST_F(SettingsStoreTest, remindsOfAnUnfinishedOnboarding) {
+TEST_F(SettingsStoreTest, RemindsOfAnUnfinishedOnboarding) {
     const auto store = makeStore();
     EXPECT_TRUE(store->shouldShowOnboardingReminder());
     store->markOnboardingSkipped(OnboardingStep::Profile);
@@ -587,7 +587,7 @@ TEST_F(SettingsStoreTest, remindsOfAnUnfinishedOnboarding) {
     EXPECT_FALSE(store->shouldShowOnboardingReminder());
 }
 
-TEST_F(SettingsStoreTest, cutsTheFractionOfASecondOff) {
+TEST_F(SettingsStoreTest, CutsTheFractionOfASecondOff) {
     const struct {
         double secondsSince1970;
         const char *expected;
@@ -607,7 +607,7 @@ TEST_F(SettingsStoreTest, cutsTheFractionOfASecondOff) {
     }
 }
 
-TEST_F(SettingsStoreTest, tellsOfAChangeWhileTheOldValueIsReadable) {
+TEST_F(SettingsStoreTest, TellsOfAChangeWhileTheOldValueIsReadable) {
     const auto store = makeStore();
     QStringList events;
     QObject::connect(store.get(), &ObservableObject::objectWillChange,
@@ -621,7 +621,7 @@ TEST_F(SettingsStoreTest, tellsOfAChangeWhileTheOldValueIsReadable) {
     EXPECT_EQ(events.join(u'|'), u"object llama3.2:3b|llama3.2:3b -> a|changed to a|object a|a -> a");
 }
 
-TEST_F(SettingsStoreTest, tellsOfARepairAsASecondChange) {
+TEST_F(SettingsStoreTest, TellsOfARepairAsASecondChange) {
     const auto store = makeStore();
     store->setProcessingTransitionSoundVolume(1);
     QStringList events;
@@ -642,7 +642,7 @@ TEST_F(SettingsStoreTest, tellsOfARepairAsASecondChange) {
     EXPECT_EQ(defaults.writes, expected);
 }
 
-TEST_F(SettingsStoreTest, showsEveryFieldToViews) {
+TEST_F(SettingsStoreTest, ShowsEveryFieldToViews) {
     const auto store = makeStore();
     EXPECT_EQ(store->property("profileDisplayName").toString(), u"User");
     EXPECT_EQ(store->property("appearance").value<AppAppearance>(), AppAppearance::Dark);
@@ -654,18 +654,18 @@ TEST_F(SettingsStoreTest, showsEveryFieldToViews) {
         EXPECT_TRUE(meta->property(index).hasNotifySignal()) << meta->property(index).name();
 }
 
-TEST_F(SettingsStoreTest, endsTheProgramWhenTheVersionOverflows) {
+TEST_F(SettingsStoreTest, EndsTheProgramWhenTheVersionOverflows) {
     const auto store = makeStore("tolmi.profile.syncVersion", std::numeric_limits<qint64>::max());
     EXPECT_DEATH(store->setProfileDisplayName(q("Ana")), "^Tolmi: the version of the profile");
 }
 
-TEST(ProfileAvatarPresetTest, normalisesStoredTexts) {
+TEST(ProfileAvatarPresetTest, NormalisesStoredTexts) {
     EXPECT_EQ(normalizedProfileAvatarID(q("briefcase.circle.fill")), u"briefcase.circle.fill");
     EXPECT_EQ(normalizedProfileAvatarID(q("")), u"person.crop.circle.fill");
     EXPECT_EQ(normalizedProfileAvatarID(q("work")), u"person.crop.circle.fill");
 }
 
-TEST(AppAppearanceTest, forcesALookOrFollowsTheSystem) {
+TEST(AppAppearanceTest, ForcesALookOrFollowsTheSystem) {
     EXPECT_EQ(nsAppearance(AppAppearance::System), std::nullopt);
     EXPECT_EQ(nsAppearance(AppAppearance::Light), Appearance::Light);
     EXPECT_EQ(nsAppearance(AppAppearance::Dark), Appearance::Dark);
