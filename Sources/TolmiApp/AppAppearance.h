@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Application.h"
 #include "TolmiApp/RawValue.h"
 
 /// The looks that can be chosen. Stored texts match in any case; an unknown one means the dark look.
@@ -18,3 +19,16 @@ struct RawValues<AppAppearance> {
     };
     static constexpr AppAppearance fallback = AppAppearance::Dark;
 };
+
+/// The look that a choice forces on the windows; absent follows the system.
+inline std::optional<Appearance> nsAppearance(AppAppearance appearance) {
+    switch (appearance) {
+    case AppAppearance::System:
+        return std::nullopt;
+    case AppAppearance::Light:
+        return Appearance::Light;
+    case AppAppearance::Dark:
+        return Appearance::Dark;
+    }
+    Q_UNREACHABLE();
+}
