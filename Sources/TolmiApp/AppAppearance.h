@@ -18,10 +18,11 @@ struct RawValues<AppAppearance> {
         std::pair { AppAppearance::Dark, QLatin1String("dark") },
     };
     static constexpr AppAppearance fallback = AppAppearance::Dark;
+    static constexpr bool matchesAnyCase = true;
 };
 
-/// The look that a choice forces on the windows; absent follows the system.
-inline std::optional<Appearance> nsAppearance(AppAppearance appearance) {
+/// The look that the choice forces on the windows; absent follows the system.
+constexpr std::optional<Appearance> nsAppearance(AppAppearance appearance) {
     switch (appearance) {
     case AppAppearance::System:
         return std::nullopt;
