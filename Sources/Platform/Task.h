@@ -37,7 +37,8 @@ private:
     std::shared_ptr<State> m_state;
 };
 
-/// Base of the awaiters of this program: whoever ends the wait holds its resumption.
+/// Base of the awaiters of this program: whoever ends the wait holds its resumption. They, and what makes
+/// them, have trivial members only: g++ 12 copies awaited temporaries byte by byte.
 class AbandonableAwaiter {
 public:
     bool await_ready() const noexcept { return false; }
