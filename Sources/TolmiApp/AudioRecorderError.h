@@ -2,10 +2,21 @@
 
 #include "Platform/Error.h"
 
-/// The plain recorder could not start.
+/// Why a plain recording did not start.
 class AudioRecorderError final : public LocalizedError {
 public:
+    enum class Kind {
+        CouldNotStartRecording,
+    };
+
+    explicit AudioRecorderError(Kind kind)
+        : m_kind(kind) { }
+
+    Kind kind() const { return m_kind; }
     QString errorDescription() const override {
         return QStringLiteral("Could not start microphone recording.");
     }
+
+private:
+    Kind m_kind;
 };
