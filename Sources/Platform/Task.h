@@ -3,6 +3,7 @@
 #include <QCoroTask>
 
 #include <coroutine>
+#include <exception>
 #include <functional>
 #include <memory>
 
@@ -14,9 +15,10 @@ using Task = QCoro::Task<T>;
 /// logged and handed to the handler of setUnhandledTaskErrorHandler.
 void launch(Task<> task);
 
-/// Sets what launch() does with an exception besides logging it (tests fail on it); an empty handler does
-/// nothing more.
-void setUnhandledTaskErrorHandler(std::function<void(std::exception_ptr)> handler);
+/// Sets what launch() does with an exception besides logging it (tests fail on it) and gives what it did
+/// before; an empty handler does nothing more.
+std::function<void(std::exception_ptr)> setUnhandledTaskErrorHandler(
+    std::function<void(std::exception_ptr)> handler);
 
 /// Thrown inside a task when what it waits for has gone and cannot answer any more. It unwinds the task, so
 /// that everything the task holds is released, and ends it quietly in launch(). Not a std::exception, because
@@ -37,8 +39,9 @@ private:
     std::shared_ptr<State> m_state;
 };
 
-/// Base of the awaiters of this program: whoever ends the wait holds its resumption. They, and what makes
-/// them, have trivial members only: g++ 12 copies awaited temporaries byte by byte.
+/// Base of the awaiters of this program: whoever ends the wait holds its resumption. What makes
+/// them has trivial members or comes from a function: g++ 12 copies the bytes of an awaitable written in
+/// place.
 class AbandonableAwaiter {
 public:
     bool await_ready() const noexcept { return false; }
