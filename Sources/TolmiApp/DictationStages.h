@@ -1,0 +1,12 @@
+#pragma once
+
+#include "Platform/Date.h"
+#include "TolmiApp/DictationState.h"
+
+/// The stages of a dictation as diagnostics in the log category "tolmi.stages", which is off by default.
+
+/// "state NAME INSTANT", the instant in seconds since 1970.
+void logStage(const DictationState &state, Date instant);
+
+/// "transcribed SECONDS".
+void logTranscriptionTime(double seconds);
