@@ -105,8 +105,8 @@ std::unique_ptr<AudioFileWriter> SndFileStore::create(const FileURL &url, const 
 std::unique_ptr<AudioFileWriter> SndFileStore::createInteger(
     const FileURL &url, const RecordingSettings &settings) {
     if (settings.bitDepth != 16)
-        throw SystemError(QStringLiteral("Recordings of %1 bits cannot be written: ").arg(settings.bitDepth)
-            + url.path());
+        throw SystemError(
+            QStringLiteral("Recordings of %1 bits cannot be written: ").arg(settings.bitDepth) + url.path());
     const AudioFormat format { double(settings.sampleRate), settings.channelCount };
     return std::make_unique<WavFileWriter>(url, format, SF_FORMAT_PCM_16);
 }
