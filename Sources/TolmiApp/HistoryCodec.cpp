@@ -1,14 +1,11 @@
 #include "TolmiApp/HistoryCodec.h"
 
-#include "Platform/Uuid.h"
-
-#include <QStringConverter>
-
 #include <rapidjson/reader.h>
 
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <string_view>
 
 namespace {
@@ -42,23 +39,43 @@ constexpr unsigned requiredFields = bitOf(Field::Id) | bitOf(Field::Timestamp) |
 
 // Writing
 
+/// Appends to a buffer whose room was made beforehand, since a history of years is written at every change.
 class Encoder {
 public:
     std::optional<QByteArray> encode(const QList<HistoryEntry> &entries) {
-        m_json += '[';
+        appendLiteral("[");
         for (const HistoryEntry &entry : entries) {
-            if (m_json.size() > 1)
-                m_json += ',';
+            makeRoom(greatestSize(entry));
+            if (m_end > 1)
+                appendLiteral(",");
             append(entry);
         }
-        m_json += ']';
+        makeRoom(1);
+        appendLiteral("]");
+        m_json.truncate(m_end);
         return m_isFinite ? std::optional(std::move(m_json)) : std::nullopt;
     }
 
 private:
+    void makeRoom(qsizetype size) {
+        if (m_json.size() - m_end < size)
+            m_json.resize(m_json.size() * 2 + size);
+    }
+
+    static qsizetype greatestSize(const HistoryEntry &entry) {
+        const auto lengthOf = [](const std::optional<QString> &text) { return text ? text->size() : 0; };
+        const qsizetype units = entry.rawText.size() + entry.refinedText.size() + entry.language.size()
+            + lengthOf(entry.pasteTargetAppName) + lengthOf(entry.pasteTargetBundleID)
+            + lengthOf(entry.audioFileRelativePath);
+        constexpr qsizetype keysAndNumbers = 512;
+        constexpr qsizetype longestEscape = 6;
+        return keysAndNumbers + units * longestEscape;
+    }
+
     void append(const HistoryEntry &entry) {
-        m_json += '{';
-        append(Field::Id, uuidString(entry.id));
+        appendLiteral("{\"id\":\"");
+        append(entry.id);
+        appendLiteral("\"");
         append(Field::Timestamp, entry.timestamp.secondsSinceReferenceDate);
         append(Field::RawText, entry.rawText);
         append(Field::RefinedText, entry.refinedText);
@@ -71,7 +88,7 @@ private:
         appendPresent(Field::AudioFileRelativePath, entry.audioFileRelativePath);
         append(Field::QualityPass, rawValue(entry.qualityPass));
         appendKey(Field::IsPinned);
-        m_json += entry.isPinned ? "true}" : "false}";
+        appendLiteral(entry.isPinned ? "true}" : "false}");
     }
 
     template <typename Value>
@@ -82,9 +99,17 @@ private:
 
     void append(Field field, const QString &text) {
         appendKey(field);
-        m_json += '"';
-        appendEscaped(utf8Of(text));
-        m_json += '"';
+        appendLiteral("\"");
+        for (qsizetype index = 0; index < text.size(); ++index) {
+            const char16_t unit = text[index].unicode();
+            if (unit >= 0x80)
+                index += appendBeyondAscii(unit, index + 1 < text.size() ? text[index + 1].unicode() : u'\0');
+            else if (isEscaped(char(unit)))
+                appendEscape(char(unit));
+            else
+                put(unit);
+        }
+        appendLiteral("\"");
     }
 
     void append(Field field, double number) {
@@ -94,41 +119,42 @@ private:
         const double size = std::abs(number);
         const bool isPlain = size == 0 || (size >= 1e-4 && size < 1e16);
         const auto format = isPlain ? std::chars_format::fixed : std::chars_format::scientific;
-        std::array<char, 32> digits;
-        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, format).ptr;
-        m_json.append(digits.data(), end - digits.data());
+        constexpr qsizetype longestNumber = 32;
+        char *const digits = m_json.data() + m_end;
+        m_end += std::to_chars(digits, digits + longestNumber, number, format).ptr - digits;
+    }
+
+    void append(const QUuid &id) {
+        appendHexadecimal(id.data1, 8);
+        appendLiteral("-");
+        appendHexadecimal(id.data2, 4);
+        appendLiteral("-");
+        appendHexadecimal(id.data3, 4);
+        appendLiteral("-");
+        for (size_t index = 0; index < 8; ++index) {
+            if (index == 2)
+                appendLiteral("-");
+            appendHexadecimal(id.data4[index], 2);
+        }
+    }
+
+    void appendHexadecimal(unsigned value, int digitCount) {
+        for (int digit = digitCount - 1; digit >= 0; --digit)
+            put(unsigned("0123456789ABCDEF"[(value >> (4 * digit)) & 15]));
     }
 
     void appendKey(Field field) {
-        if (!m_json.endsWith('{'))
-            m_json += ',';
-        const std::string_view name = fieldNames[size_t(field)];
-        m_json += '"';
-        m_json.append(name.data(), qsizetype(name.size()));
-        m_json += "\":";
+        appendLiteral(",\"");
+        appendLiteral(fieldNames[size_t(field)]);
+        appendLiteral("\":");
     }
 
-    /// Valid until the next call. Half a surrogate pair becomes a replacement character.
-    std::string_view utf8Of(const QString &text) {
-        const qsizetype space = m_toUtf8.requiredSpace(text.size());
-        if (m_utf8.size() < space)
-            m_utf8.resize(space);
-        const char *end = m_toUtf8.appendToBuffer(m_utf8.data(), text);
-        return { m_utf8.constData(), size_t(end - m_utf8.constData()) };
+    void appendLiteral(std::string_view text) {
+        std::memcpy(m_json.data() + m_end, text.data(), text.size());
+        m_end += qsizetype(text.size());
     }
 
-    void appendEscaped(std::string_view text) {
-        const char *written = text.data();
-        const char *const end = text.data() + text.size();
-        for (const char *next = written; next != end; ++next) {
-            if (!isEscaped(*next))
-                continue;
-            m_json.append(written, next - written);
-            appendEscape(*next);
-            written = next + 1;
-        }
-        m_json.append(written, end - written);
-    }
+    void put(unsigned byte) { m_json.data()[m_end++] = char(byte); }
 
     static constexpr bool isEscaped(char character) {
         return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\'
@@ -138,20 +164,42 @@ private:
     void appendEscape(char character) {
         constexpr std::string_view named = "\"\\/\b\f\n\r\t";
         constexpr std::string_view letters = "\"\\/bfnrt";
-        m_json += '\\';
         if (const size_t index = named.find(character); index != std::string_view::npos) {
-            m_json += letters[index];
+            put('\\');
+            put(unsigned(letters[index]));
             return;
         }
-        constexpr std::string_view digits = "0123456789abcdef";
-        m_json += "u00";
-        m_json += digits[size_t(character) >> 4];
-        m_json += digits[size_t(character) & 15];
+        appendLiteral("\\u00");
+        put(unsigned("01"[unsigned(character) >> 4]));
+        put(unsigned("0123456789abcdef"[unsigned(character) & 15]));
     }
 
-    QByteArray m_json;
-    QByteArray m_utf8;
-    QStringEncoder m_toUtf8 { QStringConverter::Utf8, QStringConverter::Flag::Stateless };
+    /// Appends the character that starts with `unit` and gives how many more units it took.
+    qsizetype appendBeyondAscii(char16_t unit, char16_t next) {
+        if (unit < 0x800) {
+            put(0xC0U | unit >> 6);
+            put(0x80U | (unit & 0x3FU));
+            return 0;
+        }
+        if (QChar::isHighSurrogate(unit) && QChar::isLowSurrogate(next)) {
+            const char32_t character = QChar::surrogateToUcs4(unit, next);
+            put(0xF0U | character >> 18);
+            put(0x80U | (character >> 12 & 0x3FU));
+            put(0x80U | (character >> 6 & 0x3FU));
+            put(0x80U | (character & 0x3FU));
+            return 1;
+        }
+        // Half a surrogate pair is no character, and a reader would refuse the whole file for it.
+        const char16_t character = QChar::isSurrogate(unit) ? char16_t(QChar::ReplacementCharacter) : unit;
+        put(0xE0U | character >> 12);
+        put(0x80U | (character >> 6 & 0x3FU));
+        put(0x80U | (character & 0x3FU));
+        return 0;
+    }
+
+    /// Has room behind m_end, where the text ends.
+    QByteArray m_json { 16, '\0' };
+    qsizetype m_end = 0;
     bool m_isFinite = true;
 };
 
@@ -291,11 +339,11 @@ private:
         case Field::RefinedText:
             return assign(m_entry.refinedText, text);
         case Field::Language:
-            return assign(m_entry.language, text);
+            return assignOften(m_entry.language, text, m_lastLanguage);
         case Field::PasteTargetAppName:
-            return assign(m_entry.pasteTargetAppName, text);
+            return assignOften(m_entry.pasteTargetAppName, text, m_lastAppName);
         case Field::PasteTargetBundleID:
-            return assign(m_entry.pasteTargetBundleID, text);
+            return assignOften(m_entry.pasteTargetBundleID, text, m_lastBundleID);
         case Field::AudioFileRelativePath:
             return assign(m_entry.audioFileRelativePath, text);
         case Field::QualityPass:
@@ -308,6 +356,21 @@ private:
     template <typename Target>
     static bool assign(Target &target, std::string_view text) {
         target = QString::fromUtf8(text.data(), qsizetype(text.size()));
+        return true;
+    }
+
+    /// A text as it stood last in a field. The characters lie in the file's own memory.
+    struct LastText {
+        std::string_view characters;
+        QString text;
+    };
+
+    /// For fields that say the same in most entries: equal neighbours share one text.
+    template <typename Target>
+    static bool assignOften(Target &target, std::string_view text, LastText &last) {
+        if (last.characters != text)
+            last = { text, QString::fromUtf8(text.data(), qsizetype(text.size())) };
+        target = last.text;
         return true;
     }
 
@@ -329,6 +392,9 @@ private:
     Field m_field = Field::Ignored;
     unsigned m_seenFields = 0;
     HistoryEntry m_entry { .id = QUuid() };
+    LastText m_lastLanguage;
+    LastText m_lastAppName;
+    LastText m_lastBundleID;
 };
 } // namespace
 
@@ -337,13 +403,15 @@ std::optional<QByteArray> HistoryCodec::encode(const QList<HistoryEntry> &entrie
 }
 
 std::optional<QList<HistoryEntry>> HistoryCodec::decode(QByteArray json) {
+    // Much faster for the whole file at once than for each text.
+    if (!json.isValidUtf8())
+        return std::nullopt;
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseFullPrecisionFlag
-        | rapidjson::kParseValidateEncodingFlag;
     const qsizetype start = json.startsWith(byteOrderMark.data()) ? qsizetype(byteOrderMark.size()) : 0;
     rapidjson::InsituStringStream stream(json.data() + start);
     rapidjson::Reader reader;
     EntryReader entryReader;
+    constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseFullPrecisionFlag;
     // A zero byte ends the text for the library; it must be the end of the file too.
     const bool isWhole = !reader.Parse<flags>(stream, entryReader).IsError()
         && qsizetype(stream.Tell()) == json.size() - start;
