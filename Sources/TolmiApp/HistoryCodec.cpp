@@ -46,20 +46,25 @@ public:
         appendLiteral("[");
         for (const HistoryEntry &entry : entries) {
             makeRoom(greatestSize(entry));
-            if (m_end > 1)
+            if (&entry != &entries.front())
                 appendLiteral(",");
             append(entry);
         }
         makeRoom(1);
         appendLiteral("]");
-        m_json.truncate(m_end);
+        m_json.truncate(usedSize());
         return m_isFinite ? std::optional(std::move(m_json)) : std::nullopt;
     }
 
 private:
+    qsizetype usedSize() const { return m_next - m_json.constData(); }
+
     void makeRoom(qsizetype size) {
-        if (m_json.size() - m_end < size)
-            m_json.resize(m_json.size() * 2 + size);
+        const qsizetype used = usedSize();
+        if (m_json.size() - used >= size)
+            return;
+        m_json.resize(m_json.size() * 2 + size);
+        m_next = m_json.data() + used;
     }
 
     static qsizetype greatestSize(const HistoryEntry &entry) {
@@ -120,8 +125,7 @@ private:
         const bool isPlain = size == 0 || (size >= 1e-4 && size < 1e16);
         const auto format = isPlain ? std::chars_format::fixed : std::chars_format::scientific;
         constexpr qsizetype longestNumber = 32;
-        char *const digits = m_json.data() + m_end;
-        m_end += std::to_chars(digits, digits + longestNumber, number, format).ptr - digits;
+        m_next = std::to_chars(m_next, m_next + longestNumber, number, format).ptr;
     }
 
     void append(const QUuid &id) {
@@ -150,11 +154,11 @@ private:
     }
 
     void appendLiteral(std::string_view text) {
-        std::memcpy(m_json.data() + m_end, text.data(), text.size());
-        m_end += qsizetype(text.size());
+        std::memcpy(m_next, text.data(), text.size());
+        m_next += text.size();
     }
 
-    void put(unsigned byte) { m_json.data()[m_end++] = char(byte); }
+    void put(unsigned byte) { *m_next++ = char(byte); }
 
     static constexpr bool isEscaped(char character) {
         return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\'
@@ -197,9 +201,9 @@ private:
         return 0;
     }
 
-    /// Has room behind m_end, where the text ends.
     QByteArray m_json { 16, '\0' };
-    qsizetype m_end = 0;
+    /// Where the text ends, in m_json, which is longer.
+    char *m_next = m_json.data();
     bool m_isFinite = true;
 };
 
@@ -400,6 +404,21 @@ private:
 
 std::optional<QByteArray> HistoryCodec::encode(const QList<HistoryEntry> &entries) {
     return Encoder().encode(entries);
+}
+
+bool HistoryCodec::prepend(QByteArray &json, const HistoryEntry &entry) {
+    std::optional<QByteArray> front = encode({ entry });
+    if (!front)
+        return false;
+    if (json == "[]") {
+        json = std::move(*front);
+        return true;
+    }
+    // The bracket that opened the old array becomes the comma behind the new entry.
+    front->chop(1);
+    json[0] = ',';
+    json.prepend(*front);
+    return true;
 }
 
 std::optional<QList<HistoryEntry>> HistoryCodec::decode(QByteArray json) {

@@ -13,6 +13,10 @@ namespace HistoryCodec {
 /// The entries as JSON in UTF-8, in their order. Absent when a number is not finite, which JSON cannot say.
 std::optional<QByteArray> encode(const QList<HistoryEntry> &entries);
 
+/// Puts `entry` in front of the entries of `json`, which encode() or this made. False for a number that is
+/// not finite, and `json` is as it was.
+bool prepend(QByteArray &json, const HistoryEntry &entry);
+
 /// The entries of a whole file, in file order. Absent when anything in it is not as it must be, so that a
 /// history is never read in part.
 ///

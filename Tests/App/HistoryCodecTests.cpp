@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <random>
 
@@ -100,6 +101,24 @@ TEST(HistoryCodec, CannotWriteWhatIsNoNumber) {
         entry.durationSeconds = number;
         EXPECT_EQ(HistoryCodec::encode({ plainHistoryEntry(), entry }), std::nullopt);
     }
+}
+
+TEST(HistoryCodec, PrependingIsWritingAllAgain) {
+    QByteArray json = HistoryCodec::encode({}).value();
+    Entries entries;
+    for (const HistoryEntry &entry : { plainHistoryEntry(), fullHistoryEntry(), plainHistoryEntry() }) {
+        entries.prepend(entry);
+        ASSERT_TRUE(HistoryCodec::prepend(json, entry));
+        EXPECT_EQ(json, HistoryCodec::encode(entries));
+    }
+}
+
+TEST(HistoryCodec, PrependingWhatCannotBeWrittenChangesNothing) {
+    QByteArray json = HistoryCodec::encode({ plainHistoryEntry() }).value();
+    HistoryEntry entry = plainHistoryEntry();
+    entry.timestamp = { std::nan("") };
+    EXPECT_FALSE(HistoryCodec::prepend(json, entry));
+    EXPECT_EQ(json, HistoryCodec::encode({ plainHistoryEntry() }));
 }
 
 TEST(HistoryCodec, ReadsWhatItWrote) {
