@@ -1,0 +1,26 @@
+# What ./run and ./test share; sourced, with $root set to the root of the tree.
+# shellcheck shell=bash
+
+user_cache=${XDG_CACHE_HOME:-${HOME:?}/.cache}
+
+# Compiled files are shared by all clones of the user: the cache lies outside the tree and knows no absolute path.
+export CCACHE_DIR=${CCACHE_DIR:-$user_cache/tolmi/ccache} CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
+
+say() {
+  printf '%s: %s\n' "${0##*/}" "$*" >&2
+}
+
+fail() {
+  say "$*"
+  exit 2
+}
+
+# build PRESET [TARGET...]: everything when no target is named.
+build() {
+  local preset=$1 folder=$root/build/$1
+  shift
+  if [[ ! -f $folder/build.ninja || $root/CMakePresets.json -nt $folder/build.ninja ]]; then
+    (cd "$root" && cmake --preset "$preset")
+  fi
+  cmake --build "$folder" --parallel "$(nproc)" ${1:+--target "$@"}
+}
