@@ -1,7 +1,7 @@
-#include "Platform/Error.h"
 #include "Platform/Linux/LinuxFileListing.h"
 #include "Support/FakeFileListing.h"
 #include "Support/Print.h"
+#include "Support/SystemErrorOf.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -93,16 +93,6 @@ private:
 INSTANTIATE_TEST_SUITE_P(Kinds, FileListingContract,
     testing::Values(&make<FakeListedFolder>, &make<RealListedFolder>),
     [](const auto &info) { return info.index == 0 ? "Fake" : "Linux"; });
-
-template <typename Work>
-QString errorOf(Work work) {
-    try {
-        work();
-    } catch (const SystemError &error) {
-        return error.errorDescription();
-    }
-    return QStringLiteral("no error");
-}
 } // namespace
 
 TEST_P(FileListingContract, ListsWhatIsVisibleInTheFolderItself) {
@@ -142,8 +132,8 @@ TEST_P(FileListingContract, RemovesAFile) {
 
 TEST_P(FileListingContract, WhatIsNotThereIsAnError) {
     const QString expected = QStringLiteral("No such file or directory: ") + at("nothing").path();
-    EXPECT_EQ(errorOf([this] { listing().attributes(at("nothing")); }), expected);
-    EXPECT_EQ(errorOf([this] { listing().removeItem(at("nothing")); }), expected);
+    EXPECT_EQ(systemErrorOf([this] { listing().attributes(at("nothing")); }), expected);
+    EXPECT_EQ(systemErrorOf([this] { listing().removeItem(at("nothing")); }), expected);
 }
 
 namespace {
@@ -159,13 +149,13 @@ private:
 } // namespace
 
 TEST_F(LinuxFileListingTest, AMissingFolderCannotBeListed) {
-    EXPECT_EQ(errorOf([this] { m_listing.contentsOfDirectory(at("nothing")); }),
+    EXPECT_EQ(systemErrorOf([this] { m_listing.contentsOfDirectory(at("nothing")); }),
         QStringLiteral("No such file or directory: ") + at("nothing").path());
 }
 
 TEST_F(LinuxFileListingTest, AFolderIsNotRemoved) {
     ASSERT_TRUE(QDir().mkdir(at("inner").path()));
-    EXPECT_NE(errorOf([this] { m_listing.removeItem(at("inner")); }), u"no error");
+    EXPECT_NE(systemErrorOf([this] { m_listing.removeItem(at("inner")); }), u"no error");
     EXPECT_TRUE(QFile::exists(at("inner").path()));
 }
 
