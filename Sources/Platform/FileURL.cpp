@@ -30,7 +30,13 @@ QString FileURL::pathExtension() const {
 }
 
 FileURL FileURL::standardizedFileURL() const {
-    return m_path.isEmpty() ? *this : FileURL(QDir::cleanPath(m_path));
+    if (m_path.isEmpty())
+        return *this;
+    QString cleaned = QDir::cleanPath(m_path);
+    // What would lead above the root stays there.
+    while (cleaned == u"/.." || cleaned.startsWith(u"/../"))
+        cleaned.remove(0, 3);
+    return FileURL(cleaned.isEmpty() ? QStringLiteral("/") : cleaned);
 }
 
 FileURL FileURL::appendingPathComponent(const QString &component) const {

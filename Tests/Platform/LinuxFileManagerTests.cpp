@@ -1,0 +1,145 @@
+#include "Platform/Linux/LinuxFileManager.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+/// Sets the process's umask for a while.
+class Umask {
+public:
+    explicit Umask(mode_t mask)
+        : m_old(::umask(mask)) { }
+    ~Umask() { ::umask(m_old); }
+    Umask(const Umask &) = delete;
+    Umask &operator=(const Umask &) = delete;
+
+private:
+    mode_t m_old;
+};
+
+int modeOf(const QString &path) {
+    struct stat status { };
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? int(status.st_mode & 07777) : -1;
+}
+
+class LinuxFileManagerTest : public testing::Test {
+protected:
+    QString at(const QString &name) const { return m_folder.filePath(name); }
+
+    QString makeFolder(const QString &name, mode_t mode) {
+        const QString path = at(name);
+        EXPECT_EQ(::mkdir(QFile::encodeName(path).constData(), mode), 0);
+        EXPECT_EQ(::chmod(QFile::encodeName(path).constData(), mode), 0);
+        return path;
+    }
+
+    QString ownTemporaryFolder() const { return at(QStringLiteral("tolmi-") + QString::number(::geteuid())); }
+
+    /// The temporary directory when the session names `runtime`.
+    QString temporaryDirectory(const QString &runtime) const {
+        return LinuxFileManager({ {}, {}, runtime, m_folder.path() }).temporaryDirectory().path();
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+TEST_F(LinuxFileManagerTest, FoldersArePrivateWhateverTheUmask) {
+    LinuxFileManager manager({ {}, {}, {}, at({}) });
+    for (const mode_t mask : { mode_t(0), mode_t(0277), mode_t(0777) }) {
+        const FileURL folder(at(QString::number(mask)));
+        const Umask guard(mask);
+        manager.createDirectory(folder.appendingPathComponent(QStringLiteral("inner")));
+        EXPECT_EQ(modeOf(folder.path()), 0700);
+        EXPECT_EQ(modeOf(folder.path() + QStringLiteral("/inner")), 0700);
+    }
+}
+
+TEST_F(LinuxFileManagerTest, AnExistingFolderKeepsItsMode) {
+    const QString path = makeFolder(QStringLiteral("open"), 0755);
+    LinuxFileManager({ {}, {}, {}, at({}) }).createDirectory(FileURL(path));
+    EXPECT_EQ(modeOf(path), 0755);
+}
+
+TEST_F(LinuxFileManagerTest, FollowsLinks) {
+    const LinuxFileManager manager({ {}, {}, {}, at({}) });
+    makeFolder(QStringLiteral("target"), 0700);
+    ASSERT_TRUE(QFile::link(at(QStringLiteral("target")), at(QStringLiteral("link"))));
+    ASSERT_TRUE(QFile::link(at(QStringLiteral("nothing")), at(QStringLiteral("dangling"))));
+    EXPECT_TRUE(manager.fileExists(at(QStringLiteral("link"))));
+    EXPECT_FALSE(manager.fileExists(at(QStringLiteral("dangling"))));
+}
+
+TEST_F(LinuxFileManagerTest, ALinkToAFolderIsAFolder) {
+    LinuxFileManager manager({ {}, {}, {}, at({}) });
+    makeFolder(QStringLiteral("target"), 0700);
+    ASSERT_TRUE(QFile::link(at(QStringLiteral("target")), at(QStringLiteral("link"))));
+    EXPECT_NO_THROW(manager.createDirectory(FileURL(at(QStringLiteral("link")))));
+}
+
+TEST(LinuxFolders, ApplicationSupportIsTheDataHomeWhereAbsolute) {
+    const auto support = [](const LinuxFolders &folders) {
+        const auto url = LinuxFileManager(folders).applicationSupportDirectory();
+        return url ? url->path() : QStringLiteral("absent");
+    };
+    const QTemporaryDir folder;
+    const QString home = QStringLiteral("/home/a");
+    const QString standard = QStringLiteral("/home/a/.local/share");
+    EXPECT_EQ(support({ home, QStringLiteral("/data"), {}, folder.path() }), QStringLiteral("/data"));
+    EXPECT_EQ(support({ home, QStringLiteral("data"), {}, folder.path() }), standard);
+    EXPECT_EQ(support({ home, {}, {}, folder.path() }), standard);
+    EXPECT_EQ(support({ {}, {}, {}, folder.path() }), QStringLiteral("absent"));
+}
+
+TEST(LinuxFolders, OfThisProcessComeFromItsEnvironment) {
+    EXPECT_EQ(LinuxFolders::ofThisProcess().dataHome, qEnvironmentVariable("XDG_DATA_HOME"));
+    EXPECT_EQ(LinuxFolders::ofThisProcess().runtime, qEnvironmentVariable("XDG_RUNTIME_DIR"));
+    EXPECT_EQ(LinuxFolders::ofThisProcess().temporary, QDir::tempPath());
+    EXPECT_TRUE(LinuxFolders::ofThisProcess().home.startsWith(u'/'));
+}
+
+TEST_F(LinuxFileManagerTest, ThePrivateRuntimeFolderIsTheTemporaryDirectory) {
+    const QString runtime = makeFolder(QStringLiteral("runtime"), 0700);
+    EXPECT_EQ(temporaryDirectory(runtime), runtime);
+    EXPECT_EQ(modeOf(ownTemporaryFolder()), -1);
+}
+
+TEST_F(LinuxFileManagerTest, ARuntimeFolderThatIsNotPrivateIsPassedOver) {
+    const QString target = makeFolder(QStringLiteral("target"), 0700);
+    ASSERT_TRUE(QFile::link(target, at(QStringLiteral("link"))));
+    const QStringList refused { {}, QStringLiteral("relative"), at(QStringLiteral("missing")),
+        at(QStringLiteral("link")), makeFolder(QStringLiteral("open"), 0755),
+        makeFolder(QStringLiteral("sticky"), 01700) };
+    for (const QString &runtime : refused) {
+        EXPECT_EQ(temporaryDirectory(runtime), ownTemporaryFolder()) << runtime.toStdString();
+        EXPECT_EQ(modeOf(ownTemporaryFolder()), 0700);
+    }
+}
+
+TEST_F(LinuxFileManagerTest, AnOwnTemporaryFolderThatIsNotPrivateIsReplacedByAFreshOne) {
+    makeFolder(QStringLiteral("tolmi-") + QString::number(::geteuid()), 0777);
+    const QString fresh = temporaryDirectory({});
+    EXPECT_NE(fresh, ownTemporaryFolder());
+    EXPECT_TRUE(fresh.startsWith(at(QStringLiteral("tolmi-"))));
+    EXPECT_EQ(modeOf(fresh), 0700);
+    EXPECT_NE(temporaryDirectory({}), fresh);
+}
+
+TEST_F(LinuxFileManagerTest, ALinkInThePlaceOfTheOwnTemporaryFolderIsRefused) {
+    ASSERT_TRUE(QFile::link(makeFolder(QStringLiteral("target"), 0700), ownTemporaryFolder()));
+    EXPECT_NE(temporaryDirectory({}), ownTemporaryFolder());
+}
+
+TEST_F(LinuxFileManagerTest, WithoutAnyTemporaryFolderWritersGetAnError) {
+    const QString missing = at(QStringLiteral("missing"));
+    LinuxFileManager manager({ {}, {}, {}, missing });
+    EXPECT_TRUE(manager.temporaryDirectory().path().startsWith(missing));
+    EXPECT_FALSE(manager.fileExists(manager.temporaryDirectory().path()));
+}
+} // namespace
