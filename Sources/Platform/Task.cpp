@@ -25,6 +25,7 @@ void launch(Task<> task) {
     supervise(std::move(task));
 }
 
-void setUnhandledTaskErrorHandler(std::function<void(std::exception_ptr)> handler) {
-    unhandledTaskErrorHandler() = std::move(handler);
+std::function<void(std::exception_ptr)> setUnhandledTaskErrorHandler(
+    std::function<void(std::exception_ptr)> handler) {
+    return std::exchange(unhandledTaskErrorHandler(), std::move(handler));
 }
