@@ -6,6 +6,8 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include <cmath>
+
 namespace {
 bool isTrimmedAway(char32_t codePoint) {
     if ((codePoint >= 0x0A && codePoint <= 0x0D) || codePoint == 0x09 || codePoint == 0x85)
@@ -100,10 +102,10 @@ qint64 wordCount(const QString &text) {
 }
 
 QString shortestDecimal(double number) {
-    const QString digits = QString::number(number, 'g', QLocale::FloatingPointShortest);
-    return digits.contains(u'.') || digits.contains(u'e') || digits.contains(u'n')
-        ? digits
-        : digits + QStringLiteral(".0");
+    const double magnitude = std::fabs(number);
+    const bool isPlain = magnitude == 0 || (magnitude >= 1e-4 && magnitude < 1e16);
+    const QString digits = QString::number(number, isPlain ? 'f' : 'g', QLocale::FloatingPointShortest);
+    return isPlain && !digits.contains(u'.') ? digits + QStringLiteral(".0") : digits;
 }
 
 } // namespace Text

@@ -28,7 +28,8 @@ qint64 alphanumericCount(const QString &text);
 /// The number of pieces between code points with the White_Space property, empty pieces left out.
 qint64 wordCount(const QString &text);
 
-/// The shortest decimal form that reads back as the same number, with at least one digit behind the point.
+/// The shortest decimal form that reads back as the same number, with at least one digit behind the point;
+/// with an exponent from 1e16 on and below 1e-4.
 QString shortestDecimal(double number);
 
 } // namespace Text

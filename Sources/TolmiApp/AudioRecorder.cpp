@@ -26,10 +26,6 @@ struct AccessRequest {
 };
 } // namespace
 
-QString AudioRecorderError::errorDescription() const {
-    return QStringLiteral("Could not start microphone recording.");
-}
-
 AudioRecorder::AudioRecorder(MicrophonePermission &permission, AudioFileRecorderFactory &recorders)
     : m_permission(permission)
     , m_recorders(recorders) { }

@@ -1,27 +1,10 @@
 #pragma once
 
 #include "Platform/Audio.h"
-#include "Platform/Error.h"
+#include "TolmiApp/AudioRecorderError.h"
 #include "TolmiApp/FlowCollaborators.h"
 
 #include <memory>
-
-/// Why a plain recording did not start.
-class AudioRecorderError final : public LocalizedError {
-public:
-    enum class Kind {
-        CouldNotStartRecording,
-    };
-
-    explicit AudioRecorderError(Kind kind)
-        : m_kind(kind) { }
-
-    Kind kind() const { return m_kind; }
-    QString errorDescription() const override;
-
-private:
-    Kind m_kind;
-};
 
 /// The fallback of capture: microphone to file without pre-roll. It also asks for the microphone permission
 /// for the whole program. Main thread only.

@@ -96,7 +96,10 @@ QString rawValue(Key key) {
 }
 
 QString text(Key key, AppLanguage language) {
-    const Row &row = table[size_t(key)];
+    return text(table[size_t(key)], language);
+}
+
+QString text(const Row &row, AppLanguage language) {
     return chosen(language, row.english, row.romanian);
 }
 

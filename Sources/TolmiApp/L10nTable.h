@@ -20,4 +20,7 @@ inline constexpr size_t keyCount = 263;
 /// The row of every key, at the place that the key's declaration gives.
 extern const std::array<Row, keyCount> table;
 
+/// The row's text in `language`.
+QString text(const Row &row, AppLanguage language);
+
 } // namespace L10n

@@ -14,8 +14,9 @@ protected:
     std::optional<bool> answer;
 
     void ask() {
-        launch([](AudioRecorderTest &test) -> Task<> { test.answer = co_await test.recorder.requestPermission(); }(
-            *this));
+        launch([](AudioRecorderTest &test) -> Task<> {
+            test.answer = co_await test.recorder.requestPermission();
+        }(*this));
     }
 
     const Calls &callsOfRecorder(size_t index) const { return recorders.recorders.at(index)->calls; }

@@ -28,7 +28,7 @@ QList<QStringList> referenceTexts() {
 }
 } // namespace
 
-TEST(L10n, holdsTheReferenceTextsInTheirOrder) {
+TEST(L10n, HoldsTheReferenceTextsInTheirOrder) {
     const QList<QStringList> reference = referenceTexts();
     ASSERT_EQ(reference.size(), 263);
     ASSERT_EQ(QMetaEnum::fromType<Key>().keyCount(), 263);
@@ -40,7 +40,7 @@ TEST(L10n, holdsTheReferenceTextsInTheirOrder) {
     }
 }
 
-TEST(L10n, writesRomanianWithoutDiacritics) {
+TEST(L10n, WritesRomanianWithoutDiacritics) {
     for (int index = 0; index < QMetaEnum::fromType<Key>().keyCount(); ++index) {
         const QString text = L10n::text(Key(index), romanian);
         const bool isPlain = std::all_of(text.begin(), text.end(),
@@ -49,14 +49,14 @@ TEST(L10n, writesRomanianWithoutDiacritics) {
     }
 }
 
-TEST(L10n, namesTheInterfaceLanguages) {
+TEST(L10n, NamesTheInterfaceLanguages) {
     EXPECT_EQ(L10n::appLanguageName(romanian, romanian), u"Romana");
     EXPECT_EQ(L10n::appLanguageName(english, romanian), u"Engleza");
     EXPECT_EQ(L10n::appLanguageName(romanian, english), u"Romanian");
     EXPECT_EQ(L10n::appLanguageName(english, english), u"English");
 }
 
-TEST(L10n, namesTheAppearances) {
+TEST(L10n, NamesTheAppearances) {
     EXPECT_EQ(L10n::appAppearanceName(AppAppearance::System, english), u"System");
     EXPECT_EQ(L10n::appAppearanceName(AppAppearance::Light, english), u"Light");
     EXPECT_EQ(L10n::appAppearanceName(AppAppearance::Dark, english), u"Dark");
@@ -65,7 +65,7 @@ TEST(L10n, namesTheAppearances) {
     EXPECT_EQ(L10n::appAppearanceName(AppAppearance::Dark, romanian), u"Intunecat");
 }
 
-TEST(L10n, namesThePerformanceModesAndTheEngine) {
+TEST(L10n, NamesThePerformanceModesAndTheEngine) {
     EXPECT_EQ(L10n::performanceModeName(DictationPerformanceMode::Faster, english), u"Faster");
     EXPECT_EQ(L10n::performanceModeName(DictationPerformanceMode::MaxQuality, english), u"Max quality");
     EXPECT_EQ(L10n::performanceModeName(DictationPerformanceMode::Faster, romanian), u"Mai rapid");
@@ -76,7 +76,7 @@ TEST(L10n, namesThePerformanceModesAndTheEngine) {
     }
 }
 
-TEST(L10n, namesEverySoundByTheKeyOfItsCase) {
+TEST(L10n, NamesEverySoundByTheKeyOfItsCase) {
     for (const ProcessingTransitionSound sound : allCases<ProcessingTransitionSound>()) {
         QString caseName = rawValue(sound);
         caseName[0] = caseName[0].toUpper();
@@ -91,7 +91,7 @@ TEST(L10n, namesEverySoundByTheKeyOfItsCase) {
     EXPECT_EQ(L10n::transitionSoundName(ProcessingTransitionSound::None, romanian), u"Fara sunet");
 }
 
-TEST(L10n, namesTheTranscriptionLanguages) {
+TEST(L10n, NamesTheTranscriptionLanguages) {
     struct {
         QStringView code;
         QStringView english;
@@ -115,7 +115,7 @@ TEST(L10n, namesTheTranscriptionLanguages) {
     }
 }
 
-TEST(L10n, namesTheAvatars) {
+TEST(L10n, NamesTheAvatars) {
     const QStringList inEnglish { QStringLiteral("Default"), QStringLiteral("Work"),
         QStringLiteral("Creative"), QStringLiteral("Voice") };
     const QStringList inRomanian { QStringLiteral("Standard"), QStringLiteral("Office"),
@@ -127,7 +127,7 @@ TEST(L10n, namesTheAvatars) {
     }
 }
 
-TEST(L10n, counts) {
+TEST(L10n, Counts) {
     EXPECT_EQ(L10n::historyCount(0, english), u"0 total");
     EXPECT_EQ(L10n::historyCount(0, romanian), u"0 total");
     EXPECT_EQ(L10n::historyCount(1234567, english), u"1234567 total");
@@ -139,18 +139,18 @@ TEST(L10n, counts) {
     EXPECT_EQ(L10n::onboardingProgress(2, 3, romanian), u"Progres: 2/3");
 }
 
-TEST(L10n, labelsTheLanguageOfAnEntry) {
+TEST(L10n, LabelsTheLanguageOfAnEntry) {
     EXPECT_EQ(L10n::languageLabel(QStringLiteral("auto"), english), u"Language: AUTO");
     EXPECT_EQ(L10n::languageLabel(QStringLiteral("ro"), english), u"Language: RO");
     EXPECT_EQ(L10n::languageLabel(QStringLiteral("ro"), romanian), u"Limba: RO");
 }
 
-TEST(L10n, titlesACopyButton) {
+TEST(L10n, TitlesACopyButton) {
     EXPECT_EQ(L10n::copyTitle(QStringLiteral("Output"), romanian), u"Copiaza Output");
     EXPECT_EQ(L10n::copyTitle(QStringLiteral("Output"), english), u"Copy Output");
 }
 
-TEST(L10n, labelsThePasteTarget) {
+TEST(L10n, LabelsThePasteTarget) {
     EXPECT_EQ(L10n::pasteTargetLabel(QStringLiteral("Notes"), english), u"Pasted to: Notes");
     EXPECT_EQ(L10n::pasteTargetLabel(QStringLiteral("Notes"), romanian), u"Lipire in: Notes");
     for (const std::optional<QString> &nobody : { std::optional<QString>(), std::optional(QString()) }) {
@@ -159,7 +159,7 @@ TEST(L10n, labelsThePasteTarget) {
     }
 }
 
-TEST(L10n, labelsTheDictationStates) {
+TEST(L10n, LabelsTheDictationStates) {
     using Kind = DictationState::Kind;
     const std::pair<DictationState, Key> cases[] {
         { Kind::Idle, Key::stateReady },

@@ -144,6 +144,7 @@ TEST_F(LiveAudioCaptureTest, WarmupDoesNotWaitForTheEngine) {
     capture->warmupIfAuthorized();
     EXPECT_FALSE(engine.isRunning());
     mayStart.set_value();
+    capture = nullptr;
 }
 
 TEST_F(LiveAudioCaptureTest, AFailedWarmupIsIgnoredAndTheNextStartTriesAgain) {
@@ -377,9 +378,9 @@ TEST_F(LiveAudioCaptureTest, TheLevelIsTheRootMeanSquareOfTheFirstChannel) {
     engine.format.channelCount = 2;
     makeIdleCapture();
     engine.feed({ engine.format, { { 0.1F, -0.1F, 0.1F, -0.1F }, { 1, 1, 1, 1 } }, 4 });
-    EXPECT_NEAR(capture->currentLevel(), 0.6, 1e-6);
+    EXPECT_NEAR(capture->currentLevel(), 0.6, 1e-5);
     engine.feed({ engine.format, { { 0.2F, 0, 0, 0 }, { 1, 1, 1, 1 } }, 4 });
-    EXPECT_NEAR(capture->currentLevel(), 0.6, 1e-6);
+    EXPECT_NEAR(capture->currentLevel(), 0.6, 1e-5);
 }
 
 TEST_F(LiveAudioCaptureTest, TheSumOfSquaresIsOfSinglePrecision) {
@@ -396,7 +397,7 @@ TEST_F(LiveAudioCaptureTest, AnEmptyBufferIsSilentAndOneWithoutSamplesChangesNot
     makeIdleCapture();
     feedConstant(0.1F);
     engine.feed({ engine.format, {}, 1024 });
-    EXPECT_NEAR(capture->currentLevel(), 0.6, 1e-6);
+    EXPECT_NEAR(capture->currentLevel(), 0.6, 1e-5);
     feedConstant(0.1F, 0);
     EXPECT_EQ(capture->currentLevel(), 0.0);
 }
@@ -413,12 +414,12 @@ TEST_F(LiveAudioCaptureTest, ThePeakIsNeverReset) {
     makeIdleCapture();
     feedConstant(0.1F);
     feedConstant(0.01F);
-    EXPECT_NEAR(capture->currentPreRollPeak(), 0.6, 1e-6);
+    EXPECT_NEAR(capture->currentPreRollPeak(), 0.6, 1e-5);
     for (int buffer = 0; buffer < 30; ++buffer)
         feedConstant(0.0F);
     capture->startRecording(url);
     capture->stopRecording();
-    EXPECT_NEAR(capture->currentPreRollPeak(), 0.6, 1e-6);
+    EXPECT_NEAR(capture->currentPreRollPeak(), 0.6, 1e-5);
     feedConstant(1.0F);
     EXPECT_EQ(capture->currentPreRollPeak(), 1.0);
 }
@@ -428,8 +429,12 @@ TEST_F(LiveAudioCaptureTest, NoBufferIsLostOrDoubledWhereAStartMeetsARunningMicr
     makeIdleCapture();
     std::atomic<bool> isEnding = false;
     std::thread microphone([&] {
-        for (int buffer = 0; !isEnding; ++buffer)
+        for (int buffer = 0; !isEnding; ++buffer) {
             feedConstant(float(buffer), frameCount);
+            // Or the queue grows without end.
+            if (buffer % 8 == 0)
+                capture->currentLevel();
+        }
     });
     for (int start = 0; start < 200; ++start) {
         capture->startRecording(url);

@@ -147,9 +147,9 @@ TEST(LinuxProcess, AGrandchildThatKeepsThePipesDoesNotKeepTheReader) {
     endLeftChild(script);
 }
 
-TEST(LinuxProcess, TerminationCanBeDisregarded) {
-    const Script script({ QStringLiteral("ignore-termination"), QStringLiteral("ready"),
-        QStringLiteral("sleep 100"), QStringLiteral("exit 6") });
+TEST(LinuxProcess, AChildMayTakeItsTimeToEnd) {
+    const Script script({ QStringLiteral("hold-termination"), QStringLiteral("ready"),
+        QStringLiteral("await-termination"), QStringLiteral("exit 6") });
     const auto process = start(script);
     waitUntil([&script] { return script.isReady(); });
     process->terminate();

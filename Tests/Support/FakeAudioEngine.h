@@ -6,8 +6,8 @@
 #include <deque>
 #include <mutex>
 
-/// A microphone that hears what a test feeds it. The public members are the test's: to be read and written only
-/// while no other thread calls.
+/// A microphone that hears what a test feeds it. The public members are the test's: to be read and written
+/// only while no other thread calls.
 class FakeAudioEngine final : public AudioEngine {
 public:
     AudioFormat format { 48000, 1 };

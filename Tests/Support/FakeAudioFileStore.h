@@ -7,8 +7,8 @@
 #include <mutex>
 #include <set>
 
-/// Sound files in memory. The public members are the test's: to be read and written only while no other thread
-/// calls.
+/// Sound files in memory. The public members are the test's: to be read and written only while no other
+/// thread calls.
 class FakeAudioFileStore final : public AudioFileStore {
 public:
     /// A file that was created, and the first channel of what was written to it.

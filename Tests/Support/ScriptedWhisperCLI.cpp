@@ -5,7 +5,8 @@
 //   transcript TEXT            writes the text into the output file; "\n" and "\xHH" stand for bytes
 //   append TEXT                writes more of it
 //   report                     writes arguments, descriptors, signals and folder into MODEL.report
-//   ignore-termination         disregards the termination signal
+//   hold-termination           does not end by the termination signal from here on
+//   await-termination          waits for that signal, after hold-termination
 //   leave-child                leaves a child behind that keeps the pipes open; its id goes into MODEL.child
 //   ready                      creates MODEL.ready
 //   sleep MILLISECONDS         waits
@@ -110,6 +111,13 @@ std::string report(const Call &call) {
         ::pause();
 }
 
+sigset_t terminationSet() {
+    sigset_t set;
+    ::sigemptyset(&set);
+    ::sigaddset(&set, SIGTERM);
+    return set;
+}
+
 void leaveChild(const Call &call) {
     const pid_t child = ::fork();
     if (child == 0)
@@ -149,8 +157,13 @@ void execute(const Call &call, const std::string &command, std::istream &line) {
         writeFile(call.output(), rest(line), std::ios::app);
     } else if (command == "report") {
         writeFile(call.model() + ".report", report(call), std::ios::trunc);
-    } else if (command == "ignore-termination") {
-        std::signal(SIGTERM, SIG_IGN);
+    } else if (command == "hold-termination") {
+        const sigset_t set = terminationSet();
+        ::sigprocmask(SIG_BLOCK, &set, nullptr);
+    } else if (command == "await-termination") {
+        const sigset_t set = terminationSet();
+        int signal = 0;
+        ::sigwait(&set, &signal);
     } else if (command == "leave-child") {
         leaveChild(call);
     } else if (command == "ready") {

@@ -4,7 +4,8 @@ set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+search_path=$PATH
+trap 'PATH=$search_path; rm -rf "$work"' EXIT
 
 fail() {
   echo "FAILED: $*" >&2
@@ -51,6 +52,16 @@ stand_in() {
   { echo '#!/bin/bash'; cat; } >"$work/bin/$1"
   chmod +x "$work/bin/$1"
   [[ $PATH == "$work/bin:"* ]] || export PATH=$work/bin:$PATH
+}
+
+# Leaves these programs and the stand-ins on the search path, and no other.
+only_programs() {
+  local name
+  mkdir -p "$work/only"
+  for name; do
+    ln -s "$(type -P "$name")" "$work/only/$name"
+  done
+  export PATH=$work/bin:$work/only
 }
 
 run_case() {

@@ -100,12 +100,8 @@ test_registry_out_of_reach() {
 }
 
 test_missing_npm_is_named() {
-  local tool
-  mkdir "$work/few"
-  for tool in bash cksum dirname readlink mkdir cat; do
-    ln -s "$(type -P $tool)" "$work/few/$tool"
-  done
-  PATH=$work/few XDG_CACHE_HOME=$work/cache expect_status 1 "$install" --build --prefix "$tools"
+  only_programs bash cksum dirname readlink mkdir cat
+  XDG_CACHE_HOME=$work/cache expect_status 1 "$install" --build --prefix "$tools"
   expect_one_line
   expect_contains "$output" "without npm"
 }

@@ -1,0 +1,136 @@
+#include "TolmiCore/TolmiDefaultPaths.h"
+
+#include <algorithm>
+#include <set>
+
+namespace {
+using Surroundings = TolmiDefaultPaths::Surroundings;
+using OptionalURL = std::optional<FileURL>;
+
+constexpr int ancestorsOfProgram = 8;
+constexpr int ancestorsOfBundle = 6;
+
+OptionalURL appSupportRootURL(const Surroundings &surroundings) {
+    const OptionalURL support = surroundings.fileManager.applicationSupportDirectory();
+    if (!support)
+        return std::nullopt;
+    return support->appendingPathComponent(QStringLiteral("Tolmi"));
+}
+
+FileURL resolved(const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
+    return currentDirectoryURL ? *currentDirectoryURL : surroundings.fileManager.currentDirectory();
+}
+
+/// Adds the standardised `url` and at most `levels` folders above it.
+void appendAncestors(const FileURL &url, int levels, std::vector<FileURL> &list) {
+    FileURL current = url.standardizedFileURL();
+    for (int step = 0; step <= levels; ++step) {
+        list.push_back(current);
+        const FileURL parent = current.deletingLastPathComponent();
+        if (parent == current)
+            return;
+        current = parent;
+    }
+}
+
+/// The list with each place once, where it stands first and in the form in which it stands there.
+std::vector<FileURL> uniqueURLs(const std::vector<FileURL> &list) {
+    std::set<QString> seen;
+    std::vector<FileURL> unique;
+    for (const FileURL &url : list) {
+        if (seen.insert(url.standardizedFileURL().path()).second)
+            unique.push_back(url);
+    }
+    return unique;
+}
+
+/// The folders that may hold the program's files.
+std::vector<FileURL> rootCandidates(const Surroundings &surroundings, const FileURL &currentDirectoryURL) {
+    std::vector<FileURL> roots { currentDirectoryURL };
+    const BundleInfo &bundle = surroundings.bundleInfo;
+    if (!bundle.programArgument.isEmpty()) {
+        const FileURL program = FileURL(bundle.programArgument).standardizedFileURL();
+        appendAncestors(program.deletingLastPathComponent(), ancestorsOfProgram, roots);
+    }
+    const FileURL bundleURL = bundle.bundleURL.standardizedFileURL();
+    appendAncestors(bundleURL, ancestorsOfBundle, roots);
+    if (bundleURL.pathExtension() == u"app")
+        appendAncestors(bundleURL.deletingLastPathComponent(), ancestorsOfBundle, roots);
+    return uniqueURLs(roots);
+}
+
+void appendModels(const FileURL &folder, std::vector<FileURL> &list) {
+    for (const QString &name : TolmiDefaultPaths::modelFileNames())
+        list.push_back(folder.appendingPathComponent(name));
+}
+} // namespace
+
+namespace TolmiDefaultPaths {
+
+const QStringList &modelFileNames() {
+    static const QStringList names {
+        QStringLiteral("ggml-large-v3.bin"),
+        QStringLiteral("ggml-large-v3-turbo.bin"),
+        QStringLiteral("ggml-large-v2.bin"),
+        QStringLiteral("ggml-large-v1.bin"),
+        QStringLiteral("ggml-large.bin"),
+        QStringLiteral("ggml-medium.bin"),
+        QStringLiteral("ggml-small.bin"),
+        QStringLiteral("ggml-base.bin"),
+        QStringLiteral("ggml-medium.en.bin"),
+        QStringLiteral("ggml-small.en.bin"),
+        QStringLiteral("ggml-base.en.bin"),
+    };
+    return names;
+}
+
+std::vector<FileURL> whisperBinaryCandidates(
+    const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
+    std::vector<FileURL> candidates;
+    if (const OptionalURL support = appSupportRootURL(surroundings))
+        candidates.push_back(support->appendingPathComponent(QStringLiteral("tools/whisper-cli")));
+    for (const FileURL &root : rootCandidates(surroundings, resolved(surroundings, currentDirectoryURL))) {
+        candidates.push_back(root.appendingPathComponent(QStringLiteral(".tools/whisper-cli")));
+        candidates.push_back(
+            root.appendingPathComponent(QStringLiteral(".vendor/whisper.cpp/build/bin/whisper-cli")));
+        candidates.push_back(
+            root.appendingPathComponent(QStringLiteral(".vendor/whisper.cpp/build/bin/main")));
+    }
+    candidates.emplace_back(QStringLiteral("/opt/homebrew/bin/whisper-cli"));
+    candidates.emplace_back(QStringLiteral("/usr/local/bin/whisper-cli"));
+    return uniqueURLs(candidates);
+}
+
+std::vector<FileURL> modelCandidates(
+    const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
+    std::vector<FileURL> candidates;
+    if (const OptionalURL support = appSupportRootURL(surroundings))
+        appendModels(support->appendingPathComponent(QStringLiteral("models")), candidates);
+    for (const FileURL &root : rootCandidates(surroundings, resolved(surroundings, currentDirectoryURL)))
+        appendModels(root.appendingPathComponent(QStringLiteral(".models")), candidates);
+    return uniqueURLs(candidates);
+}
+
+FileURL defaultWhisperBinaryURL(const Surroundings &surroundings) {
+    const auto candidates = whisperBinaryCandidates(surroundings);
+    const auto found = std::find_if(candidates.begin(), candidates.end(),
+        [&](const FileURL &url) { return surroundings.fileManager.isExecutableFile(url.path()); });
+    return found != candidates.end() ? *found : candidates.front();
+}
+
+FileURL defaultModelURL(const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
+    const FileURL current = resolved(surroundings, currentDirectoryURL);
+    const auto candidates = modelCandidates(surroundings, current);
+    const auto found = std::find_if(candidates.begin(), candidates.end(),
+        [&](const FileURL &url) { return surroundings.fileManager.fileExists(url.path()); });
+    if (found != candidates.end())
+        return *found;
+    return current.appendingPathComponent(QStringLiteral(".models/ggml-large-v3.bin"));
+}
+
+FileURL legacyDefaultModelURL(const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
+    return resolved(surroundings, currentDirectoryURL)
+        .appendingPathComponent(QStringLiteral(".models/ggml-base.en.bin"));
+}
+
+} // namespace TolmiDefaultPaths
