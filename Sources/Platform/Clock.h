@@ -1,11 +1,13 @@
 #pragma once
 
 #include "Platform/Date.h"
+#include "Platform/Task.h"
 
-#include <coroutine>
 #include <functional>
 
 /// Time and the main thread's queue. Everything that waits or asks for the time does so through this.
+///
+/// Destruction forgets the work that has not run yet; tasks that sleep are abandoned by it.
 class Clock {
 public:
     virtual ~Clock() = default;
@@ -30,19 +32,23 @@ struct SleepRequest {
     Clock &clock;
     double seconds;
 
-    struct Awaiter {
-        Clock &clock;
-        double seconds;
-        bool await_ready() const noexcept { return false; }
+    class Awaiter : public AbandonableAwaiter {
+    public:
+        Awaiter(Clock &clock, double seconds)
+            : m_clock(clock)
+            , m_seconds(seconds) { }
         void await_suspend(std::coroutine_handle<> waiting) {
-            clock.callAfter(seconds, [waiting] { waiting.resume(); });
+            m_clock.callAfter(m_seconds, resumption(waiting));
         }
-        void await_resume() const noexcept { }
+
+    private:
+        Clock &m_clock;
+        double m_seconds;
     };
     Awaiter operator co_await() const { return { clock, seconds }; }
 };
 
-/// Suspends the awaiting task for `seconds` of `clock`; the clock must outlive the wait.
+/// Suspends the awaiting task for `seconds` of `clock`. A clock that goes away abandons the task.
 inline SleepRequest sleep(Clock &clock, double seconds) {
     return { clock, seconds };
 }

@@ -43,7 +43,7 @@ private:                                                                        
     type m_##name = initialValue;
 
 /// Declares a published field that everybody may set. After storing, the member function `rule()` runs, which
-/// may assign again; QML hears of the change last.
+/// may assign again; QML hears of the change last, and once for the whole assignment.
 #define TOLMI_PUBLISHED(type, name, setter, rule)                                                            \
     Q_PROPERTY(type name READ name WRITE setter NOTIFY name##Changed)                                        \
 public:                                                                                                      \
@@ -55,12 +55,15 @@ public:                                                                         
         Q_EMIT objectWillChange();                                                                           \
         Q_EMIT name##WillChange(newValue);                                                                   \
         m_##name = std::move(newValue);                                                                      \
+        const bool isInsideItsRule = std::exchange(m_##name##RuleRuns, true);                                \
         rule();                                                                                              \
-        if (!(m_##name == oldValue))                                                                         \
+        m_##name##RuleRuns = isInsideItsRule;                                                                \
+        if (!isInsideItsRule && !(m_##name == oldValue))                                                     \
             Q_EMIT name##Changed();                                                                          \
     }                                                                                                        \
     Q_SIGNAL void name##WillChange(const type &newValue);                                                    \
     Q_SIGNAL void name##Changed();                                                                           \
                                                                                                              \
 private:                                                                                                     \
-    type m_##name {};
+    type m_##name {};                                                                                        \
+    bool m_##name##RuleRuns = false;

@@ -6,6 +6,9 @@
 #include <utility>
 #include <vector>
 
+/// The type of plain text as UTF-8, which every clipboard takes and every text field understands.
+inline const QString pasteboardTextType = QStringLiteral("text/plain;charset=utf-8");
+
 /// One thing on the clipboard in all its representations, in the owner's order.
 struct PasteboardItem {
     std::vector<std::pair<QString, QByteArray>> representations;

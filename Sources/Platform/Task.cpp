@@ -3,6 +3,8 @@
 #include "Platform/Error.h"
 #include "Platform/Log.h"
 
+#include <utility>
+
 namespace {
 std::function<void(std::exception_ptr)> &unhandledTaskErrorHandler() {
     static std::function<void(std::exception_ptr)> handler;
@@ -12,6 +14,8 @@ std::function<void(std::exception_ptr)> &unhandledTaskErrorHandler() {
 Task<> supervise(Task<> task) {
     try {
         co_await task;
+    } catch (const TaskAbandoned &) {
+        co_return;
     } catch (...) {
         const std::exception_ptr error = std::current_exception();
         logLine(QStringLiteral("Tolmi: a task failed: ") + localizedDescription(error));
@@ -28,4 +32,24 @@ void launch(Task<> task) {
 std::function<void(std::exception_ptr)> setUnhandledTaskErrorHandler(
     std::function<void(std::exception_ptr)> handler) {
     return std::exchange(unhandledTaskErrorHandler(), std::move(handler));
+}
+
+struct Resumption::State {
+    std::coroutine_handle<> waiting;
+    bool &isAbandoned;
+
+    ~State() {
+        if (!waiting)
+            return;
+        isAbandoned = true;
+        waiting.resume();
+    }
+};
+
+Resumption::Resumption(std::coroutine_handle<> waiting, bool &isAbandoned)
+    : m_state(new State { waiting, isAbandoned }) { }
+
+void Resumption::operator()() const {
+    if (const auto waiting = std::exchange(m_state->waiting, {}))
+        waiting.resume();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Application.h"
 #include "TolmiApp/RawValue.h"
 
 /// The looks that can be chosen. Stored texts match in any case; an unknown one means the dark look.
@@ -17,4 +18,18 @@ struct RawValues<AppAppearance> {
         std::pair { AppAppearance::Dark, QLatin1String("dark") },
     };
     static constexpr AppAppearance fallback = AppAppearance::Dark;
+    static constexpr bool matchesAnyCase = true;
 };
+
+/// The look that the choice forces on the windows; absent follows the system.
+constexpr std::optional<Appearance> nsAppearance(AppAppearance appearance) {
+    switch (appearance) {
+    case AppAppearance::System:
+        return std::nullopt;
+    case AppAppearance::Light:
+        return Appearance::Light;
+    case AppAppearance::Dark:
+        return Appearance::Dark;
+    }
+    Q_UNREACHABLE();
+}

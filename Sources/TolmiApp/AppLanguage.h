@@ -15,4 +15,5 @@ struct RawValues<AppLanguage> {
         std::pair { AppLanguage::English, QLatin1String("en") },
     };
     static constexpr AppLanguage fallback = AppLanguage::Romanian;
+    static constexpr bool matchesAnyCase = true;
 };

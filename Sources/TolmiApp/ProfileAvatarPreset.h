@@ -20,3 +20,8 @@ struct RawValues<ProfileAvatarPreset> {
     };
     static constexpr ProfileAvatarPreset fallback = ProfileAvatarPreset::Person;
 };
+
+/// The stored text of the preset that `text` names, or of the default preset for any unknown text.
+inline QString normalizedProfileAvatarID(const QString &text) {
+    return rawValue(rawValueOrDefault<ProfileAvatarPreset>(text));
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Text/Text.h"
+
 #include <QLatin1String>
 #include <QString>
 
@@ -9,7 +11,8 @@
 
 /// The stored texts of an enumeration, in the order in which its cases are shown. Specialised beside each
 /// enumeration that is stored, with a static array `table` and the case `fallback` that stands for any
-/// unknown text.
+/// unknown text. A static member `matchesAnyCase` makes capitals count as small letters where a stored text
+/// is read.
 template <typename Enum>
 struct RawValues;
 
@@ -36,7 +39,10 @@ std::optional<Enum> caseOfRawValue(const QString &text) {
 /// The case with this stored text, or the enumeration's fallback for an unknown text. Never fails.
 template <typename Enum>
 Enum rawValueOrDefault(const QString &text) {
-    return caseOfRawValue<Enum>(text).value_or(RawValues<Enum>::fallback);
+    if constexpr (requires { RawValues<Enum>::matchesAnyCase; })
+        return caseOfRawValue<Enum>(Text::lowerCased(text)).value_or(RawValues<Enum>::fallback);
+    else
+        return caseOfRawValue<Enum>(text).value_or(RawValues<Enum>::fallback);
 }
 
 /// All cases in their order.

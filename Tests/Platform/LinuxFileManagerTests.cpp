@@ -97,10 +97,26 @@ TEST(LinuxFolders, ApplicationSupportIsTheDataHomeWhereAbsolute) {
     EXPECT_EQ(support({ {}, {}, {}, folder.path() }), QStringLiteral("absent"));
 }
 
+TEST(LinuxFolders, SettingsLieInTheConfigurationHomeWhereAbsolute) {
+    const QTemporaryDir folder;
+    const auto settings = [&folder](const QString &home, const QString &configHome) {
+        const LinuxFolders folders { home, {}, {}, folder.path(), configHome };
+        const LinuxFileManager files(folders);
+        QString path = settingsFileURL(folders, files).path();
+        return path.replace(files.temporaryDirectory().path(), QStringLiteral("(temporary)"));
+    };
+    const QString home = QStringLiteral("/home/a");
+    EXPECT_EQ(settings(home, QStringLiteral("/c")), QStringLiteral("/c/Tolmi/settings.json"));
+    EXPECT_EQ(settings(home, QStringLiteral("c")), QStringLiteral("/home/a/.config/Tolmi/settings.json"));
+    EXPECT_EQ(settings(home, {}), QStringLiteral("/home/a/.config/Tolmi/settings.json"));
+    EXPECT_EQ(settings({}, {}), QStringLiteral("(temporary)/Tolmi/settings.json"));
+}
+
 TEST(LinuxFolders, OfThisProcessComeFromItsEnvironment) {
     EXPECT_EQ(LinuxFolders::ofThisProcess().dataHome, qEnvironmentVariable("XDG_DATA_HOME"));
     EXPECT_EQ(LinuxFolders::ofThisProcess().runtime, qEnvironmentVariable("XDG_RUNTIME_DIR"));
     EXPECT_EQ(LinuxFolders::ofThisProcess().temporary, QDir::tempPath());
+    EXPECT_EQ(LinuxFolders::ofThisProcess().configHome, qEnvironmentVariable("XDG_CONFIG_HOME"));
     EXPECT_TRUE(LinuxFolders::ofThisProcess().home.startsWith(u'/'));
 }
 

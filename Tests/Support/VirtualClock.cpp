@@ -1,6 +1,7 @@
 #include "Support/VirtualClock.h"
 
 #include <algorithm>
+#include <utility>
 
 void VirtualClock::post(std::function<void()> work) {
     std::lock_guard lock(m_postedMutex);
@@ -46,4 +47,10 @@ void VirtualClock::advance(double seconds) {
         runPosted();
     }
     m_now.secondsSinceReferenceDate = std::max(m_now.secondsSinceReferenceDate, end);
+}
+
+void VirtualClock::forgetPending() {
+    // Calls are taken out first: what an abandoned task releases may still ask this clock for something.
+    while (takePosted() || !m_calls.empty())
+        const auto dropped = std::exchange(m_calls, {});
 }

@@ -13,6 +13,9 @@ public:
     /// 2026-01-01T00:00:00Z.
     static constexpr Date start = Date::fromSecondsSince1970(1767225600);
 
+    VirtualClock() = default;
+    ~VirtualClock() override { forgetPending(); }
+
     Date now() const override { return m_now; }
     void post(std::function<void()> work) override;
     void callAfter(double seconds, std::function<void()> work) override;
@@ -28,6 +31,9 @@ public:
 
     /// Moves the time without running anything.
     void shift(double seconds) { m_now = m_now + seconds; }
+
+    /// Drops everything that is still to come, as the end of the clock does.
+    void forgetPending();
 
     /// How many calls are still to come.
     size_t pendingCallCount() const { return m_calls.size(); }

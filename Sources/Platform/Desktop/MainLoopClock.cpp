@@ -18,7 +18,15 @@ void MainLoopClock::post(std::function<void()> work) {
 void MainLoopClock::callAfter(double seconds, std::function<void()> work) {
     const auto delay = std::chrono::duration<double>(std::max(seconds, 0.0));
     const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(delay);
-    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &m_context, std::move(work));
+    // A timer of our own, because the work of QTimer::singleShot outlives its context.
+    auto *timer = new QTimer(&m_context);
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, work = std::move(work)] {
+        timer->deleteLater();
+        work();
+    });
+    timer->start(milliseconds);
 }
 
 void MainLoopClock::block(double seconds) {

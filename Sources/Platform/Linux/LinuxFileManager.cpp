@@ -51,11 +51,12 @@ int makePrivateFolders(const FileURL &url) {
     return error == EEXIST && isFolder(path) ? 0 : error;
 }
 
-std::optional<FileURL> applicationSupportOf(const LinuxFolders &folders) {
-    if (folders.dataHome.startsWith(u'/'))
-        return FileURL(folders.dataHome);
-    if (folders.home.startsWith(u'/'))
-        return FileURL(folders.home).appendingPathComponent(QStringLiteral(".local/share"));
+/// The folder that the system names, else the usual one in the user's home.
+std::optional<FileURL> userFolder(const QString &named, const QString &home, const QString &usual) {
+    if (named.startsWith(u'/'))
+        return FileURL(named);
+    if (home.startsWith(u'/'))
+        return FileURL(home).appendingPathComponent(usual);
     return std::nullopt;
 }
 
@@ -97,11 +98,13 @@ LinuxFolders LinuxFolders::ofThisProcess() {
     folders.dataHome = qEnvironmentVariable("XDG_DATA_HOME");
     folders.runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
     folders.temporary = QDir::tempPath();
+    folders.configHome = qEnvironmentVariable("XDG_CONFIG_HOME");
     return folders;
 }
 
 LinuxFileManager::LinuxFileManager(const LinuxFolders &folders)
-    : m_applicationSupportDirectory(applicationSupportOf(folders))
+    : m_applicationSupportDirectory(
+        userFolder(folders.dataHome, folders.home, QStringLiteral(".local/share")))
     , m_temporaryDirectory(temporaryDirectoryOf(folders)) { }
 
 bool LinuxFileManager::fileExists(const QString &path) const {
@@ -143,4 +146,11 @@ FileURL LinuxFileManager::temporaryDirectory() const {
 
 FileURL LinuxFileManager::currentDirectory() const {
     return FileURL(QDir::currentPath());
+}
+
+FileURL settingsFileURL(const LinuxFolders &folders, const FileManager &fileManager) {
+    const std::optional<FileURL> named
+        = userFolder(folders.configHome, folders.home, QStringLiteral(".config"));
+    const FileURL base = named ? *named : fileManager.temporaryDirectory();
+    return base.appendingPathComponent(QStringLiteral("Tolmi/settings.json"));
 }

@@ -11,6 +11,8 @@ struct LinuxFolders {
     QString runtime;
     /// Temporary files of everybody.
     QString temporary;
+    /// The user's settings; counts only when absolute.
+    QString configHome;
 
     /// The folders that this process's environment and the user database name.
     static LinuxFolders ofThisProcess();
@@ -37,3 +39,7 @@ private:
     std::optional<FileURL> m_applicationSupportDirectory;
     FileURL m_temporaryDirectory;
 };
+
+/// The file that holds the user's settings; in the temporary directory where the system names no folder of
+/// the user.
+FileURL settingsFileURL(const LinuxFolders &folders, const FileManager &fileManager);

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Platform/FileURL.h"
+
+#include <QByteArray>
+
+/// Who may read a file that is written.
+enum class FilePrivacy {
+    /// The user alone, whatever was there before.
+    Private,
+    /// Whoever could read the replaced file; for a new one as the user's other programs do it.
+    AsUsual,
+};
+
+/// Writes files so that a reader, or the next start after a crash, finds the old content or the new one and
+/// nothing between. Any thread may call it.
+class AtomicFileWriter {
+public:
+    virtual ~AtomicFileWriter() = default;
+
+    /// Makes `content` the whole content of the file; the file that a link leads to, not the link. The folder
+    /// must exist. Throws SystemError, and what was there is still whole.
+    virtual void write(const FileURL &url, const QByteArray &content, FilePrivacy privacy) = 0;
+
+    /// Removes what killed processes of this program left behind while they wrote into `folder`. Only for the
+    /// program's own folders, and before anything is written there.
+    virtual void sweepLeftovers(const FileURL &folder) = 0;
+};

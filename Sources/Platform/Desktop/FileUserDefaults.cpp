@@ -1,0 +1,127 @@
+#include "Platform/Desktop/FileUserDefaults.h"
+
+#include "Platform/Desktop/DefaultsFormat.h"
+#include "Platform/Error.h"
+#include "Platform/Log.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <mutex>
+#include <utility>
+
+namespace {
+/// The name under which a file is kept that was not understood.
+QString keptPath(const QString &path, int number) {
+    return path + QStringLiteral(".unreadable-") + QString::number(number);
+}
+} // namespace
+
+/// What the main thread leaves for the background to write.
+struct FileUserDefaults::Outbox {
+    FileURL fileURL;
+    FileManager &fileManager;
+    AtomicFileWriter &writer;
+
+    std::mutex mutex;
+    /// The newest content; absent when it has been taken to be written.
+    std::optional<QByteArray> content;
+    bool hasFailed = false;
+
+    std::optional<QByteArray> takeContent() {
+        const std::lock_guard lock(mutex);
+        return std::exchange(content, std::nullopt);
+    }
+
+    /// Gives whether a write has to be queued for it.
+    bool put(const QByteArray &newContent) {
+        const std::lock_guard lock(mutex);
+        return !std::exchange(content, newContent).has_value();
+    }
+
+    bool lastWriteFailed() {
+        const std::lock_guard lock(mutex);
+        return hasFailed;
+    }
+
+    /// Gives whether the one before went differently.
+    bool noteOutcome(bool failed) {
+        const std::lock_guard lock(mutex);
+        return std::exchange(hasFailed, failed) != failed;
+    }
+
+    void write() {
+        const std::optional<QByteArray> taken = takeContent();
+        try {
+            fileManager.createDirectory(fileURL.deletingLastPathComponent());
+            writer.write(fileURL, *taken, FilePrivacy::Private);
+            noteOutcome(false);
+        } catch (const SystemError &error) {
+            // Once, and not for every step of a slider that is dragged on a full disk.
+            if (noteOutcome(true))
+                logLine(QStringLiteral("Tolmi: the settings were not saved: ") + error.errorDescription());
+        }
+    }
+};
+
+FileUserDefaults::FileUserDefaults(const FileURL &fileURL, FileManager &fileManager, AtomicFileWriter &writer)
+    : m_fileURL(fileURL)
+    , m_outbox(new Outbox { fileURL, fileManager, writer })
+    , m_queue(QStringLiteral("Tolmi.FileUserDefaults")) {
+    load(fileManager);
+}
+
+FileUserDefaults::~FileUserDefaults() = default;
+
+std::optional<DefaultsValue> FileUserDefaults::object(const QString &key) const {
+    const auto found = m_values.find(key);
+    return found == m_values.end() ? std::nullopt : std::optional(found->second);
+}
+
+void FileUserDefaults::set(const QString &key, const DefaultsValue &value) {
+    const auto [entry, isNew] = m_values.try_emplace(key, value);
+    const bool differs = isNew || entry->second != value;
+    entry->second = value;
+    if (differs || m_outbox->lastWriteFailed())
+        scheduleWrite();
+}
+
+void FileUserDefaults::removeObject(const QString &key) {
+    if (m_values.erase(key) > 0 || m_outbox->lastWriteFailed())
+        scheduleWrite();
+}
+
+void FileUserDefaults::load(const FileManager &fileManager) {
+    if (!fileManager.fileExists(m_fileURL.path()))
+        return;
+    ParsedDefaults parsed;
+    try {
+        parsed = parsedDefaults(fileManager.contents(m_fileURL));
+    } catch (const SystemError &error) {
+        logLine(QStringLiteral("Tolmi: the settings cannot be read: ") + error.errorDescription());
+    }
+    m_values = std::move(parsed.values);
+    if (!parsed.isComplete)
+        setAside();
+}
+
+// The next write would put an end to what could not be understood, so the file gets out of its way first.
+void FileUserDefaults::setAside() {
+    const QString path = m_fileURL.path();
+    int number = 1;
+    while (QFileInfo::exists(keptPath(path, number)))
+        ++number;
+    m_mayWrite = QFile::rename(path, keptPath(path, number));
+    if (m_mayWrite)
+        logLine(QStringLiteral("Tolmi: the settings file was not understood; it is kept as ")
+            + keptPath(path, number));
+    else
+        logLine(
+            QStringLiteral("Tolmi: the settings file was not understood and stays; settings are not saved"));
+    scheduleWrite();
+}
+
+void FileUserDefaults::scheduleWrite() {
+    if (m_mayWrite && m_outbox->put(jsonOfDefaults(m_values)))
+        m_queue.async([outbox = m_outbox.get()] { outbox->write(); });
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Platform/AtomicFileWriter.h"
+#include "Platform/FileManager.h"
+#include "Platform/SerialQueue.h"
+#include "Platform/UserDefaults.h"
+
+#include <map>
+#include <memory>
+
+/// The user's settings in one JSON file that only the user can read.
+///
+/// The file is read at construction. One that cannot be read, or that holds more than single values, is
+/// renamed and kept, and what it says as far as it can be understood is taken over. Writes are gathered and
+/// done in the background; destruction waits for the last one.
+class FileUserDefaults final : public UserDefaults {
+public:
+    /// The references must outlive this. The folder of `fileURL` is made when the first value is written.
+    FileUserDefaults(const FileURL &fileURL, FileManager &fileManager, AtomicFileWriter &writer);
+    ~FileUserDefaults() override;
+
+    std::optional<DefaultsValue> object(const QString &key) const override;
+    void set(const QString &key, const DefaultsValue &value) override;
+    void removeObject(const QString &key) override;
+
+private:
+    struct Outbox;
+
+    void load(const FileManager &fileManager);
+    void setAside();
+    void scheduleWrite();
+
+    const FileURL m_fileURL;
+    std::map<QString, DefaultsValue> m_values;
+    bool m_mayWrite = true;
+    std::unique_ptr<Outbox> m_outbox;
+    // The last member, so that it ends first: what is queued uses the others.
+    SerialQueue m_queue;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Platform/AtomicFileWriter.h"
+
+/// Writes through a temporary file in the target's folder.
+///
+/// The temporary file has no name until it is complete, so that nothing is left of a killed process. File
+/// systems that know no such files (FAT, some in user space) get a named one.
+class LinuxAtomicFileWriter final : public AtomicFileWriter {
+public:
+    enum class TemporaryFiles {
+        UnnamedWherePossible,
+        /// As on a file system without unnamed files.
+        Named,
+    };
+
+    explicit LinuxAtomicFileWriter(TemporaryFiles temporaryFiles = TemporaryFiles::UnnamedWherePossible)
+        : m_temporaryFiles(temporaryFiles) { }
+
+    void write(const FileURL &url, const QByteArray &content, FilePrivacy privacy) override;
+    void sweepLeftovers(const FileURL &folder) override;
+
+private:
+    const TemporaryFiles m_temporaryFiles;
+};

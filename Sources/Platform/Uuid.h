@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QString>
+#include <QUuid>
+
+/// The text form of an id, as it is stored and shown: upper case, without braces.
+inline QString uuidString(const QUuid &id) {
+    return id.toString(QUuid::WithoutBraces).toUpper();
+}

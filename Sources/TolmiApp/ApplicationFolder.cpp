@@ -1,0 +1,7 @@
+#include "TolmiApp/ApplicationFolder.h"
+
+FileURL tolmiRootDirectoryURL(const FileManager &fileManager) {
+    const std::optional<FileURL> applicationSupport = fileManager.applicationSupportDirectory();
+    const FileURL base = applicationSupport ? *applicationSupport : fileManager.temporaryDirectory();
+    return base.appendingPathComponent(QStringLiteral("Tolmi"));
+}

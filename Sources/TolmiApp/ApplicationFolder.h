@@ -1,0 +1,7 @@
+#pragma once
+
+#include "Platform/FileManager.h"
+
+/// The folder "Tolmi" that holds all files of the program: in the user's application support folder, or in
+/// the temporary one where the system names none. It need not exist.
+FileURL tolmiRootDirectoryURL(const FileManager &fileManager);
