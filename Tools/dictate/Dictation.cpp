@@ -1,22 +1,13 @@
 #include "dictate/Dictation.h"
 
+#include "dictate/Home.h"
 #include "dictate/Waiting.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
 
 namespace {
 // What the user had on the clipboard before dictating, and must find there afterwards.
 const QString usersClipboard = QStringLiteral("the user's own clipboard");
-
-QString newestRecording(const QDateTime &since) {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/Tolmi/audio-cache"));
-    const QFileInfoList files = folder.entryInfoList(QDir::Files, QDir::Time);
-    return files.isEmpty() || files.first().birthTime() < since ? QString() : files.first().filePath();
-}
 
 void fillTimes(DictationReport &report, const DictationStage &stage, double keyDown) {
     for (const RunningProgram::Stage &seen : stage.program.stages()) {
@@ -64,7 +55,7 @@ DictationReport dictate(const DictationStage &stage, const QString &wavPath) {
     setClipboardText(usersClipboard);
     stage.program.forgetStages();
     stage.user.forget();
-    const QDateTime start = QDateTime::currentDateTime();
+    const QStringList earlierRecordings = keptRecordings();
     const double keyDown = stage.program.clock();
     if (speak(report, stage, wavPath)) {
         const auto hasEnded = [&] { return stage.program.state() == u"idle" || !stage.program.isRunning(); };
@@ -74,7 +65,9 @@ DictationReport dictate(const DictationStage &stage, const QString &wavPath) {
     pause(0.1);
     fillTimes(report, stage, keyDown);
     report.isClipboardRestored = clipboardText() == usersClipboard;
-    report.recordingPath = newestRecording(start.addSecs(-1));
+    const QStringList recordings = keptRecordings();
+    if (recordings.size() > earlierRecordings.size())
+        report.recordingPath = recordings.first();
     report.pasted = stage.editor.text();
     return report;
 }

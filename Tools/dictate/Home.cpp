@@ -7,6 +7,10 @@
 #include <QStandardPaths>
 
 namespace {
+QString dataFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Tolmi";
+}
+
 bool link(const QString &target, const QString &name) {
     QDir().mkpath(QFileInfo(name).path());
     return QFileInfo::exists(name) || QFile::link(QFileInfo(target).absoluteFilePath(), name);
@@ -24,13 +28,26 @@ HomeOptions homeOptions(const QCommandLineParser &parser) {
 }
 
 bool prepareHome(const HomeOptions &options) {
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Tolmi";
-    const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/Tolmi";
-    QJsonObject settings { { "tolmi.language", options.language }, { "tolmi.uiLanguage", "en" } };
+    QJsonObject settings = options.settings;
+    settings.insert("tolmi.language", options.language);
+    settings.insert("tolmi.uiLanguage", "en");
     if (!options.model.isEmpty())
         settings.insert("tolmi.modelPath", options.model);
-    QDir().mkpath(config);
-    QFile file(config + "/settings.json");
-    return link(options.whisperCLI, data + "/tools/whisper-cli") && file.open(QIODevice::WriteOnly)
-        && file.write(QJsonDocument(settings).toJson()) > 0;
+    QDir().mkpath(QFileInfo(settingsPath()).path());
+    QFile file(settingsPath());
+    const bool isLinked
+        = options.whisperCLI.isEmpty() || link(options.whisperCLI, dataFolder() + "/tools/whisper-cli");
+    return isLinked && file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(settings).toJson()) > 0;
+}
+
+QString settingsPath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/Tolmi/settings.json";
+}
+
+QStringList keptRecordings() {
+    const QDir folder(dataFolder() + "/audio-cache");
+    QStringList paths;
+    for (const QFileInfo &file : folder.entryInfoList(QDir::Files, QDir::Time))
+        paths.append(file.filePath());
+    return paths;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCommandLineParser>
+#include <QJsonObject>
 #include <QString>
 
 /// How the home of a private desktop is set up before the program starts.
@@ -10,6 +11,8 @@ struct HomeOptions {
     QString whisperCLI;
     /// Path of the speech model; empty lets the program find one.
     QString model;
+    /// Further settings by their keys.
+    QJsonObject settings {};
 };
 
 /// Declares `--language`, `--whisper-cli` and `--model`.
@@ -18,6 +21,12 @@ void addHomeOptions(QCommandLineParser &parser);
 /// What the user said about the home.
 HomeOptions homeOptions(const QCommandLineParser &parser);
 
-/// Puts whisper-cli where the program looks first and writes the settings, in the XDG folders of this
-/// process.
+/// Puts whisper-cli, if one is named, where the program looks first and writes the settings, in the XDG
+/// folders of this process.
 bool prepareHome(const HomeOptions &options);
+
+/// The settings file of the home.
+QString settingsPath();
+
+/// The recordings that the program keeps in the home, newest first.
+QStringList keptRecordings();

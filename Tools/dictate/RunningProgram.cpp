@@ -8,6 +8,8 @@ RunningProgram::RunningProgram() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tolmi.stages.info=true"));
     environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
+    // The program shows itself on the desktop even where the tests that start it do not.
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
     m_process.setProcessEnvironment(environment);
     QObject::connect(&m_process, &QProcess::readyReadStandardOutput, &m_process, [this] { readLines(); });
 }
@@ -24,6 +26,11 @@ bool RunningProgram::start(const QString &path) {
     }
     return waitUntil([this] { return firstStage(QStringLiteral("ready")).has_value() || !isRunning(); }, 30)
         && isRunning();
+}
+
+void RunningProgram::kill() {
+    m_process.kill();
+    m_process.waitForFinished(5000);
 }
 
 bool RunningProgram::quit() {

@@ -46,6 +46,9 @@ public:
     /// Every other line that the program wrote.
     QString output() const { return m_output; }
 
+    /// Ends the program without a word, as a crash does.
+    void kill();
+
     /// Asks the program to end and waits; false when it had to be killed.
     bool quit();
 
