@@ -136,9 +136,7 @@ void Composition::Parts::startFlow() {
 Composition::Composition(const char *programArgument, std::function<void()> quit)
     : m_parts(std::make_unique<Parts>(programArgument, std::move(quit))) { }
 
-Composition::~Composition() {
-    m_parts->pasteboard.handOver();
-}
+Composition::~Composition() = default;
 
 bool Composition::start() {
     const bool isFirst = m_parts->instance.claim([parts = m_parts.get()] {
@@ -148,4 +146,9 @@ bool Composition::start() {
     if (isFirst)
         m_parts->startFlow();
     return isFirst;
+}
+
+void Composition::settle() {
+    m_parts->pasteboard.handOver();
+    m_parts->defaults.flush();
 }
