@@ -1,7 +1,6 @@
 #include "Main/Composition.h"
 
 #include "Main/QuietStandIns.h"
-#include "Main/StartingModel.h"
 #include "Platform/Desktop/FileUserDefaults.h"
 #include "Platform/Desktop/LocalSocketInstance.h"
 #include "Platform/Desktop/MainLoopClock.h"
@@ -33,6 +32,7 @@
 #include "TolmiApp/LiveAudioCapture.h"
 #include "TolmiApp/ProcessingTransitionSoundPlayer.h"
 #include "TolmiApp/SettingsStore.h"
+#include "TolmiApp/StartingModel.h"
 #include "TolmiApp/StatusItemController.h"
 #include "TolmiApp/SystemPasteService.h"
 #include "TolmiApp/TranscriptionHistory.h"
@@ -54,9 +54,10 @@ void logHow(const QString &reason) {
 
 /// Declared in the order of construction: whatever is named lower uses what is named above it.
 struct Composition::Parts {
-    Parts(const char *programArgument, std::function<void()> quitProgram)
-        : bundle(bundleInfo(programArgument))
-        , quit(std::move(quitProgram)) { }
+    explicit Parts(Surroundings surroundings)
+        : bundle(bundleInfo(surroundings.programArgument))
+        , quit(std::move(surroundings.quit))
+        , fileWriter(mode_t(surroundings.usersMask)) { }
 
     DictationFlowCollaborators collaborators();
     std::shared_ptr<SettingsStore> makeSettings();
@@ -133,8 +134,8 @@ void Composition::Parts::startFlow() {
         logLine(QStringLiteral("Tolmi: there is no sign of it in a panel, because ") + tray.reason);
 }
 
-Composition::Composition(const char *programArgument, std::function<void()> quit)
-    : m_parts(std::make_unique<Parts>(programArgument, std::move(quit))) { }
+Composition::Composition(Surroundings surroundings)
+    : m_parts(std::make_unique<Parts>(std::move(surroundings))) { }
 
 Composition::~Composition() = default;
 

@@ -9,8 +9,17 @@
 /// of this until the very end.
 class Composition {
 public:
-    /// `programArgument` is the first command line argument as given; `quit` ends the program.
-    Composition(const char *programArgument, std::function<void()> quit);
+    /// How the program was started and how it is ended.
+    struct Surroundings {
+        /// The first command line argument as given.
+        const char *programArgument;
+        /// The umask that the user's own files follow; the program's own is stricter.
+        unsigned usersMask;
+        /// Ends the program.
+        std::function<void()> quit;
+    };
+
+    explicit Composition(Surroundings surroundings);
     ~Composition();
 
     /// Starts the program; false when it runs already, in which case the running one has been told.

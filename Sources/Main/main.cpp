@@ -4,6 +4,8 @@
 
 #include <QApplication>
 
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -21,13 +23,16 @@ void preferX11() {
 
 int main(int argc, char **argv) {
     const char *programArgument = argc > 0 ? argv[0] : "";
+    // Whatever this program and whisper-cli write is the user's alone; what is exported follows the user's
+    // mask.
+    const mode_t usersMask = umask(0077);
     preferX11();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolmi"));
     QApplication::setDesktopFileName(QStringLiteral("tolmi"));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    auto *composition = new Composition(programArgument, &QApplication::quit);
+    auto *composition = new Composition({ programArgument, usersMask, &QApplication::quit });
     if (!composition->start()) {
         logLine(QStringLiteral("Tolmi: it runs already; look for its sign in the panel."));
         return 0;

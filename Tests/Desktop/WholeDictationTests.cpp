@@ -16,6 +16,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace {
 QString sample(const QString &name) {
     return QStringLiteral(TOLMI_SAMPLES_DIR) + u'/' + name + QStringLiteral(".wav");
@@ -51,6 +53,23 @@ qint64 framesInHeader(const QString &path) {
     const QByteArray bytes = file.readAll();
     const qsizetype data = bytes.indexOf("data");
     return data < 0 ? -1 : qFromLittleEndian<quint32>(bytes.constData() + data + 4) / sizeof(float);
+}
+
+// Those of the files and folders that somebody else may read, write or enter; one that is missing counts too.
+QStringList openToOthers(const QStringList &paths) {
+    QStringList open;
+    for (const QString &path : paths) {
+        if (!QFileInfo::exists(path) || (QFile::permissions(path) & QFile::Permissions::fromInt(0x0077)))
+            open.append(path);
+    }
+    return open;
+}
+
+QStringList withFiles(const QString &folder) {
+    QStringList paths { folder };
+    for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files))
+        paths.append(file.filePath());
+    return paths;
 }
 
 const QStringList statesOfASuccess { "recording", "transcribing", "refining", "pasting", "done", "idle" };
@@ -228,4 +247,21 @@ TEST_F(WholeDictation, WithoutOllamaTheRulesClean) {
     m_home.settings = { { "tolmi.ollamaEndpoint", ollama.url().toString() } };
     start();
     EXPECT_EQ(speak("romanian-1").pasted, QString("Cred, c\u0103 trebuie s\u0103 \u0219terg planul."));
+}
+
+TEST_F(WholeDictation, WhatWasSaidIsPrivateWhateverTheUmask) {
+    ASSERT_TRUE(prepareHome(m_home));
+    const mode_t usual = umask(0);
+    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM)));
+    umask(usual);
+    ASSERT_TRUE(m_editor.open());
+    ASSERT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+    ASSERT_TRUE(m_program.quit());
+    const QString data = qEnvironmentVariable("XDG_DATA_HOME") + "/Tolmi";
+    const QStringList written = withFiles(data + "/audio-cache")
+        + withFiles(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/tolmi-transcripts")
+        + QStringList { data + "/history.json", settingsPath() };
+    EXPECT_EQ(written.size(), 6)
+        << "two folders with a recording and a transcript, the history and the settings";
+    EXPECT_EQ(openToOthers(written), QStringList());
 }

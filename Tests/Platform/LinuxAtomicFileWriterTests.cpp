@@ -217,3 +217,14 @@ TEST_P(LinuxAtomicFileWriterTest, SweepsWhatKilledProcessesLeft) {
     EXPECT_TRUE(QFileInfo::exists(path("sub/history.json")));
     writer.sweepLeftovers(FileURL(path("missing")));
 }
+
+TEST(LinuxAtomicFileWriter, FollowsTheUsersMaskWhereTheProgramsOwnIsStricter) {
+    const QTemporaryDir folder;
+    const FileURL url(folder.filePath(QStringLiteral("export.txt")));
+    const mode_t usual = umask(0077);
+    LinuxAtomicFileWriter(mode_t(0027)).write(url, "text", FilePrivacy::AsUsual);
+    umask(usual);
+    struct stat written { };
+    ASSERT_EQ(stat(QFile::encodeName(url.path()).constData(), &written), 0);
+    EXPECT_EQ(written.st_mode & 0777, mode_t(0640));
+}

@@ -57,10 +57,13 @@ FileURL linkTarget(FileURL url) {
 /// One file on its way to its place. Every operation throws SystemError with the path that the caller gave.
 class Replacement {
 public:
-    Replacement(const FileURL &url, const QByteArray &content, FilePrivacy privacy)
+    /// Absent `usersMask`: a new file that is not private follows the process's own umask.
+    Replacement(
+        const FileURL &url, const QByteArray &content, FilePrivacy privacy, std::optional<mode_t> usersMask)
         : m_path(url.path())
         , m_content(content)
-        , m_privacy(privacy) {
+        , m_privacy(privacy)
+        , m_usersMask(usersMask) {
         const FileURL target = linkTarget(url);
         m_name = QFile::encodeName(target.lastPathComponent());
         const QByteArray folder = QFile::encodeName(target.deletingLastPathComponent().path());
@@ -117,7 +120,7 @@ private:
             return 0600;
         struct stat replaced { };
         if (::fstatat(m_folder.get(), m_name.constData(), &replaced, AT_SYMLINK_NOFOLLOW) != 0)
-            return std::nullopt;
+            return m_usersMask ? std::optional<mode_t>(0666 & ~*m_usersMask) : std::nullopt;
         return replaced.st_mode & 0777;
     }
 
@@ -177,6 +180,7 @@ private:
     const QString m_path;
     const QByteArray &m_content;
     const FilePrivacy m_privacy;
+    const std::optional<mode_t> m_usersMask;
     QByteArray m_name;
     /// The name of the temporary file while it has one.
     QByteArray m_temporaryName;
@@ -191,7 +195,7 @@ struct FolderCloser {
 } // namespace
 
 void LinuxAtomicFileWriter::write(const FileURL &url, const QByteArray &content, FilePrivacy privacy) {
-    Replacement replacement(url, content, privacy);
+    Replacement replacement(url, content, privacy, m_usersMask);
     const bool mayBeUnnamed = m_temporaryFiles == TemporaryFiles::UnnamedWherePossible;
     if (!mayBeUnnamed || !replacement.prepareUnnamed())
         replacement.prepareNamed();

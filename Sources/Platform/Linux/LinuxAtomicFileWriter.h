@@ -2,6 +2,10 @@
 
 #include "Platform/AtomicFileWriter.h"
 
+#include <optional>
+
+#include <sys/types.h>
+
 /// Writes through a temporary file in the target's folder.
 ///
 /// The temporary file has no name until it is complete, so that nothing is left of a killed process. File
@@ -17,9 +21,16 @@ public:
     explicit LinuxAtomicFileWriter(TemporaryFiles temporaryFiles = TemporaryFiles::UnnamedWherePossible)
         : m_temporaryFiles(temporaryFiles) { }
 
+    /// `usersMask` is the umask that new files which are not private follow, for a program whose own is
+    /// stricter.
+    explicit LinuxAtomicFileWriter(mode_t usersMask)
+        : m_temporaryFiles(TemporaryFiles::UnnamedWherePossible)
+        , m_usersMask(usersMask) { }
+
     void write(const FileURL &url, const QByteArray &content, FilePrivacy privacy) override;
     void sweepLeftovers(const FileURL &folder) override;
 
 private:
     const TemporaryFiles m_temporaryFiles;
+    const std::optional<mode_t> m_usersMask;
 };

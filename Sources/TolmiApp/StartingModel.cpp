@@ -1,4 +1,4 @@
-#include "Main/StartingModel.h"
+#include "TolmiApp/StartingModel.h"
 
 namespace {
 // The settings store keeps its model path under this key.
