@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// What lies behind a window of the Studio. It drifts slowly while one looks at it: not in a window that is hidden or
 /// not active, not when the desktop asks for less motion, and not without a graphics card.

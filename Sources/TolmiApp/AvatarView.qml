@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// The picture of the user, round, or a symbol in its place.
 Item {

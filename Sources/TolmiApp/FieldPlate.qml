@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// Under a field that one writes into.
 Plate {

@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// A pane of frosted glass around what stands in it.
 Item {

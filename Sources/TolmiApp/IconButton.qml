@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// A button that shows nothing but a symbol.
 T.Button {

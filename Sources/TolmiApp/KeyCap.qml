@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// A key of the keyboard.
 Item {

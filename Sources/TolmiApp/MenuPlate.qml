@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// Under a menu, a dialog or a sheet.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// What a row of a menu or of a picker's list shows.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// The words of the floating sign, in a window of their own because its panel is too small for them.
 Window {

@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// A labelled field to write in.
 Column {

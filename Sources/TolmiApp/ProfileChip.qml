@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// The user's picture and name, to press.
 T.Button {

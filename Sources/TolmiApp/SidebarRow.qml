@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// A place to go to, in the sidebar of a window.
 T.ItemDelegate {

@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// Something is going on.
 Spokes {

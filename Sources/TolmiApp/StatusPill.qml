@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// A symbol and a word that tell a state.
 Item {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// A button in one of four tones.
 T.Button {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// A box that is checked or not, with or without a text.
 T.CheckBox {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// A choice of one out of a list. `options` are objects with a `value` and a `text`, and perhaps a `symbol`. A value that is
 /// none of theirs leaves the picker empty.

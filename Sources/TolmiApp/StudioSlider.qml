@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// A slider from 0 to 1 in steps of 0.05; `label` names it for those who cannot see what stands beside it.
 T.Slider {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// A switch without a text of its own: `label` names it for those who cannot see what stands beside it.
 T.Switch {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// A row of StudioTabButtons, one of which is current; a thumb slides under it.
 T.TabBar {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// One tab of a StudioTabBar.
 T.TabButton {

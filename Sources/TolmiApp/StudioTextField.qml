@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// A line to write in. While one writes, the text is the field's own and every edit is told by `edited`; after that it is
 /// `value` again.

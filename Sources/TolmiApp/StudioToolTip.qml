@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tolmi
 
 /// Words beside a control while the pointer rests on it.
 T.ToolTip {

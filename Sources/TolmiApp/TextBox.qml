@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// A text to read and to select, in a rounded field as high as it needs.
 Item {

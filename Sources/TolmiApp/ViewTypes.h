@@ -8,12 +8,13 @@
 // Names by which views know types of the logic, which itself does not know QML.
 
 /// The kinds of state, as DictationState.Recording and so on.
-struct DictationStateForViews {
-    Q_GADGET
-    QML_FOREIGN_NAMESPACE(DictationState)
-    QML_NAMED_ELEMENT(DictationState)
-};
+namespace DictationStateForViews {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(DictationState)
+QML_NAMED_ELEMENT(DictationState)
+} // namespace DictationStateForViews
 
+/// The model of the floating sign, made by its controller.
 struct OverlayViewModelForViews {
     Q_GADGET
     QML_FOREIGN(OverlayViewModel)

@@ -21,7 +21,8 @@ void prepareApplication() {
 }
 
 void prepareEngine(QQmlEngine &engine) {
-    qml_register_types_Tolmi();
+    // The engine calls it when the module is imported; mentioning it keeps the linker from leaving it out.
+    [[maybe_unused]] static void (*volatile const registration)() = &qml_register_types_Tolmi;
     engine.addImportPath(QStringLiteral(":/qt/qml"));
 }
 

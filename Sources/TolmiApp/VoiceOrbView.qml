@@ -1,4 +1,5 @@
 import QtQuick
+import Tolmi
 
 /// A ball that breathes with the voice, with a halo and a ring of bars. Inactive it rests, and costs no frame.
 Item {
