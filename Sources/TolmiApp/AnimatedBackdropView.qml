@@ -8,12 +8,12 @@ Item {
 
     readonly property bool hasShaders: GraphicsInfo.api !== GraphicsInfo.Software
                                        && GraphicsInfo.api !== GraphicsInfo.Unknown
-    readonly property bool isDrifting: drift.running
+    readonly property bool isDrifting: sweeping.running
 
     clip: true
 
     BackdropDrift {
-        id: drift
+        id: sweeping
 
         running: backdrop.hasShaders && backdrop.visible && backdrop.Window.active && !Motion.isReduced
     }
@@ -25,7 +25,7 @@ Item {
         id: shaded
 
         ShaderEffect {
-            readonly property real drift: drift.position
+            readonly property real drift: sweeping.position
             readonly property size size: Qt.size(width, height)
             readonly property color ink: TolmiPalette.ink
             readonly property color graphite: TolmiPalette.graphite
@@ -34,7 +34,7 @@ Item {
             readonly property color veilSoft: TolmiPalette.backdropVeilSoft
             readonly property color sweepStrong: TolmiPalette.backdropSweepStrong
             readonly property color sweepSoft: TolmiPalette.backdropSweepSoft
-            readonly property color mesh: TolmiPalette.backdropMesh
+            readonly property color meshTint: TolmiPalette.backdropMesh
             readonly property color vignette: TolmiPalette.backdropVignette
 
             blending: false

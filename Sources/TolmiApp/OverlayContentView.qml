@@ -120,12 +120,12 @@ Item {
     // White vanishes over a light window, so a soft shade lies under it; over a dark one it is not seen.
     SoftDisc {
         anchors.fill: parent
-        diameter: 138
-        sigma: 9
+        diameter: 122
+        sigma: 7
         color: "black"
-        centerAlpha: 0.46
-        middleAlpha: 0.36
-        middle: 0.6
+        centerAlpha: 0.6
+        middleAlpha: 0.54
+        middle: 0.76
         opacity: view.limitedPresence
         visible: opacity > 0
     }

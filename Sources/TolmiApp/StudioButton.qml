@@ -122,8 +122,9 @@ T.Button {
         }
     }
     contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
+        // Not that of the row, whose text is as wide as the button lets it.
+        implicitWidth: icon.taken + Math.ceil(label.implicitWidth)
+        implicitHeight: 16
 
         Row {
             id: row
@@ -132,6 +133,10 @@ T.Button {
             spacing: 7
 
             Symbol {
+                id: icon
+
+                readonly property real taken: name === "" ? 0 : size + row.spacing
+
                 anchors.verticalCenter: parent.verticalCenter
                 visible: name !== ""
                 name: button.symbol
@@ -140,8 +145,10 @@ T.Button {
                 color: button.foreground
             }
             StudioText {
+                id: label
+
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(Math.ceil(implicitWidth), button.availableWidth - (button.symbol === "" ? 0 : x))
+                width: Math.min(Math.ceil(implicitWidth), button.availableWidth - icon.taken)
                 role: button.isSmall ? Typography.smallButton : Typography.button
                 text: button.text
                 color: button.foreground

@@ -11,8 +11,8 @@ T.TabButton {
     readonly property color foreground: checked || hovered ? TolmiPalette.primaryText : TolmiPalette.secondaryText
 
     implicitWidth: row.implicitWidth + 28
+    implicitHeight: 30
     width: implicitWidth
-    height: 30
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.42

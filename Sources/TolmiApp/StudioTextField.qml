@@ -33,6 +33,11 @@ T.TextField {
     renderType: Text.NativeRendering
     Accessible.name: label === "" ? placeholderText : label
     onTextEdited: edited(text)
+    onTextChanged: {
+        // What does not fit is cut at the end, not at the beginning.
+        if (!activeFocus)
+            cursorPosition = 0;
+    }
 
     Binding {
         target: field

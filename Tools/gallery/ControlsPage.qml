@@ -117,7 +117,7 @@ Item {
 
             Caption {
                 height: 20
-                text: "switch, slider"
+                text: "switch"
             }
             StudioSwitch { checked: true }
             StudioSwitch { }

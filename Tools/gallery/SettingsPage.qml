@@ -70,6 +70,7 @@ Item {
                         onMoved: page.volume = value
                     }
                     StudioText {
+                        anchors.verticalCenter: parent.verticalCenter
                         width: 44
                         role: Typography.mark
                         horizontalAlignment: Text.AlignRight

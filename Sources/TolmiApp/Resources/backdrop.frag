@@ -18,7 +18,7 @@ layout(std140, binding = 0) uniform Parameters {
     vec4 veilSoft;
     vec4 sweepStrong;
     vec4 sweepSoft;
-    vec4 mesh;
+    vec4 meshTint;
     vec4 vignette;
 };
 
@@ -68,9 +68,9 @@ void main() {
     color = over(color, sweepSoft, sweep(place, softCenter, 24.0, 80.0, 20.0));
 
     float across = abs(fract((place.x - place.y + size.y) / 18.0 + 0.5) - 0.5) * 18.0 / sqrt(2.0);
-    vec3 white = mesh.rgb / max(mesh.a, 0.0001);
+    vec3 white = meshTint.rgb / max(meshTint.a, 0.0001);
     vec3 overlay = mix(2.0 * color * white, 1.0 - 2.0 * (1.0 - color) * (1.0 - white), step(0.5, color));
-    color = mix(color, overlay, clamp(1.0 - across, 0.0, 1.0) * mesh.a);
+    color = mix(color, overlay, clamp(1.0 - across, 0.0, 1.0) * meshTint.a);
 
     color = over(color, vignette, clamp(qt_TexCoord0.y * 2.0 - 1.0, 0.0, 1.0));
     fragColor = vec4(color + (noise(gl_FragCoord.xy) - 0.5) / 255.0, 1.0) * qt_Opacity;
