@@ -1,0 +1,36 @@
+#include "Views/ViewsFixture.h"
+
+#include "TolmiApp/Views.h"
+
+namespace {
+
+QStringList &warnings() {
+    static QStringList list;
+    return list;
+}
+
+QtMessageHandler previousHandler = nullptr;
+
+void collect(QtMsgType type, const QMessageLogContext &context, const QString &message) {
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        warnings().append(message);
+    previousHandler(type, context, message);
+}
+
+} // namespace
+
+ViewsTest::ViewsTest() {
+    warnings().clear();
+    previousHandler = qInstallMessageHandler(collect);
+    Views::prepareEngine(engine);
+}
+
+ViewsTest::~ViewsTest() {
+    qInstallMessageHandler(previousHandler);
+    for (const QString &warning : takeWarnings())
+        ADD_FAILURE() << warning.toStdString();
+}
+
+QStringList ViewsTest::takeWarnings() {
+    return std::exchange(warnings(), {});
+}
