@@ -18,8 +18,8 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     opacity: !enabled ? 0.42 : down ? 0.9 : 1
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     background: Item {
         Plate {

@@ -17,8 +17,8 @@ T.ItemDelegate {
     Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.selected: highlighted
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     background: Item {
         HoverVeil {

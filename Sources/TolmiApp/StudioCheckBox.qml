@@ -12,8 +12,15 @@ T.CheckBox {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: press()
+    Keys.onEnterPressed: press()
+
+    /// What a press of the space bar does.
+    function press() {
+        toggle();
+        toggled();
+        clicked();
+    }
 
     indicator: Item {
         y: (checkBox.height - height) / 2

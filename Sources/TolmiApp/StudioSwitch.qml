@@ -4,7 +4,7 @@ import Tolmi
 
 /// A switch without a text of its own: `label` names it for those who cannot see what stands beside it.
 T.Switch {
-    id: toggle
+    id: control
 
     property string label
 
@@ -14,8 +14,15 @@ T.Switch {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     Accessible.name: label
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: press()
+    Keys.onEnterPressed: press()
+
+    /// What a press of the space bar does.
+    function press() {
+        toggle();
+        toggled();
+        clicked();
+    }
 
     indicator: Item {
         implicitWidth: 36
@@ -24,23 +31,23 @@ T.Switch {
         Plate {
             anchors.fill: parent
             radius: 10
-            fill: toggle.checked ? TolmiPalette.frost : TolmiPalette.surfaceFill
-            endFill: toggle.checked ? TolmiPalette.cloud : TolmiPalette.chipFill
-            border: toggle.checked ? TolmiPalette.surfaceStroke : TolmiPalette.focusStroke
+            fill: control.checked ? TolmiPalette.frost : TolmiPalette.surfaceFill
+            endFill: control.checked ? TolmiPalette.cloud : TolmiPalette.chipFill
+            border: control.checked ? TolmiPalette.surfaceStroke : TolmiPalette.focusStroke
         }
         HoverVeil {
             radius: 10
-            color: toggle.checked ? Qt.rgba(0.5, 0.5, 0.5, 0.18) : TolmiPalette.subtleFill
-            isShown: toggle.hovered
+            color: control.checked ? Qt.rgba(0.5, 0.5, 0.5, 0.18) : TolmiPalette.subtleFill
+            isShown: control.hovered
         }
         Item {
-            x: toggle.visualPosition * 16 + 2
+            x: control.visualPosition * 16 + 2
             y: 2
             width: 16
             height: 16
 
             Behavior on x {
-                enabled: !toggle.pressed
+                enabled: !control.pressed
                 NumberAnimation {
                     duration: Motion.toggle
                     easing.type: Easing.OutCubic
@@ -56,12 +63,12 @@ T.Switch {
             Plate {
                 anchors.fill: parent
                 radius: 8
-                fill: toggle.checked ? TolmiPalette.ink : TolmiPalette.isDark ? TolmiPalette.cloud : "white"
-                border: toggle.checked || TolmiPalette.isDark ? "transparent" : TolmiPalette.surfaceStroke
+                fill: control.checked ? TolmiPalette.ink : TolmiPalette.isDark ? TolmiPalette.cloud : "white"
+                border: control.checked || TolmiPalette.isDark ? "transparent" : TolmiPalette.surfaceStroke
             }
         }
         FocusRing {
-            visible: toggle.visualFocus
+            visible: control.visualFocus
             cornerRadius: 10
         }
     }

@@ -7,13 +7,14 @@
 
 namespace {
 
-int inkOf(const QImage &image) {
-    int count = 0;
+/// In pixels that are wholly covered.
+double inkOf(const QImage &image) {
+    double sum = 0;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x)
-            count += qAlpha(image.pixel(x, y)) > 127 ? 1 : 0;
+            sum += qAlpha(image.pixel(x, y)) / 255.0;
     }
-    return count;
+    return sum;
 }
 
 class Symbols : public ViewsTest { };

@@ -74,8 +74,10 @@ TestCase {
         }
     }
 
-    SignalSpy {
-        id: spy
+    Component {
+        id: spyComponent
+
+        SignalSpy { }
     }
 
     function test_pickerShowsItsValue() {
@@ -145,9 +147,7 @@ TestCase {
     }
     function test_slider() {
         const control = createTemporaryObject(slider, test);
-        spy.target = control;
-        spy.signalName = "moved";
-        spy.clear();
+        const spy = createTemporaryObject(spyComponent, test, { target: control, signalName: "moved" });
         control.forceActiveFocus(Qt.TabFocusReason);
         keyClick(Qt.Key_Right);
         keyClick(Qt.Key_Right);
@@ -171,9 +171,7 @@ TestCase {
 
     function test_dialogStartsOnCancel() {
         const control = createTemporaryObject(dialog, test);
-        spy.target = control;
-        spy.signalName = "rejected";
-        spy.clear();
+        const spy = createTemporaryObject(spyComponent, test, { target: control, signalName: "rejected" });
         control.open();
         tryVerify(() => control.opened);
         keyClick(Qt.Key_Return);
@@ -182,9 +180,7 @@ TestCase {
     }
     function test_dialogConfirms() {
         const control = createTemporaryObject(dialog, test);
-        spy.target = control;
-        spy.signalName = "accepted";
-        spy.clear();
+        const spy = createTemporaryObject(spyComponent, test, { target: control, signalName: "accepted" });
         control.open();
         tryVerify(() => control.opened);
         keyClick(Qt.Key_Tab);
