@@ -14,24 +14,27 @@ struct QueuedWork {
 
     using Value = std::invoke_result_t<Work &>;
 
-    struct Awaiter {
+    struct Awaiter : AbandonableAwaiter {
         SerialQueue &queue;
         Clock &clock;
         std::shared_ptr<std::packaged_task<Value()>> task;
         std::future<Value> result;
 
-        bool await_ready() const noexcept { return false; }
         void await_suspend(std::coroutine_handle<> waiting) {
-            queue.async([task = task, &clock = clock, waiting] {
+            // Moved into the post, so that no copy of the resumption ends on the queue's thread.
+            queue.async([task = task, &clock = clock, resume = resumption(waiting)]() mutable {
                 (*task)();
-                clock.post([waiting] { waiting.resume(); });
+                clock.post(std::move(resume));
             });
         }
-        Value await_resume() { return result.get(); }
+        Value await_resume() {
+            AbandonableAwaiter::await_resume();
+            return result.get();
+        }
     };
     Awaiter operator co_await() const {
         auto task = std::make_shared<std::packaged_task<Value()>>(work);
-        return { queue, clock, task, task->get_future() };
+        return { {}, queue, clock, task, task->get_future() };
     }
 };
 

@@ -1,11 +1,12 @@
 #include "Platform/SerialQueue.h"
 
-#include <QThread>
+#include "Platform/ThreadName.h"
 
 #include <condition_variable>
 #include <deque>
 #include <future>
 #include <mutex>
+#include <thread>
 
 struct SerialQueue::State {
     QString label;
@@ -13,9 +14,10 @@ struct SerialQueue::State {
     std::condition_variable changed;
     std::deque<std::function<void()>> pending;
     bool isEnding = false;
-    std::unique_ptr<QThread> thread;
+    std::thread thread;
 
     void run() {
+        nameCurrentThread(label);
         std::unique_lock lock(mutex);
         for (;;) {
             changed.wait(lock, [this] { return isEnding || !pending.empty(); });
@@ -42,19 +44,16 @@ SerialQueue::~SerialQueue() {
         m_state->isEnding = true;
     }
     m_state->changed.notify_all();
-    if (m_state->thread)
-        m_state->thread->wait();
+    if (m_state->thread.joinable())
+        m_state->thread.join();
 }
 
 void SerialQueue::async(std::function<void()> work) {
     {
         std::lock_guard lock(m_state->mutex);
         m_state->pending.push_back(std::move(work));
-        if (!m_state->thread) {
-            m_state->thread.reset(QThread::create([state = m_state.get()] { state->run(); }));
-            m_state->thread->setObjectName(m_state->label);
-            m_state->thread->start();
-        }
+        if (!m_state->thread.joinable())
+            m_state->thread = std::thread([state = m_state.get()] { state->run(); });
     }
     m_state->changed.notify_one();
 }

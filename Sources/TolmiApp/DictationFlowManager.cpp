@@ -64,6 +64,7 @@ void DictationFlowManager::setup() {
     configureRefiner();
     m_collaborators.liveCapture->warmupIfAuthorized();
     runAudioRetentionSweep();
+    logReady();
 }
 
 /// A closure that starts a task of its own at each call; nothing queues these tasks.

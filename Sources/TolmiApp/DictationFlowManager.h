@@ -52,6 +52,9 @@ public:
     /// Builds the Ollama refiner from the present settings, or lets go of it.
     void configureRefiner();
 
+    /// What the user has set; lives as long as the flow.
+    SettingsStore &settings() const { return *m_settings; }
+
     /// Asks for the right to watch and post keys, and looks for its grant for about twenty seconds.
     void requestAccessibility();
 

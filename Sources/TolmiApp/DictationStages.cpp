@@ -11,6 +11,10 @@ QString milliseconds(double seconds) {
 }
 } // namespace
 
+void logReady() {
+    qCInfo(stages).noquote() << "ready";
+}
+
 void logStage(const DictationState &state, Date instant) {
     qCInfo(stages).noquote() << "state"
                              << QMetaEnum::fromType<DictationState::Kind>().valueToKey(int(state.kind()))

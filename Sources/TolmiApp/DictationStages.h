@@ -5,6 +5,9 @@
 
 /// The stages of a dictation as diagnostics in the log category "tolmi.stages", which is off by default.
 
+/// "ready": the key is watched.
+void logReady();
+
 /// "state NAME INSTANT", the instant in seconds since 1970.
 void logStage(const DictationState &state, Date instant);
 

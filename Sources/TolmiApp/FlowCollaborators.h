@@ -164,11 +164,25 @@ public:
     virtual void add(const FinishedDictation &dictation) = 0;
 };
 
+/// What one sweep of the recordings did.
+struct AudioRetentionSweepResult {
+    /// Files that were really removed.
+    qint64 deletedFileCount = 0;
+    /// Their sizes together.
+    qint64 deletedBytes = 0;
+    /// The sizes of the files that are left, together.
+    qint64 remainingBytes = 0;
+
+    friend bool operator==(const AudioRetentionSweepResult &, const AudioRetentionSweepResult &) = default;
+};
+
 /// Removes old recordings.
 class RetentionSweep {
 public:
     virtual ~RetentionSweep() = default;
 
     /// Runs on the maintenance queue. Throws what keeps it from sweeping.
-    virtual void sweep(const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) = 0;
+    virtual AudioRetentionSweepResult sweep(
+        const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB)
+        = 0;
 };

@@ -42,3 +42,6 @@ struct RawValues<ProcessingTransitionSound> {
     };
     static constexpr ProcessingTransitionSound fallback = ProcessingTransitionSound::Hero;
 };
+
+/// The name of the system sound that stands for the choice; absent for silence.
+std::optional<QString> systemSoundName(ProcessingTransitionSound sound);

@@ -47,7 +47,7 @@ class SettingsStore : public ObservableObject {
     TOLMI_PUBLISHED(AppLanguage, uiLanguage, setUiLanguage, storeUiLanguage)
     /// The look of the interface.
     TOLMI_PUBLISHED(AppAppearance, appearance, setAppearance, storeAppearance)
-    /// The user's name: one line of 1 to 40 characters; see sanitizedProfileDisplayName.
+    /// The user's name: one line of 1 to 40 characters; "User" stands for an empty one.
     TOLMI_PUBLISHED(QString, profileDisplayName, setProfileDisplayName, checkProfileDisplayName)
     /// The preset avatar, as its stored text; an unknown one becomes the default.
     TOLMI_PUBLISHED(QString, profileAvatarID, setProfileAvatarID, checkProfileAvatarID)

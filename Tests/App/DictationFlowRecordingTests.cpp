@@ -295,6 +295,20 @@ TEST_F(DictationFlowMetering, aNewRecordingBeginsWithoutPeak) {
     EXPECT_EQ(peakAtKeyUp(), 0.2);
 }
 
+TEST_F(DictationFlowMetering, anOverlappingStartForgetsThePeak) {
+    fakes.recorder->permission.suspend();
+    fakes.recorder->permission.suspend();
+    keyDown();
+    keyDown();
+    fakes.live->level = 0.9;
+    fakes.recorder->permission.answer(true);
+    clock.runPosted();
+    fakes.live->level = 0.2;
+    fakes.recorder->permission.answer(true);
+    clock.runPosted();
+    EXPECT_EQ(peakAtKeyUp(), 0.2);
+}
+
 TEST_F(DictationFlowMetering, theLevelIsZeroAtKeyUpAtOnce) {
     fakes.live->level = 0.9;
     record();

@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <csignal>
 #include <thread>
 
@@ -215,13 +216,19 @@ TEST_F(WhisperCLIEngineRules, CallsOfOneEngineRunOneAfterTheOther) {
     EXPECT_EQ(m_launcher.processCalls, callsOfOne + callsOfOne);
 }
 
-/// The main loop with a time that stands still until a script is ready and is past every limit from then on.
+/// The main loop with a time that stands still until a script is ready and from then on leaps past every
+/// limit each time one looks. It leaps again and again, since the limit may be set before that moment or
+/// after it.
 class ScriptClock final : public Clock {
 public:
     explicit ScriptClock(const Script &script)
         : m_script(script) { }
 
-    Date now() const override { return m_script.isReady() ? VirtualClock::start + 1e6 : VirtualClock::start; }
+    Date now() const override {
+        if (m_script.isReady())
+            ++m_leaps;
+        return VirtualClock::start + 1e6 * m_leaps;
+    }
     void post(std::function<void()> work) override { m_loop.post(std::move(work)); }
     void callAfter(double seconds, std::function<void()> work) override {
         m_loop.callAfter(seconds, std::move(work));
@@ -230,6 +237,7 @@ public:
 
 private:
     const Script &m_script;
+    mutable std::atomic<int> m_leaps = 0;
     MainLoopClock m_loop;
 };
 

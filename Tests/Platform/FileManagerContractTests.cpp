@@ -1,6 +1,6 @@
-#include "Platform/Error.h"
 #include "Platform/Linux/LinuxFileManager.h"
 #include "Support/FakeFileManager.h"
+#include "Support/SystemErrorOf.h"
 
 #include <QDir>
 #include <QFile>
@@ -74,16 +74,6 @@ INSTANTIATE_TEST_SUITE_P(Kinds, FileManagerContract,
     testing::Values(&make<FakeFileSystem>, &make<RealFileSystem>),
     [](const auto &info) { return info.index == 0 ? "Fake" : "Linux"; });
 
-template <typename Work>
-QString errorOf(Work work) {
-    try {
-        work();
-    } catch (const SystemError &error) {
-        return error.errorDescription();
-    }
-    return QStringLiteral("no error");
-}
-
 TEST_P(FileManagerContract, SeesFilesAndFolders) {
     write("file", "text");
     manager().createDirectory(at("folder"));
@@ -116,14 +106,14 @@ TEST_P(FileManagerContract, AnExistingFolderIsSuccess) {
 
 TEST_P(FileManagerContract, AFileInThePlaceOfAFolderIsAnError) {
     write("file", "");
-    EXPECT_EQ(errorOf([this] { manager().createDirectory(at("file")); }),
+    EXPECT_EQ(systemErrorOf([this] { manager().createDirectory(at("file")); }),
         QStringLiteral("File exists: ") + at("file").path());
-    EXPECT_EQ(errorOf([this] { manager().createDirectory(at("file/a")); }),
+    EXPECT_EQ(systemErrorOf([this] { manager().createDirectory(at("file/a")); }),
         QStringLiteral("Not a directory: ") + at("file/a").path());
 }
 
 TEST_P(FileManagerContract, TheEmptyPathIsNoFolder) {
-    EXPECT_EQ(errorOf([this] { manager().createDirectory(FileURL()); }),
+    EXPECT_EQ(systemErrorOf([this] { manager().createDirectory(FileURL()); }),
         QStringLiteral("No such file or directory: "));
 }
 
@@ -137,9 +127,9 @@ TEST_P(FileManagerContract, GivesTheWholeContent) {
 
 TEST_P(FileManagerContract, ReadingWhatIsNoFileIsAnError) {
     manager().createDirectory(at("folder"));
-    EXPECT_EQ(errorOf([this] { manager().contents(at("nothing")); }),
+    EXPECT_EQ(systemErrorOf([this] { manager().contents(at("nothing")); }),
         QStringLiteral("No such file or directory: ") + at("nothing").path());
-    EXPECT_EQ(errorOf([this] { manager().contents(at("folder")); }),
+    EXPECT_EQ(systemErrorOf([this] { manager().contents(at("folder")); }),
         QStringLiteral("Is a directory: ") + at("folder").path());
 }
 

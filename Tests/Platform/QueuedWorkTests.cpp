@@ -53,6 +53,23 @@ TEST(QueuedWork, ExceptionsTravel) {
     EXPECT_THROW(awaitTask(failOn(queue, clock), turnMainLoop), SystemError);
 }
 
+Task<> holdDuringWork(SerialQueue &queue, Clock &clock, std::shared_ptr<int> held) {
+    co_await runOn(queue, clock, [] {});
+    ++*held;
+}
+
+TEST(QueuedWork, AClockThatGoesAbandonsTheTask) {
+    const auto held = std::make_shared<int>(0);
+    {
+        VirtualClock clock;
+        SerialQueue queue(QStringLiteral("test"));
+        launch(holdDuringWork(queue, clock, held));
+        EXPECT_EQ(held.use_count(), 2);
+    }
+    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_EQ(*held, 0);
+}
+
 TEST(QueuedWork, KeepsTheOrderOfTheQueueAndComesBackOnlyInTheLoop) {
     VirtualClock clock;
     std::vector<int> list;

@@ -1,13 +1,14 @@
 #include "Platform/SerialQueue.h"
 
-#include <QThread>
-
 #include <gtest/gtest.h>
 
+#include <array>
 #include <future>
 #include <stdexcept>
 #include <thread>
 #include <vector>
+
+#include <pthread.h>
 
 namespace {
 TEST(SerialQueue, RunsWorkInTheOrderItCame) {
@@ -63,18 +64,17 @@ TEST(SerialQueue, SyncPassesExceptionsOnAndGoesOn) {
 }
 
 TEST(SerialQueue, HasOneThreadThatBearsItsName) {
-    SerialQueue queue(QStringLiteral("Tolmi.test"));
-    QThread *first = nullptr;
-    QThread *second = nullptr;
-    QString name;
-    queue.sync([&] { first = QThread::currentThread(); });
+    SerialQueue queue(QStringLiteral("Tolmi.SerialQueueTests"));
+    std::vector<std::thread::id> threads;
+    std::array<char, 16> name {};
+    queue.sync([&threads] { threads.push_back(std::this_thread::get_id()); });
     queue.sync([&] {
-        second = QThread::currentThread();
-        name = second->objectName();
+        threads.push_back(std::this_thread::get_id());
+        ::pthread_getname_np(::pthread_self(), name.data(), name.size());
     });
-    EXPECT_EQ(first, second);
-    EXPECT_NE(first, QThread::currentThread());
-    EXPECT_EQ(name, QStringLiteral("Tolmi.test"));
+    EXPECT_EQ(threads[0], threads[1]);
+    EXPECT_NE(threads[0], std::this_thread::get_id());
+    EXPECT_STREQ(name.data(), "Tolmi.SerialQue");
 }
 
 TEST(SerialQueue, UnusedOneEnds) {

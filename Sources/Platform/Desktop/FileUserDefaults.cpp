@@ -8,11 +8,12 @@
 #include <QFileInfo>
 
 #include <mutex>
+#include <utility>
 
 namespace {
 /// The name under which a file is kept that was not understood.
 QString keptPath(const QString &path, int number) {
-    return QStringLiteral("%1.unreadable-%2").arg(path).arg(number);
+    return path + QStringLiteral(".unreadable-") + QString::number(number);
 }
 } // namespace
 

@@ -124,6 +124,10 @@ void LinuxFileManager::createDirectory(const FileURL &url) {
 QByteArray LinuxFileManager::contents(const FileURL &url) const {
     const FileDescriptor file = openForReading(url);
     QByteArray content;
+    // Only a hint: the file may change while it is read, and files of the kernel tell no size.
+    struct stat status { };
+    if (::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode))
+        content.reserve(status.st_size);
     std::array<char, 64 * 1024> piece;
     for (;;) {
         const ssize_t count = ::read(file.get(), piece.data(), piece.size());

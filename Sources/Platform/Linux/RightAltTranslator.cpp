@@ -28,8 +28,8 @@ void RightAltTranslator::keyChanged(Key key, bool isDown, double now) {
         break;
     case Key::Other:
         // A key that comes up was pressed before, so it makes no letter with this press.
-        if (isDown)
-            m_due.reset();
+        if (isDown && std::exchange(m_due, {}))
+            m_isPressDropped = true;
         break;
     }
 }
@@ -38,6 +38,9 @@ void RightAltTranslator::rightAltChanged(bool isDown, double now) {
     if (!isDown)
         reportHeldBackPress();
     m_isRightAltDown = isDown;
+    // With the left key still down, a release alone would look like a press.
+    if (std::exchange(m_isPressDropped, false) && !isDown)
+        return;
     if (isDown && m_typesLetters)
         m_due = now + chordSeconds;
     else

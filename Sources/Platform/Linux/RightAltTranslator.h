@@ -46,4 +46,6 @@ private:
     bool m_isLeftAltDown = false;
     /// When the press that is held back is due.
     std::optional<double> m_due;
+    /// Whether another key joined the press, which then has no release either.
+    bool m_isPressDropped = false;
 };

@@ -12,13 +12,15 @@
 #include <utility>
 
 namespace {
-/// The error handler of Xlib is one for the whole process, so it must know which connections are ours.
+/// The error handlers of Xlib are for the whole process, so these must know which connections are ours.
 class ErrorHandling {
 public:
     static void add(Display *display) {
         std::lock_guard lock(s_mutex);
-        if (s_displays.empty() && s_next == nullptr)
-            s_next = XSetErrorHandler(&handle);
+        if (!s_nextErrorHandler) {
+            s_nextErrorHandler = XSetErrorHandler(&handleError);
+            s_nextConnectionErrorHandler = XSetIOErrorHandler(&handleConnectionError);
+        }
         s_displays.insert(display);
     }
     static void remove(Display *display) {
@@ -27,21 +29,22 @@ public:
     }
 
 private:
-    static int handle(Display *display, XErrorEvent *error) {
-        int (*next)(Display *, XErrorEvent *) = nullptr;
-        {
-            std::lock_guard lock(s_mutex);
-            // Windows of other programs may go at any time, so a request that fails is nothing unusual.
-            if (s_displays.contains(display))
-                return 0;
-            next = s_next;
-        }
-        return next(display, error);
+    static bool isOurs(Display *display) {
+        std::lock_guard lock(s_mutex);
+        return s_displays.contains(display);
+    }
+    static int handleError(Display *display, XErrorEvent *error) {
+        // Windows of other programs may go at any time, so a request that fails is nothing unusual.
+        return isOurs(display) ? 0 : s_nextErrorHandler(display, error);
+    }
+    static int handleConnectionError(Display *display) {
+        return isOurs(display) ? 0 : s_nextConnectionErrorHandler(display);
     }
 
     static inline std::mutex s_mutex;
     static inline std::set<Display *> s_displays;
-    static inline int (*s_next)(Display *, XErrorEvent *) = nullptr;
+    static inline XErrorHandler s_nextErrorHandler = nullptr;
+    static inline XIOErrorHandler s_nextConnectionErrorHandler = nullptr;
 };
 
 /// Xlib keeps units of 32 bits in longs.
@@ -62,7 +65,7 @@ std::unique_ptr<X11Display> X11Display::open(const QByteArray &name) {
 X11Display::X11Display(Display *display)
     : m_display(display) {
     ErrorHandling::add(display);
-    // Without it Xlib ends the program when the connection breaks.
+    // Xlib ends the program when a connection breaks, unless this says otherwise.
     XSetIOErrorExitHandler(
         display,
         [](Display *, void *self) {
@@ -73,7 +76,9 @@ X11Display::X11Display(Display *display)
 }
 
 X11Display::~X11Display() {
-    XCloseDisplay(m_display);
+    // Xlib waits for ever for the lock of a connection that broke, so that one stays as it is.
+    if (!m_isBroken)
+        XCloseDisplay(m_display);
     ErrorHandling::remove(m_display);
 }
 

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "Platform/FileListing.h"
+
+/// Folders of a Linux file system. Files whose names begin with a dot are hidden.
+class LinuxFileListing final : public FileListing {
+public:
+    std::vector<FileURL> contentsOfDirectory(const FileURL &url) const override;
+    FileAttributes attributes(const FileURL &url) const override;
+    void removeItem(const FileURL &url) override;
+};

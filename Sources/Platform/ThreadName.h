@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QString>
+
+/// Names the calling thread for debuggers and logs; the system may cut the name.
+void nameCurrentThread(const QString &name);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Platform/StatusItem.h"
+#include "TolmiApp/DictationFlowManager.h"
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+/// Keeps the status item's words and menu in step with the dictation flow.
+class StatusItemController final : public QObject {
+    Q_OBJECT
+
+public:
+    /// `item` outlives the controller; `quit` ends the program.
+    StatusItemController(
+        StatusItem &item, std::shared_ptr<DictationFlowManager> flow, std::function<void()> quit);
+
+    /// Tells the user where the program is, for a start of a program that runs already.
+    void announce();
+
+private:
+    void refresh();
+    void reportError();
+    QString stateText() const;
+
+    StatusItem &m_item;
+    std::shared_ptr<DictationFlowManager> m_flow;
+    std::function<void()> m_quit;
+};

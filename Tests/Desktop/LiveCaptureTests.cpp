@@ -1,0 +1,198 @@
+#include "Desktop/NumberedSound.h"
+#include "Desktop/SoundServer.h"
+#include "Platform/Desktop/SndFileStore.h"
+#include "Platform/Error.h"
+#include "Platform/Linux/LinuxFileManager.h"
+#include "Platform/Linux/PulseAudioEngine.h"
+#include "Platform/Linux/PulseMicrophonePermission.h"
+#include "Support/VirtualClock.h"
+#include "TolmiApp/LiveAudioCapture.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iostream>
+#include <random>
+
+namespace {
+constexpr int framesPerMillisecond = 48;
+/// What 0.4 seconds hold of whole buffers of 1024 frames.
+constexpr int preRollFrames = 18 * 1024;
+
+class LiveCapture : public testing::Test {
+protected:
+    void SetUp() override { waitForSpeech(); }
+
+    /// Until the pre-roll holds numbers only.
+    void waitForSpeech() {
+        capture.warmupIfAuthorized();
+        hear(2 * preRollFrames);
+    }
+
+    void hear(int frameCount) {
+        const int start = engine.frameCount();
+        ASSERT_TRUE(
+            waitUntil([&] { return engine.frameCount() >= start + frameCount && engine.newest() > 0; }));
+    }
+
+    /// The error that starting a recording throws, which it does in bounded time.
+    QString startError() {
+        const auto start = std::chrono::steady_clock::now();
+        QString text = QStringLiteral("no error");
+        try {
+            capture.startRecording(url);
+        } catch (const SystemError &error) {
+            text = error.errorDescription();
+        }
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+        return text;
+    }
+
+    /// Expects a file of at least the pre-roll whose numbers count on.
+    void expectWholeRecording() {
+        const std::vector<int> numbers = NumberedSound::read(url);
+        ASSERT_GE(numbers.size(), size_t(preRollFrames));
+        const auto isBreak = [](int left, int right) { return left != 0 && right != 0 && right != left + 1; };
+        EXPECT_EQ(std::adjacent_find(numbers.begin(), numbers.end(), isBreak), numbers.end());
+        EXPECT_GT(*std::max_element(numbers.begin(), numbers.end()), 0);
+    }
+
+    SoundServer server;
+    /// Loud enough to be seen on a meter.
+    int nextNumber = 1 << 22;
+    /// Bound to the server of the start; a test that kills the server speaks anew.
+    std::unique_ptr<Speech> speech = std::make_unique<Speech>(speaking());
+    QTemporaryDir folder;
+    const FileURL url { folder.filePath(QStringLiteral("recordings/a.wav")) };
+    PulseConnection connection;
+    PulseAudioEngine pulseEngine { connection };
+    NumberedEngine engine { pulseEngine };
+    SndFileStore audioFiles;
+    VirtualClock clock;
+    PulseMicrophonePermission permission { connection, clock };
+    LinuxFileManager fileManager { { QDir::homePath(), {}, {}, folder.path() } };
+    LiveAudioCapture capture { { engine, audioFiles, permission, fileManager } };
+
+    std::function<float()> speaking() {
+        return [this] { return NumberedSound::sample(++nextNumber); };
+    }
+};
+
+/// A player that starves leaves silence, and its next number follows on; anything else is a frame lost or
+/// doubled on the way. Gives how often the player starved.
+int expectUnbroken(const std::vector<int> &tape) {
+    int starvations = 0;
+    int last = 0;
+    bool wasSilent = false;
+    for (const int number : tape) {
+        if (number == 0 && !wasSilent && last != 0)
+            ++starvations;
+        wasSilent = number == 0;
+        if (number == 0)
+            continue;
+        EXPECT_EQ(number, last == 0 ? number : last + 1);
+        last = number;
+    }
+    return starvations;
+}
+} // namespace
+
+TEST_F(LiveCapture, NoFrameIsMissingOrDoubledOverTwoHundredStarts) {
+    std::mt19937 random(20240229);
+    std::uniform_int_distribution gapMilliseconds(5, 80);
+    std::uniform_int_distribution recordedMilliseconds(0, 90);
+    int leastLead = std::numeric_limits<int>::max();
+    int mostLead = 0;
+    for (int start = 0; start < 200; ++start) {
+        hear(gapMilliseconds(random) * framesPerMillisecond);
+        const int before = engine.newest();
+        capture.startRecording(url);
+        const int after = engine.newest();
+        hear(recordedMilliseconds(random) * framesPerMillisecond);
+        capture.stopRecording();
+
+        const std::vector<int> recorded = NumberedSound::read(url);
+        ASSERT_GE(recorded.size(), size_t(preRollFrames)) << "start " << start;
+        const std::vector<int> tape = engine.tape();
+        const auto begin = std::find(tape.begin(), tape.end(), recorded.front());
+        ASSERT_GE(size_t(tape.end() - begin), recorded.size()) << "start " << start;
+        ASSERT_TRUE(std::equal(recorded.begin(), recorded.end(), begin)) << "start " << start;
+        // The last buffer before the call may still be on its way to the pre-roll.
+        const int endOfPreRoll = recorded.front() + preRollFrames - 1;
+        ASSERT_GE(endOfPreRoll, before - 1024) << "start " << start;
+        ASSERT_LE(endOfPreRoll, after + 1024) << "start " << start;
+        leastLead = std::min(leastLead, before - recorded.front() + 1);
+        mostLead = std::max(mostLead, before - recorded.front() + 1);
+    }
+    const int starvations = expectUnbroken(engine.tape());
+    std::cout << "recordings begin " << leastLead / framesPerMillisecond << " to "
+              << mostLead / framesPerMillisecond
+              << " ms before the latest sound at their start; the player starved " << starvations
+              << " times\n";
+}
+
+TEST_F(LiveCapture, AMicrophoneThatGoesWhileIdleIsOpenedAgainByTheNextStart) {
+    server.removeMicrophone();
+    ASSERT_TRUE(waitUntil([this] { return !engine.isRunning(); }));
+    EXPECT_EQ(startError(),
+        "No microphone was found. Connect one or choose an input in the sound settings, then try again.");
+    server.addMicrophone();
+    const int last = engine.newest();
+    EXPECT_EQ(startError(), "no error");
+    hear(preRollFrames);
+    capture.stopRecording();
+    const std::vector<int> numbers = NumberedSound::read(url);
+    EXPECT_FALSE(numbers.empty());
+    for (const int number : numbers)
+        ASSERT_TRUE(number == 0 || number > last) << "sound from before the gap";
+}
+
+TEST_F(LiveCapture, AMicrophoneThatGoesWhileRecordingLeavesAReadableFileAndSilence) {
+    capture.startRecording(url);
+    hear(4800);
+    EXPECT_GT(capture.currentLevel(), 0.0);
+    server.removeMicrophone();
+    ASSERT_TRUE(waitUntil([this] { return !engine.isRunning(); }));
+    EXPECT_EQ(capture.currentLevel(), 0.0);
+    capture.stopRecording();
+    expectWholeRecording();
+    server.addMicrophone();
+    waitForSpeech();
+    EXPECT_EQ(startError(), "no error");
+    capture.stopRecording();
+    expectWholeRecording();
+}
+
+TEST_F(LiveCapture, AServerThatIsKilledWhileRecordingLeavesAReadableFileAndComesBack) {
+    capture.startRecording(url);
+    hear(4800);
+    server.kill();
+    ASSERT_TRUE(waitUntil([this] { return !engine.isRunning(); }));
+    EXPECT_EQ(capture.currentLevel(), 0.0);
+    capture.stopRecording();
+    expectWholeRecording();
+    EXPECT_EQ(permission.status(), AuthorizationStatus::Authorized);
+    EXPECT_EQ(startError(), "No sound server is running. Start PipeWire or PulseAudio, then try again.");
+    server.start();
+    speech = nullptr;
+    speech = std::make_unique<Speech>(speaking());
+    waitForSpeech();
+    EXPECT_EQ(startError(), "no error");
+    capture.stopRecording();
+    expectWholeRecording();
+}
+
+TEST_F(LiveCapture, AServerThatHangsIsNoticedAndComesBack) {
+    server.freeze();
+    ASSERT_TRUE(waitUntil([this] { return !engine.isRunning(); }));
+    EXPECT_EQ(startError(),
+        "The microphone delivers no sound. Choose another input in the sound settings, then try again.");
+    EXPECT_EQ(startError(), "The sound server does not answer. Restart it, then try again.");
+    server.thaw();
+    waitForSpeech();
+    EXPECT_EQ(startError(), "no error");
+    capture.stopRecording();
+    expectWholeRecording();
+}

@@ -1,0 +1,171 @@
+// Whole dictations of the real program: a physical key press, real sound into the microphone, the real
+// whisper-cli, and the text read back from the editor window that received it.
+
+#include "dictate/Dictation.h"
+#include "dictate/Home.h"
+#include "dictate/Waiting.h"
+
+#include "Support/Print.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+namespace {
+QString sample(const QString &name) {
+    return QStringLiteral(TOLMI_SAMPLES_DIR) + u'/' + name + QStringLiteral(".wav");
+}
+
+// The words of a text. Sound that went through the air, even a virtual one, may move a small model to another
+// mark.
+QString words(QString text) {
+    return text.remove(QRegularExpression("[.,?!]")).simplified();
+}
+
+QString wordsOfSample(const QString &name) {
+    QFile file(QStringLiteral(TOLMI_SAMPLES_DIR) + u'/' + name + QStringLiteral(".txt"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return words(QString::fromUtf8(file.readAll()));
+}
+
+QStringList statesOf(const DictationReport &report) {
+    QStringList names;
+    for (const auto &[name, time] : report.states)
+        names.append(name);
+    return names;
+}
+
+int runTool(const QString &program, const QStringList &arguments) {
+    return QProcess::execute(program, arguments);
+}
+
+// Frames that the header of a WAV file of mono floats promises.
+qint64 framesInHeader(const QString &path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    const qsizetype data = bytes.indexOf("data");
+    return data < 0 ? -1 : qFromLittleEndian<quint32>(bytes.constData() + data + 4) / sizeof(float);
+}
+
+const QStringList statesOfASuccess { "recording", "transcribing", "refining", "pasting", "done", "idle" };
+const QStringList statesOfAFailure { "recording", "transcribing", "error", "idle" };
+} // namespace
+
+class WholeDictation : public testing::Test {
+protected:
+    void TearDown() override {
+        EXPECT_TRUE(m_program.quit()) << "the program did not end when it was asked to";
+    }
+
+    void start() {
+        ASSERT_TRUE(prepareHome(m_home));
+        ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM))) << m_program.output().toStdString();
+        ASSERT_TRUE(m_editor.open());
+    }
+
+    DictationReport speak(const QString &name) {
+        return dictate({ m_user, m_program, m_editor }, sample(name));
+    }
+
+    HomeOptions m_home { .whisperCLI = QStringLiteral(TOLMI_TEST_WHISPER_CLI),
+        .model = QStringLiteral(TOLMI_STARTING_MODEL) };
+    VirtualUser m_user;
+    RunningProgram m_program;
+    Editor m_editor { m_user };
+};
+
+TEST_F(WholeDictation, EnglishStandsInTheEditorAndTheClipboardIsTheUsersAgain) {
+    start();
+    const DictationReport report = speak("english-2");
+    EXPECT_EQ(report.failure, QString());
+    EXPECT_EQ(statesOf(report), statesOfASuccess);
+    EXPECT_EQ(words(report.pasted), wordsOfSample("english-2"));
+    EXPECT_TRUE(report.isClipboardRestored);
+    EXPECT_TRUE(QFileInfo::exists(report.recordingPath));
+}
+
+TEST_F(WholeDictation, OneFollowsTheOther) {
+    start();
+    EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+    EXPECT_EQ(words(speak("romanian-2").pasted), wordsOfSample("romanian-2"));
+}
+
+// On this layout the key is the one that types letters together with others.
+TEST_F(WholeDictation, RomanianOnTheRomanianKeyboard) {
+    ASSERT_EQ(runTool("setxkbmap", { "ro" }), 0);
+    m_home.language = "ro";
+    start();
+    const DictationReport report = speak("romanian-2");
+    EXPECT_EQ(report.failure, QString());
+    EXPECT_EQ(words(report.pasted), wordsOfSample("romanian-2"));
+}
+
+TEST_F(WholeDictation, MissingModelEndsInAnErrorThatPasses) {
+    m_home.model = "/nowhere/ggml-missing.bin";
+    start();
+    const DictationReport report = speak("english-1");
+    EXPECT_EQ(statesOf(report), statesOfAFailure);
+    EXPECT_EQ(report.pasted, QString());
+    EXPECT_TRUE(report.isClipboardRestored);
+    EXPECT_TRUE(QFileInfo::exists(report.recordingPath)) << "the recording of a failed dictation is kept";
+}
+
+TEST_F(WholeDictation, MissingProgramEndsInAnErrorThatPasses) {
+    m_home.whisperCLI = QString();
+    start();
+    const DictationReport report = speak("english-1");
+    EXPECT_EQ(statesOf(report), statesOfAFailure);
+    EXPECT_EQ(report.pasted, QString());
+}
+
+TEST_F(WholeDictation, MissingSoundServerEndsInAnErrorThatPasses) {
+    start();
+    ASSERT_EQ(runTool("pactl", { "exit" }), 0);
+    m_program.forgetStages();
+    m_user.press(VirtualUser::rightAlt);
+    EXPECT_TRUE(waitUntil([this] { return m_program.state() == u"error"; }, 20));
+    m_user.release(VirtualUser::rightAlt);
+    EXPECT_TRUE(waitUntil([this] { return m_program.state() == u"idle"; }, 20));
+    EXPECT_FALSE(m_program.firstStage("state", "recording"));
+}
+
+TEST_F(WholeDictation, KilledInMidRecordingLeavesAReadableFileAndStartsAgain) {
+    start();
+    m_user.press(VirtualUser::rightAlt);
+    ASSERT_TRUE(waitUntil([this] { return m_program.state() == u"recording"; }, 20));
+    ASSERT_TRUE(playIntoMicrophone(sample("english-1")));
+    m_program.kill();
+    m_user.release(VirtualUser::rightAlt);
+    ASSERT_EQ(keptRecordings().size(), 1);
+    EXPECT_GT(framesInHeader(keptRecordings().first()), 48000);
+
+    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM)));
+    EXPECT_EQ(words(speak("english-2").pasted), wordsOfSample("english-2"));
+}
+
+TEST_F(WholeDictation, BrokenSettingsAreSetAsideAndTheStartingModelServes) {
+    ASSERT_TRUE(prepareHome(m_home));
+    QFile file(settingsPath());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("{ \"tolmi.language\": ");
+    file.close();
+    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM)));
+    ASSERT_TRUE(m_editor.open());
+    EXPECT_EQ(words(speak("romanian-2").pasted), wordsOfSample("romanian-2"))
+        << "Romanian is the language of a first start";
+    const QDir folder = QFileInfo(settingsPath()).dir();
+    EXPECT_EQ(folder.entryList({ "settings.json.unreadable-*" }).size(), 1);
+}
+
+TEST_F(WholeDictation, SecondStartLeavesTheFirstAlone) {
+    start();
+    RunningProgram second;
+    EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM)));
+    EXPECT_TRUE(m_program.isRunning());
+    EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+}

@@ -1,0 +1,33 @@
+#include "Platform/Linux/InjectedKeys.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+using namespace std::chrono_literals;
+
+constexpr InjectedKeys::Instant start;
+
+TEST(InjectedKeysTests, eachNoteServesOnce) {
+    InjectedKeys keys;
+    keys.willPress(55, start);
+    keys.willPress(37, start);
+    keys.willPress(55, start);
+    EXPECT_TRUE(keys.take(55, start + 5ms));
+    EXPECT_TRUE(keys.take(55, start + 5ms));
+    EXPECT_FALSE(keys.take(55, start + 5ms));
+    EXPECT_TRUE(keys.take(37, start + 5ms));
+}
+
+TEST(InjectedKeysTests, keysOfTheUserAreNotOurs) {
+    InjectedKeys keys;
+    EXPECT_FALSE(keys.take(55, start));
+    keys.willPress(55, start);
+    EXPECT_FALSE(keys.take(38, start));
+}
+
+TEST(InjectedKeysTests, aPressThatNobodySawIsForgotten) {
+    InjectedKeys keys;
+    keys.willPress(55, start);
+    EXPECT_FALSE(keys.take(55, start + 1001ms));
+}
+} // namespace

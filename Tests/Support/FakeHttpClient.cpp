@@ -1,0 +1,16 @@
+#include "Support/FakeHttpClient.h"
+
+#include <gtest/gtest.h>
+
+Task<HttpResponse> FakeHttpClient::send(HttpRequest request) {
+    requests.push_back(std::move(request));
+    if (replies.empty()) {
+        ADD_FAILURE() << "an HTTP request without a reply in the queue";
+        throw HttpError(HttpError::Code::Unknown);
+    }
+    const auto reply = std::move(replies.front());
+    replies.pop_front();
+    if (const auto *error = std::get_if<HttpError>(&reply))
+        throw *error;
+    co_return std::get<HttpResponse>(reply);
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Platform/Desktop/MainLoopClock.h"
+#include "Platform/Linux/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/LinuxFileManager.h"
+#include "TolmiApp/TranscriptionHistory.h"
+
+/// A history as the program keeps it, but in a folder of its own, which only the user may enter.
+class ScratchHistory {
+public:
+    using TemporaryFiles = LinuxAtomicFileWriter::TemporaryFiles;
+
+    explicit ScratchHistory(
+        const QString &folder, TemporaryFiles temporaryFiles = TemporaryFiles::UnnamedWherePossible)
+        : m_fileManager({ {}, folder, folder, folder })
+        , m_fileWriter(temporaryFiles)
+        , m_history(m_clock, m_fileManager, m_fileWriter) { }
+
+    TranscriptionHistory *operator->() { return &m_history; }
+
+    /// Where the history of `folder` is kept.
+    static QString filePath(const QString &folder) { return folder + QStringLiteral("/Tolmi/history.json"); }
+
+private:
+    MainLoopClock m_clock;
+    LinuxFileManager m_fileManager;
+    LinuxAtomicFileWriter m_fileWriter;
+    TranscriptionHistory m_history;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "dictate/VirtualUser.h"
+
+#include <QProcess>
+#include <QString>
+
+/// A text editor on the desktop, used by keyboard and clipboard only, as a user does.
+class Editor {
+public:
+    explicit Editor(VirtualUser &user);
+    /// Ends the editor.
+    ~Editor();
+
+    /// Starts the editor and waits until its window has the focus; false when that does not happen in time.
+    bool open();
+
+    /// Everything that stands in the editor's window: select all, copy, and read what the editor then offers.
+    /// The clipboard holds that text afterwards.
+    QString text();
+
+    /// Empties the editor.
+    void clear();
+
+private:
+    VirtualUser &m_user;
+    QProcess m_process;
+};
+
+/// The text of the clipboard, asked of its owner by another program; empty when there is none.
+QString clipboardText();
+
+/// Puts a text on the clipboard by another program, which goes on owning it.
+void setClipboardText(const QString &text);

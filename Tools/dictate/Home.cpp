@@ -1,0 +1,53 @@
+#include "dictate/Home.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStandardPaths>
+
+namespace {
+QString dataFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Tolmi";
+}
+
+bool link(const QString &target, const QString &name) {
+    QDir().mkpath(QFileInfo(name).path());
+    return QFileInfo::exists(name) || QFile::link(QFileInfo(target).absoluteFilePath(), name);
+}
+} // namespace
+
+void addHomeOptions(QCommandLineParser &parser) {
+    parser.addOption({ "language", "en, ro or auto", "code", "auto" });
+    parser.addOption({ "whisper-cli", "the whisper-cli to use", "path" });
+    parser.addOption({ "model", "the speech model to use", "path" });
+}
+
+HomeOptions homeOptions(const QCommandLineParser &parser) {
+    return { parser.value("language"), parser.value("whisper-cli"), parser.value("model") };
+}
+
+bool prepareHome(const HomeOptions &options) {
+    QJsonObject settings = options.settings;
+    settings.insert("tolmi.language", options.language);
+    settings.insert("tolmi.uiLanguage", "en");
+    if (!options.model.isEmpty())
+        settings.insert("tolmi.modelPath", options.model);
+    QDir().mkpath(QFileInfo(settingsPath()).path());
+    QFile file(settingsPath());
+    const bool isLinked
+        = options.whisperCLI.isEmpty() || link(options.whisperCLI, dataFolder() + "/tools/whisper-cli");
+    return isLinked && file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(settings).toJson()) > 0;
+}
+
+QString settingsPath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/Tolmi/settings.json";
+}
+
+QStringList keptRecordings() {
+    const QDir folder(dataFolder() + "/audio-cache");
+    QStringList paths;
+    for (const QFileInfo &file : folder.entryInfoList(QDir::Files, QDir::Time))
+        paths.append(file.filePath());
+    return paths;
+}

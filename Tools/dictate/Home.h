@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QCommandLineParser>
+#include <QJsonObject>
+#include <QString>
+
+/// How the home of a private desktop is set up before the program starts.
+struct HomeOptions {
+    /// Transcription language code: en, ro or auto.
+    QString language = QStringLiteral("auto");
+    QString whisperCLI;
+    /// Path of the speech model; empty lets the program find one.
+    QString model;
+    /// Further settings by their keys.
+    QJsonObject settings {};
+};
+
+/// Declares `--language`, `--whisper-cli` and `--model`.
+void addHomeOptions(QCommandLineParser &parser);
+
+/// What the user said about the home.
+HomeOptions homeOptions(const QCommandLineParser &parser);
+
+/// Puts whisper-cli, if one is named, where the program looks first and writes the settings, in the XDG
+/// folders of this process.
+bool prepareHome(const HomeOptions &options);
+
+/// The settings file of the home.
+QString settingsPath();
+
+/// The recordings that the program keeps in the home, newest first.
+QStringList keptRecordings();

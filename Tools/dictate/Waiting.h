@@ -1,0 +1,9 @@
+#pragma once
+
+#include <functional>
+
+/// Runs the event loop until `condition` holds, at most `seconds`. Tells whether it holds.
+bool waitUntil(const std::function<bool()> &condition, double seconds);
+
+/// Runs the event loop for `seconds`.
+void pause(double seconds);

@@ -1,0 +1,221 @@
+// Fills a small file system of its own step by step and adds to the history on it: whatever the free space,
+// the file is the old one or the new one, whole.
+
+#include "Platform/Error.h"
+#include "Platform/Linux/FileDescriptor.h"
+#include "ScratchHistory.h"
+#include "TolmiApp/HistoryCodec.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace {
+[[noreturn]] void giveUp(const QString &what) {
+    std::fprintf(stderr, "full-disk-test: %s\n", qPrintable(what));
+    std::exit(1);
+}
+
+void require(bool isFine, const QString &path) {
+    if (!isFine)
+        giveUp(SystemError::fromErrno(errno, path).errorDescription());
+}
+
+void writeLine(const char *path, const QByteArray &line) {
+    QFile file(QString::fromUtf8(path));
+    require(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered), file.fileName());
+    require(file.write(line) == line.size(), file.fileName());
+}
+
+/// Moves this process to where its mounts are its own. A user who is not root becomes the root of a user
+/// namespace, which may mount file systems in memory.
+void enterOwnMounts() {
+    const uid_t user = ::geteuid();
+    const gid_t group = ::getegid();
+    const bool isRoot = user == 0 && ::unshare(CLONE_NEWNS) == 0;
+    if (!isRoot) {
+        require(::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0, QStringLiteral("a user namespace"));
+        writeLine("/proc/self/setgroups", "deny");
+        writeLine("/proc/self/uid_map", "0 " + QByteArray::number(user) + " 1");
+        writeLine("/proc/self/gid_map", "0 " + QByteArray::number(group) + " 1");
+    }
+    require(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, QStringLiteral("/"));
+}
+
+void mountMemory(const QString &folder) {
+    const int result
+        = ::mount("tmpfs", qPrintable(folder), "tmpfs", MS_NOSUID | MS_NODEV, "size=1m,mode=0700");
+    require(result == 0, folder);
+}
+
+void runCommand(const QString &program, const QStringList &arguments) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    if (!process.waitForFinished() || process.exitCode() != 0)
+        giveUp(program + QStringLiteral(" failed: ") + QString::fromUtf8(process.readAll()).trimmed());
+}
+
+/// Mounts an ext4 file system that lies in a file; only root can.
+void mountExt4(const QString &folder) {
+    const QString image = folder + QStringLiteral(".ext4");
+    QFile file(image);
+    require(file.open(QIODevice::WriteOnly) && file.resize(8 * 1024 * 1024), image);
+    file.close();
+    // Without blocks that are kept for root, the disk is as full for root as for anybody.
+    runCommand(QStringLiteral("mkfs.ext4"), { QStringLiteral("-q"), QStringLiteral("-m0"), image });
+    runCommand(QStringLiteral("mount"), { QStringLiteral("-o"), QStringLiteral("loop"), image, folder });
+}
+
+QByteArray contentOf(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+class FullDiskTest {
+public:
+    explicit FullDiskTest(const QString &folder)
+        : m_folder(folder)
+        , m_history(folder)
+        , m_file(ScratchHistory::filePath(folder)) {
+        // A history of some dozens of blocks, so that a disk can end anywhere in it.
+        for (int number = 0; number < 40; ++number)
+            addDictation();
+        if (storedCount() != 40)
+            giveUp(QStringLiteral("the empty disk does not take the history"));
+    }
+
+    /// Adds an entry at every number of free blocks from none to more than enough.
+    void run() {
+        const qint64 mostBytes = 2 * contentOf(m_file).size();
+        for (qint64 freeBytes = 0; freeBytes <= mostBytes; freeBytes += blockSize())
+            tryWith(freeBytes);
+        std::printf("  %d steps of %lld bytes: %d saves failed with the old file whole, %d worked\n",
+            m_failedCount + m_workedCount, static_cast<long long>(blockSize()), m_failedCount, m_workedCount);
+        if (m_failedCount == 0 || m_workedCount == 0)
+            giveUp(QStringLiteral("the disk was never full, or always"));
+    }
+
+private:
+    void addDictation() {
+        m_history->add({ .rawText = QString(1000, QChar(u'ă')), .language = QStringLiteral("ro") });
+    }
+
+    void tryWith(qint64 freeBytes) {
+        const QByteArray before = contentOf(m_file);
+        fillTo(freeBytes);
+        addDictation();
+        const QByteArray after = contentOf(m_file);
+        const bool hasWorked = after == HistoryCodec::encode(m_history->entries());
+        if (!hasWorked && after != before)
+            giveUp(QStringLiteral("with %1 bytes free the file is neither old nor new").arg(freeBytes));
+        checkNoLeftovers();
+        removeBallast();
+        ++(hasWorked ? m_workedCount : m_failedCount);
+        restore(before);
+    }
+
+    /// With room again, the next change must bring everything to the disk, and the next step starts from the
+    /// same size.
+    void restore(const QByteArray &before) {
+        m_history->deleteEntry(m_history->entries().front().id);
+        if (contentOf(m_file) != before)
+            giveUp(QStringLiteral("a save with room again did not bring the file up to date"));
+    }
+
+    void checkNoLeftovers() const {
+        const QDir folder(m_folder + QStringLiteral("/Tolmi"));
+        const QStringList names
+            = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+        if (names != QStringList(QStringLiteral("history.json")))
+            giveUp(QStringLiteral("left over: ") + names.join(u' '));
+    }
+
+    qsizetype storedCount() const {
+        const auto entries = HistoryCodec::decode(contentOf(m_file));
+        return entries ? entries->size() : -1;
+    }
+
+    struct statvfs status() const {
+        struct statvfs status { };
+        require(::statvfs(qPrintable(m_folder), &status) == 0, m_folder);
+        return status;
+    }
+
+    qint64 blockSize() const { return qint64(status().f_frsize); }
+
+    /// Takes all space but `freeBytes`.
+    void fillTo(qint64 freeBytes) {
+        const FileDescriptor ballast(::open(qPrintable(ballastPath()), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
+        require(ballast.isValid(), ballastPath());
+        // At once, then block by block, since a file system takes blocks for itself too. Not fallocate: it
+        // may leave the map of the file for later.
+        for (;;) {
+            const qint64 tooMuch = qint64(status().f_bavail) * blockSize() - freeBytes;
+            if (tooMuch <= 0)
+                return;
+            const bool isFirst = ::lseek(ballast.get(), 0, SEEK_CUR) == 0;
+            const QByteArray content(isFirst ? tooMuch : blockSize(), 'x');
+            if (::write(ballast.get(), content.constData(), size_t(content.size())) <= 0)
+                return;
+            // Space that was only promised does not count yet.
+            ::fdatasync(ballast.get());
+        }
+    }
+
+    void removeBallast() {
+        require(::unlink(qPrintable(ballastPath())) == 0, ballastPath());
+        // Freed blocks may come back with the next commit only.
+        const FileDescriptor folder(::open(qPrintable(m_folder), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        ::syncfs(folder.get());
+    }
+
+    QString ballastPath() const { return m_folder + QStringLiteral("/ballast"); }
+
+    const QString m_folder;
+    ScratchHistory m_history;
+    const QString m_file;
+    int m_failedCount = 0;
+    int m_workedCount = 0;
+};
+
+void test(const char *name, void (*mountAt)(const QString &)) {
+    const QTemporaryDir place;
+    const QString folder = place.filePath(QStringLiteral("disk"));
+    require(place.isValid() && QDir().mkdir(folder), folder);
+    mountAt(folder);
+    std::printf("%s\n", name);
+    FullDiskTest(folder).run();
+    require(::umount2(qPrintable(folder), 0) == 0, folder);
+}
+} // namespace
+
+int main(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Adds to the history on a disk with less and less room, and checks that its file stays "
+        "whole. In memory by default."));
+    const QString ext4 = QStringLiteral("ext4");
+    parser.addOption({ ext4, QStringLiteral("On an ext4 file system in a file, which takes root.") });
+    parser.addHelpOption();
+    parser.process(application);
+
+    enterOwnMounts();
+    if (parser.isSet(ext4))
+        test("ext4", &mountExt4);
+    else
+        test("tmpfs", &mountMemory);
+}
