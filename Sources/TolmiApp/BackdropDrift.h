@@ -5,8 +5,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/// The slow motion of the backdrop: to and fro for ever, in steps that are too small to be seen and rare enough to
-/// cost little. It goes on where it stopped.
+/// The slow motion of the backdrop: to and fro for ever, in steps that are too small to be seen and rare
+/// enough to cost little. It goes on where it stopped.
 class BackdropDrift : public QObject {
     Q_OBJECT
     QML_ELEMENT

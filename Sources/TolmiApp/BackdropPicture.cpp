@@ -86,7 +86,8 @@ void BackdropPicture::drawBase(QPainter &painter) const {
 void BackdropPicture::drawSweeps(QPainter &painter) const {
     const QPointF middle = boundingRect().center();
     drawSweep(painter, { middle + QPointF(440 * drift() - 220, -140), -18, 120, 28, sweepStrong() }, width());
-    drawSweep(painter, { middle + QPointF(180 - 360 * drift(), 120 + 60 * drift()), 24, 80, 20, sweepSoft() }, width());
+    drawSweep(painter, { middle + QPointF(180 - 360 * drift(), 120 + 60 * drift()), 24, 80, 20, sweepSoft() },
+        width());
 }
 
 void BackdropPicture::drawMesh(QPainter &painter) const {

@@ -4,8 +4,8 @@
 
 #include <QColor>
 
-/// An opaque gradient from top to bottom with a noise below one level: between two nearly equal colours a plain one
-/// shows steps.
+/// An opaque gradient from top to bottom with a noise below one level: between two nearly equal colours a
+/// plain one shows steps.
 class GradientFill : public PictureItem {
     Q_OBJECT
     QML_ELEMENT

@@ -48,7 +48,8 @@ QList<RingBar> ringBars(const RingStyle &style, double level, double seconds) {
     for (int index = 0; index < style.barCount; ++index) {
         const double p = position(style, index);
         const double w = wave(p, seconds);
-        const RingBar bar { angle(p), length(style, limited, w), shade(style, p, w), alpha(style, limited, w) };
+        const RingBar bar { angle(p), length(style, limited, w), shade(style, p, w),
+            alpha(style, limited, w) };
         if (bar.alpha > faintestAlpha && bar.length > shortestLength)
             bars.append(bar);
     }

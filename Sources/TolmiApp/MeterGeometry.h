@@ -2,8 +2,8 @@
 
 #include <QList>
 
-/// Where the bars of the three meters stand, how long and how bright they are. Pure functions of the level and
-/// of the time, so that drawing a meter is nothing but putting lines where these say.
+/// Where the bars of the three meters stand, how long and how bright they are. Pure functions of the level
+/// and of the time, so that drawing a meter is nothing but putting lines where these say.
 namespace MeterGeometry {
 
 /// One bar of a ring: a straight line outwards along `angle`, from the inner radius to that plus `length`.
@@ -25,8 +25,8 @@ struct RingStyle {
     double barWidth;
     /// Opacity of a bar at the foot of the wave, once the gate is open; at its crest it is 1.
     double restAlpha;
-    /// The bars at the top and the bottom are lighter than those at the sides; otherwise the crests of the wave
-    /// are lighter than its feet.
+    /// The bars at the top and the bottom are lighter than those at the sides; otherwise the crests of the
+    /// wave are lighter than its feet.
     bool isShadedByPosition;
 };
 

@@ -41,7 +41,8 @@ QSGNode *PictureItem::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {
     if (isNew || m_isStale) {
         const QImage image = picture();
         node->setTexture(window()->createTextureFromImage(image, QQuickWindow::TextureHasAlphaChannel));
-        // Not the item's own size, which may end between two pixels: stretching by a fraction blurs everything.
+        // Not the item's own size, which may end between two pixels: stretching by a fraction blurs
+        // everything.
         node->setRect(QRectF(QPointF(), image.deviceIndependentSize()));
         m_isStale = false;
     }

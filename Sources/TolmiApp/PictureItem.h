@@ -5,8 +5,8 @@
 
 class QPainter;
 
-/// An item that is drawn by QPainter when something of it changes and is a texture in between. It looks the same
-/// on every renderer, the software one included, where geometry of one's own would not show at all.
+/// An item that is drawn by QPainter when something of it changes and is a texture in between. It looks the
+/// same on every renderer, the software one included, where geometry of one's own would not show at all.
 class PictureItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS

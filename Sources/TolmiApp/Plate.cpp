@@ -11,8 +11,7 @@ void Plate::paint(QPainter &painter) const {
         painter.setBrush(material());
         painter.drawRoundedRect(area, radius(), radius());
     }
-    QLinearGradient gradient(
-        0, 0, area.width() * gradientEnd().x(), area.height() * gradientEnd().y());
+    QLinearGradient gradient(0, 0, area.width() * gradientEnd().x(), area.height() * gradientEnd().y());
     gradient.setColorAt(0, fill());
     gradient.setColorAt(1, endFill().isValid() ? endFill() : fill());
     painter.setBrush(gradient);

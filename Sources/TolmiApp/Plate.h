@@ -5,8 +5,8 @@
 #include <QColor>
 #include <QPointF>
 
-/// The rounded rectangle under a control or a panel: a material, a gradient over it, and up to three edges. A colour
-/// that is transparent leaves its part out.
+/// The rounded rectangle under a control or a panel: a material, a gradient over it, and up to three edges. A
+/// colour that is transparent leaves its part out.
 class Plate : public PictureItem {
     Q_OBJECT
     QML_ELEMENT

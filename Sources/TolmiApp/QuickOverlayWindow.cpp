@@ -42,8 +42,8 @@ QuickOverlayWindow::QuickOverlayWindow(OverlayViewModel &viewModel, OverlayWindo
     format.setAlphaBufferSize(8);
     m_view->setFormat(format);
     m_view->setColor(Qt::transparent);
-    m_view->setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus
-        | Qt::NoDropShadowWindowHint);
+    m_view->setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
+        | Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint);
     m_view->resize(OverlayPanelController::panelSize, OverlayPanelController::panelSize);
     m_view->setInitialProperties({ { QStringLiteral("viewModel"), QVariant::fromValue(&viewModel) } });
     m_view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/OverlayContentView.qml")));
@@ -92,7 +92,8 @@ void QuickOverlayWindow::stepFades() {
     const Fade &newest = m_fades.constLast();
     if (newest.isVisible)
         m_view->setOpacity(opacityAt(std::min(1.0, double(newest.since.elapsed()) / 1000 / newest.seconds)));
-    while (!m_fades.isEmpty() && double(m_fades.constFirst().since.elapsed()) / 1000 >= m_fades.constFirst().seconds) {
+    while (!m_fades.isEmpty()
+        && double(m_fades.constFirst().since.elapsed()) / 1000 >= m_fades.constFirst().seconds) {
         const Fade ended = m_fades.takeFirst();
         ended.completion();
     }

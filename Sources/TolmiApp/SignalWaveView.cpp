@@ -41,8 +41,7 @@ void SignalWaveView::paint(QPainter &painter) const {
     painter.setOpacity(isActive() ? 0.95 : 0.15);
     for (int index = 0; index < m_bars; ++index) {
         const double tall = MeterGeometry::barHeight(index, m_bars, isActive(), level());
-        const QRectF capsule(
-            index * (capsuleWidth + m_spacing), (height() - tall) / 2, capsuleWidth, tall);
+        const QRectF capsule(index * (capsuleWidth + m_spacing), (height() - tall) / 2, capsuleWidth, tall);
         painter.drawRoundedRect(capsule, capsuleWidth / 2, capsuleWidth / 2);
     }
 }

@@ -20,7 +20,8 @@ void SoftDisc::paint(QPainter &painter) const {
     SoftAlpha alpha(QSize(qCeil(width() * ratio), qCeil(height() * ratio)));
     const double centerX = alpha.size().width() / 2.0;
     const double centerY = alpha.size().height() / 2.0;
-    const auto distanceFromCenter = [&](int x, int y) { return std::hypot(x + 0.5 - centerX, y + 0.5 - centerY); };
+    const auto distanceFromCenter
+        = [&](int x, int y) { return std::hypot(x + 0.5 - centerX, y + 0.5 - centerY); };
     const auto forEachPixel = [&](auto change) {
         for (int y = 0; y < alpha.size().height(); ++y) {
             for (int x = 0; x < alpha.size().width(); ++x)

@@ -4,8 +4,8 @@
 
 #include <QColor>
 
-/// A blurred round gradient: a halo, a glow or a soft shade. It fades out before the edge of its item, so that a small
-/// window does not cut it off visibly.
+/// A blurred round gradient: a halo, a glow or a soft shade. It fades out before the edge of its item, so
+/// that a small window does not cut it off visibly.
 class SoftDisc : public PictureItem {
     Q_OBJECT
     QML_ELEMENT

@@ -60,15 +60,16 @@ QSGNode *SoftShadow::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {
     const bool isNew = !node;
     if (isNew)
         node.reset(window()->createNinePatchNode());
-    // Blurring takes long, so a large plate gets a small shadow whose middles are stretched: resizing a window
-    // then costs nothing.
+    // Blurring takes long, so a large plate gets a small shadow whose middles are stretched: resizing a
+    // window then costs nothing.
     const double smallest = 2 * (corner() - margin()) + 2;
     const QSizeF plate(std::min(width(), smallest), std::min(height(), smallest));
     const bool stretchesAcross = plate.width() < width();
     const bool stretchesDown = plate.height() < height();
     const double ratio = window()->effectiveDevicePixelRatio();
     if (isNew || m_isStale) {
-        node->setTexture(window()->createTextureFromImage(patch(plate, ratio), QQuickWindow::TextureHasAlphaChannel));
+        node->setTexture(
+            window()->createTextureFromImage(patch(plate, ratio), QQuickWindow::TextureHasAlphaChannel));
         node->setDevicePixelRatio(ratio);
         const double across = stretchesAcross ? corner() : (plate.width() + 2 * margin()) / 2;
         const double down = stretchesDown ? corner() : (plate.height() + 2 * margin()) / 2;

@@ -4,8 +4,8 @@
 
 #include <QColor>
 
-/// The shadow around a plate that fills the same rectangle. It reaches out over its item and is cut out under the
-/// plate, so that it never darkens what shines through a translucent one.
+/// The shadow around a plate that fills the same rectangle. It reaches out over its item and is cut out under
+/// the plate, so that it never darkens what shines through a translucent one.
 class SoftShadow : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT

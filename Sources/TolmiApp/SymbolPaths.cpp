@@ -40,7 +40,8 @@ private:
     bool isRelative() const { return std::islower(static_cast<unsigned char>(m_command)) != 0; }
 
     void skipBlanks() {
-        while (!m_rest.isEmpty() && (m_rest.front() == QLatin1Char(' ') || m_rest.front() == QLatin1Char(',')))
+        while (
+            !m_rest.isEmpty() && (m_rest.front() == QLatin1Char(' ') || m_rest.front() == QLatin1Char(',')))
             m_rest = m_rest.mid(1);
     }
 
@@ -193,8 +194,8 @@ QPointF onCircle(double radius, double angle) {
 }
 
 void arcOnCircle(QPainterPath &target, double radius, double from, double to) {
-    target.arcTo(QRectF(12 - radius, 12 - radius, 2 * radius, 2 * radius), -from * 180 / pi,
-        -(to - from) * 180 / pi);
+    target.arcTo(
+        QRectF(12 - radius, 12 - radius, 2 * radius, 2 * radius), -from * 180 / pi, -(to - from) * 180 / pi);
 }
 
 QPainterPath gearWheel() {
@@ -255,9 +256,9 @@ void addPeople(Drawings &drawings) {
         line(path("M6.3 18.7c.9-2.7 3.1-4.1 5.7-4.1s4.8 1.4 5.7 4.1")) };
     drawings[QStringLiteral("person.crop.circle.fill")] = { solid(disc), cutFill(circle(12, 9.6, 3)),
         cutFill(path("M6.2 17.2c1.2-2 3.3-3 5.8-3s4.6 1 5.8 3a7.8 7.8 0 0 1-11.6 0z")) };
-    drawings[QStringLiteral("briefcase.circle.fill")] = { solid(disc),
-        cutLine(roundedRectangle(6.6, 9.6, 10.8, 7, 1.2), 0.8),
-        cutLine(path("M10 9.6V8.3a1 1 0 0 1 1-1h2a1 1 0 0 1 1 1v1.3M6.6 12.9h10.8"), 0.8) };
+    drawings[QStringLiteral("briefcase.circle.fill")]
+        = { solid(disc), cutLine(roundedRectangle(6.6, 9.6, 10.8, 7, 1.2), 0.8),
+              cutLine(path("M10 9.6V8.3a1 1 0 0 1 1-1h2a1 1 0 0 1 1 1v1.3M6.6 12.9h10.8"), 0.8) };
 }
 
 void addVoice(Drawings &drawings) {
@@ -270,10 +271,9 @@ void addVoice(Drawings &drawings) {
         = { line(path("M3 10.8v2.4M6 7.8v8.4M9 4v16M12 8.6v6.8M15 5.6v12.8M18 8.6v6.8M21 10.8v2.4")) };
     drawings[QStringLiteral("waveform.circle@small")] = { line(disc), line(threeBars, 1.05) };
     drawings[QStringLiteral("waveform.circle.fill@small")] = { solid(disc), cutLine(threeBars, 1.1) };
-    drawings[QStringLiteral("waveform@small")]
-        = { line(path("M3 9v6M7 6v12M11 3v18M15 7v10M19 9v6"), 1.15) };
-    drawings[QStringLiteral("mic.fill")]
-        = { solid(roundedRectangle(9, 3, 6, 11.4, 3)), line(path("M5.9 11.2a6.1 6.1 0 0 0 12.2 0M12 17.3V21M8.7 21h6.6")) };
+    drawings[QStringLiteral("waveform@small")] = { line(path("M3 9v6M7 6v12M11 3v18M15 7v10M19 9v6"), 1.15) };
+    drawings[QStringLiteral("mic.fill")] = { solid(roundedRectangle(9, 3, 6, 11.4, 3)),
+        line(path("M5.9 11.2a6.1 6.1 0 0 0 12.2 0M12 17.3V21M8.7 21h6.6")) };
     drawings[QStringLiteral("speaker.wave.2.fill")] = { solid(path("M2.8 9.6v4.8h3.4l4.6 3.9V5.7L6.2 9.6z")),
         line(path("M14.6 9.2a4.4 4.4 0 0 1 0 5.6M17.6 6.6a8.4 8.4 0 0 1 0 10.8")) };
     drawings[QStringLiteral("play.fill")]
@@ -283,13 +283,15 @@ void addVoice(Drawings &drawings) {
 
 void addMarks(Drawings &drawings) {
     const QPainterPath disc = circle(12, 12, 9);
-    const QPainterPath triangle
-        = path("M10.1 4.3L2.9 17a2.2 2.2 0 0 0 1.9 3.3h14.4a2.2 2.2 0 0 0 1.9-3.3L13.9 4.3a2.2 2.2 0 0 0-3.8 0z");
-    const QPainterPath shield = path("M12 2.9l6.9 2.5a1.2 1.2 0 0 1 .8 1.1v4.9c0 4.5-3 7.9-7.7 9.7-4.7-1.8-7.7-5.2"
-                                     "-7.7-9.7V6.5a1.2 1.2 0 0 1 .8-1.1z");
-    const QPainterPath seal = path("M15.14 4.42A3.5 3.5 0 0 1 19.58 8.86A3.5 3.5 0 0 1 19.58 15.14A3.5 3.5 0 0 1 "
-                                   "15.14 19.58A3.5 3.5 0 0 1 8.86 19.58A3.5 3.5 0 0 1 4.42 15.14A3.5 3.5 0 0 1 "
-                                   "4.42 8.86A3.5 3.5 0 0 1 8.86 4.42A3.5 3.5 0 0 1 15.14 4.42z");
+    const QPainterPath triangle = path(
+        "M10.1 4.3L2.9 17a2.2 2.2 0 0 0 1.9 3.3h14.4a2.2 2.2 0 0 0 1.9-3.3L13.9 4.3a2.2 2.2 0 0 0-3.8 0z");
+    const QPainterPath shield
+        = path("M12 2.9l6.9 2.5a1.2 1.2 0 0 1 .8 1.1v4.9c0 4.5-3 7.9-7.7 9.7-4.7-1.8-7.7-5.2"
+               "-7.7-9.7V6.5a1.2 1.2 0 0 1 .8-1.1z");
+    const QPainterPath seal
+        = path("M15.14 4.42A3.5 3.5 0 0 1 19.58 8.86A3.5 3.5 0 0 1 19.58 15.14A3.5 3.5 0 0 1 "
+               "15.14 19.58A3.5 3.5 0 0 1 8.86 19.58A3.5 3.5 0 0 1 4.42 15.14A3.5 3.5 0 0 1 "
+               "4.42 8.86A3.5 3.5 0 0 1 8.86 4.42A3.5 3.5 0 0 1 15.14 4.42z");
     drawings[QStringLiteral("circle")] = { line(disc) };
     drawings[QStringLiteral("circle.inset.filled")] = { line(disc), fill(circle(12, 12, 5.2)) };
     drawings[QStringLiteral("checkmark")] = { line(path("M4.8 12.8l4.7 4.7L19.2 7"), 1.15) };
@@ -301,8 +303,9 @@ void addMarks(Drawings &drawings) {
         = { solid(triangle), cutLine(path("M12 9v4.5"), 1.12), cutFill(circle(12, 16.9, 1.25)) };
     drawings[QStringLiteral("exclamationmark.shield.fill")]
         = { solid(shield), cutLine(path("M12 7.7v4.8"), 1.12), cutFill(circle(12, 16, 1.25)) };
-    drawings[QStringLiteral("xmark.octagon.fill")] = { solid(path("M8.3 3h7.4L21 8.3v7.4L15.7 21H8.3L3 15.7V8.3z")),
-        cutLine(path("M9.1 9.1l5.8 5.8M14.9 9.1l-5.8 5.8"), 1.08) };
+    drawings[QStringLiteral("xmark.octagon.fill")]
+        = { solid(path("M8.3 3h7.4L21 8.3v7.4L15.7 21H8.3L3 15.7V8.3z")),
+              cutLine(path("M9.1 9.1l5.8 5.8M14.9 9.1l-5.8 5.8"), 1.08) };
     drawings[QStringLiteral("xmark")] = { line(path("M5.8 5.8l12.4 12.4M18.2 5.8L5.8 18.2")) };
     drawings[QStringLiteral("arrow.right.circle.fill")]
         = { solid(disc), cutLine(path("M7.7 12h8.2M12.5 8.3l3.7 3.7-3.7 3.7"), 1.08) };
@@ -313,48 +316,54 @@ void addMarks(Drawings &drawings) {
 
 void addPlaces(Drawings &drawings) {
     const QPainterPath disc = circle(12, 12, 9);
-    const QPainterPath loops = path("M10 10h4v4h-4zM10 10H8.3a1.7 1.7 0 1 1 1.7-1.7zM14 10V8.3a1.7 1.7 0 1 1 1.7 1.7z"
-                                    "M14 14h1.7a1.7 1.7 0 1 1-1.7 1.7zM10 14v1.7a1.7 1.7 0 1 1-1.7-1.7z");
-    const QPainterPath cross = path("M9.8 9.8h4.4v4.4H9.8zM9.8 9.8H8.6M9.8 9.8V8.6M14.2 9.8h1.2M14.2 9.8V8.6M14.2 14.2h1.2"
-                                    "M14.2 14.2v1.2M9.8 14.2H8.6M9.8 14.2v1.2");
+    const QPainterPath loops
+        = path("M10 10h4v4h-4zM10 10H8.3a1.7 1.7 0 1 1 1.7-1.7zM14 10V8.3a1.7 1.7 0 1 1 1.7 1.7z"
+               "M14 14h1.7a1.7 1.7 0 1 1-1.7 1.7zM10 14v1.7a1.7 1.7 0 1 1-1.7-1.7z");
+    const QPainterPath cross
+        = path("M9.8 9.8h4.4v4.4H9.8zM9.8 9.8H8.6M9.8 9.8V8.6M14.2 9.8h1.2M14.2 9.8V8.6M14.2 14.2h1.2"
+               "M14.2 14.2v1.2M9.8 14.2H8.6M9.8 14.2v1.2");
     drawings[QStringLiteral("command.circle")] = { line(disc), line(loops, 0.78) };
     drawings[QStringLiteral("command.circle@small")] = { line(disc), line(cross, 0.9) };
     drawings[QStringLiteral("clock.arrow.circlepath")] = { line(path("M4.1 7.6A9 9 0 1 1 3.1 13")),
         line(path("M3.5 3.6v4.3h4.3")), line(path("M12 7.2V12l3.3 2.1")) };
-    drawings[QStringLiteral("stethoscope")]
-        = { line(path("M5.6 3.4H4.8A1.6 1.6 0 0 0 3.2 5v3.1a4.9 4.9 0 0 0 9.8 0V5a1.6 1.6 0 0 0-1.6-1.6h-.8")),
-              line(path("M8.1 13v2.7a5.2 5.2 0 0 0 10.4 0v-2.4")), line(circle(18.5, 11, 2.3)) };
+    drawings[QStringLiteral("stethoscope")] = {
+        line(path("M5.6 3.4H4.8A1.6 1.6 0 0 0 3.2 5v3.1a4.9 4.9 0 0 0 9.8 0V5a1.6 1.6 0 0 0-1.6-1.6h-.8")),
+        line(path("M8.1 13v2.7a5.2 5.2 0 0 0 10.4 0v-2.4")), line(circle(18.5, 11, 2.3))
+    };
     const QList<Step> gear { line(gearWheel()), line(circle(12, 12, 2.9)) };
     drawings[QStringLiteral("gear")] = gear;
     drawings[QStringLiteral("gearshape")] = gear;
     drawings[QStringLiteral("globe")] = { line(disc), line(path("M3 12h18")),
         line(path("M12 3c2.7 2.6 3.9 5.6 3.9 9s-1.2 6.4-3.9 9c-2.7-2.6-3.9-5.6-3.9-9s1.2-6.4 3.9-9z")) };
     drawings[QStringLiteral("rectangle.on.rectangle")] = { line(roundedRectangle(7, 8.6, 14, 11.6, 2.6)),
-        line(path("M7 15.4H5.6A2.6 2.6 0 0 1 3 12.8V6.4a2.6 2.6 0 0 1 2.6-2.6h8.8A2.6 2.6 0 0 1 17 6.4v2.2")) };
+        line(path(
+            "M7 15.4H5.6A2.6 2.6 0 0 1 3 12.8V6.4a2.6 2.6 0 0 1 2.6-2.6h8.8A2.6 2.6 0 0 1 17 6.4v2.2")) };
 }
 
 void addTools(Drawings &drawings) {
-    const QPainterPath wand = path("M3.7 18.1L13 8.8a1.2 1.2 0 0 1 1.7 0l.5.5a1.2 1.2 0 0 1 0 1.7L5.9 20.3a1.2 1.2 0 0 1"
-                                   "-1.7 0l-.5-.5a1.2 1.2 0 0 1 0-1.7z");
+    const QPainterPath wand
+        = path("M3.7 18.1L13 8.8a1.2 1.2 0 0 1 1.7 0l.5.5a1.2 1.2 0 0 1 0 1.7L5.9 20.3a1.2 1.2 0 0 1"
+               "-1.7 0l-.5-.5a1.2 1.2 0 0 1 0-1.7z");
     drawings[QStringLiteral("wand.and.stars")] = { line(wand), line(path("M11.2 10.6l2.2 2.2")),
         fill(star(18.4, 4.9, 2.9, 0.16)), fill(star(8, 4.8, 2, 0.16)), fill(star(19.4, 14.6, 2.1, 0.16)) };
-    drawings[QStringLiteral("sparkles")]
-        = { solid(star(10, 13.4, 6.6, 0.2)), fill(star(18.6, 5.4, 3.2, 0.16)), fill(star(18.9, 18.9, 2.4, 0.16)) };
+    drawings[QStringLiteral("sparkles")] = { solid(star(10, 13.4, 6.6, 0.2)),
+        fill(star(18.6, 5.4, 3.2, 0.16)), fill(star(18.9, 18.9, 2.4, 0.16)) };
     drawings[QStringLiteral("sparkles.rectangle.stack")] = { line(roundedRectangle(3, 10.2, 18, 10.8, 2.6)),
         line(path("M5.6 6.8h12.8M8.2 3.4h7.6")), fill(star(12, 15.6, 3.6, 0.16)) };
     drawings[QStringLiteral("dial.high.fill")]
         = { solid(circle(12, 13, 5.9)), cutLine(path("M12.6 12.4l3-3"), 1.05), fill(dialMarks()) };
-    drawings[QStringLiteral("cpu")]
-        = { line(roundedRectangle(5.8, 5.8, 12.4, 12.4, 2.6)), line(roundedRectangle(9.6, 9.6, 4.8, 4.8, 1)),
-              line(path("M9.3 2.9v2.9M14.7 2.9v2.9M9.3 18.2v2.9M14.7 18.2v2.9M2.9 9.3h2.9M2.9 14.7h2.9M18.2 9.3h2.9"
-                        "M18.2 14.7h2.9")) };
+    drawings[QStringLiteral("cpu")] = { line(roundedRectangle(5.8, 5.8, 12.4, 12.4, 2.6)),
+        line(roundedRectangle(9.6, 9.6, 4.8, 4.8, 1)),
+        line(path("M9.3 2.9v2.9M14.7 2.9v2.9M9.3 18.2v2.9M14.7 18.2v2.9M2.9 9.3h2.9M2.9 14.7h2.9M18.2 9.3h2.9"
+                  "M18.2 14.7h2.9")) };
     const QPainterPath keyboardCase = roundedRectangle(2.6, 5.8, 18.8, 12.4, 2.6);
     drawings[QStringLiteral("keyboard")] = { line(keyboardCase),
         line(path("M6.4 9.9h0M10.1 9.9h0M13.9 9.9h0M17.6 9.9h0M6.4 14.2h0M17.6 14.2h0M9.6 14.2h4.8")) };
     drawings[QStringLiteral("keyboard@small")]
         = { line(keyboardCase), line(path("M6.8 10h0M12 10h0M17.2 10h0M8.5 14.2h7")) };
     drawings[QStringLiteral("power")] = { line(path("M12 2.9v8.3M7.3 5.9a8.2 8.2 0 1 0 9.4 0")) };
-    drawings[QStringLiteral("magnifyingglass")] = { line(circle(10.6, 10.6, 6.8)), line(path("M15.6 15.6l5 5")) };
+    drawings[QStringLiteral("magnifyingglass")]
+        = { line(circle(10.6, 10.6, 6.8)), line(path("M15.6 15.6l5 5")) };
     drawings[QStringLiteral("arrow.triangle.2.circlepath")]
         = { line(path("M3.7 10.4A8.5 8.5 0 0 1 19.4 7.8M20.3 13.6A8.5 8.5 0 0 1 4.6 16.2")),
               line(path("M20 3.4v4.6h-4.6M4 20.6V16h4.6")) };
@@ -365,28 +374,34 @@ void addDocuments(Drawings &drawings) {
     const QPainterPath pinNeedle = path("M12 14.1V21");
     drawings[QStringLiteral("pin")] = { line(pinHead), line(pinNeedle) };
     drawings[QStringLiteral("pin.fill")] = { solid(pinHead), line(pinNeedle) };
-    drawings[QStringLiteral("trash")]
-        = { line(path("M3.8 6.2h16.4M8.8 6.2V4.7A1.7 1.7 0 0 1 10.5 3h3a1.7 1.7 0 0 1 1.7 1.7v1.5M5.6 6.2l.8 12.4"
-                      "A2.6 2.6 0 0 0 9 21h6a2.6 2.6 0 0 0 2.6-2.4l.8-12.4M10 10.4v6.2M14 10.4v6.2")) };
-    drawings[QStringLiteral("folder")]
-        = { line(path("M3 17.4V6.4a2.6 2.6 0 0 1 2.6-2.6h3.3a2.6 2.6 0 0 1 1.8.8l1.4 1.6h6.3A2.6 2.6 0 0 1 21 8.8v8.6"
-                      "a2.6 2.6 0 0 1-2.6 2.6H5.6A2.6 2.6 0 0 1 3 17.4z")) };
+    drawings[QStringLiteral("trash")] = { line(
+        path("M3.8 6.2h16.4M8.8 6.2V4.7A1.7 1.7 0 0 1 10.5 3h3a1.7 1.7 0 0 1 1.7 1.7v1.5M5.6 6.2l.8 12.4"
+             "A2.6 2.6 0 0 0 9 21h6a2.6 2.6 0 0 0 2.6-2.4l.8-12.4M10 10.4v6.2M14 10.4v6.2")) };
+    drawings[QStringLiteral("folder")] = { line(
+        path("M3 17.4V6.4a2.6 2.6 0 0 1 2.6-2.6h3.3a2.6 2.6 0 0 1 1.8.8l1.4 1.6h6.3A2.6 2.6 0 0 1 21 8.8v8.6"
+             "a2.6 2.6 0 0 1-2.6 2.6H5.6A2.6 2.6 0 0 1 3 17.4z")) };
     drawings[QStringLiteral("square.and.arrow.up")] = { line(path("M12 3v11.6M8 6.7L12 3l4 3.7")),
-        line(path("M7.8 10.2H6.6A2.6 2.6 0 0 0 4 12.8v5.6A2.6 2.6 0 0 0 6.6 21h10.8a2.6 2.6 0 0 0 2.6-2.6v-5.6a2.6 2.6 "
+        line(path("M7.8 10.2H6.6A2.6 2.6 0 0 0 4 12.8v5.6A2.6 2.6 0 0 0 6.6 21h10.8a2.6 2.6 0 0 0 "
+                  "2.6-2.6v-5.6a2.6 2.6 "
                   "0 0 0-2.6-2.6h-1.2")) };
     drawings[QStringLiteral("doc.on.doc")] = { line(roundedRectangle(8.2, 8.2, 12, 12.8, 2.6)),
-        line(path("M15.6 8.2V5.6A2.6 2.6 0 0 0 13 3H6.4a2.6 2.6 0 0 0-2.6 2.6v7.6a2.6 2.6 0 0 0 2.6 2.6h1.8")) };
+        line(path(
+            "M15.6 8.2V5.6A2.6 2.6 0 0 0 13 3H6.4a2.6 2.6 0 0 0-2.6 2.6v7.6a2.6 2.6 0 0 0 2.6 2.6h1.8")) };
     drawings[QStringLiteral("doc.on.clipboard.fill")] = { solid(roundedRectangle(4.6, 4.4, 14.8, 16.7, 2.8)),
         cutFill(roundedRectangle(7.7, 1.2, 8.6, 6.6, 2.4)), solid(roundedRectangle(9.6, 2.7, 4.8, 2.9, 1.2)),
         cutLine(path("M8.6 12h6.8M8.6 16h4.4")) };
-    drawings[QStringLiteral("doc.text")]
-        = { line(path("M13.6 3H7.4a2.6 2.6 0 0 0-2.6 2.6v12.8A2.6 2.6 0 0 0 7.4 21h9.2a2.6 2.6 0 0 0 2.6-2.6V8.6z")),
-              line(path("M13.6 3v4a1.6 1.6 0 0 0 1.6 1.6h4M8.8 13.2h6.4M8.8 16.9h4.2")) };
+    drawings[QStringLiteral("doc.text")] = {
+        line(path(
+            "M13.6 3H7.4a2.6 2.6 0 0 0-2.6 2.6v12.8A2.6 2.6 0 0 0 7.4 21h9.2a2.6 2.6 0 0 0 2.6-2.6V8.6z")),
+        line(path("M13.6 3v4a1.6 1.6 0 0 0 1.6 1.6h4M8.8 13.2h6.4M8.8 16.9h4.2"))
+    };
     drawings[QStringLiteral("character.cursor.ibeam")] = { line(path("M2.8 18.2L7.4 6l4.6 12.2M4.4 14.2h6")),
-        line(path("M15 3.8c1.7 0 2.8.5 2.8 2 0-1.5 1.1-2 2.8-2M17.8 5.8v12.4M15 20.2c1.7 0 2.8-.5 2.8-2 0 1.5 1.1 2 "
+        line(path("M15 3.8c1.7 0 2.8.5 2.8 2 0-1.5 1.1-2 2.8-2M17.8 5.8v12.4M15 20.2c1.7 0 2.8-.5 2.8-2 0 "
+                  "1.5 1.1 2 "
                   "2.8 2")) };
     drawings[QStringLiteral("hourglass")] = { line(path("M6.2 3h11.6M6.2 21h11.6")),
-        line(path("M7.6 3v3.2c0 2.6 4.4 3.5 4.4 5.8s-4.4 3.2-4.4 5.8V21M16.4 3v3.2c0 2.6-4.4 3.5-4.4 5.8s4.4 3.2 4.4 "
+        line(path("M7.6 3v3.2c0 2.6 4.4 3.5 4.4 5.8s-4.4 3.2-4.4 5.8V21M16.4 3v3.2c0 2.6-4.4 3.5-4.4 5.8s4.4 "
+                  "3.2 4.4 "
                   "5.8V21")),
         fill(path("M9.2 21c0-2.4 1-3.4 2.8-4.2 1.8.8 2.8 1.8 2.8 4.2z")) };
 }

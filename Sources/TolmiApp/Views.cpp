@@ -13,7 +13,8 @@ namespace Views {
 void prepareApplication() {
     QFont font(QStringLiteral("Inter"));
     font.setPixelSize(13);
-    // Coloured fringes do not belong into an interface of greys, and hinting would move every letter to whole pixels.
+    // Coloured fringes do not belong into an interface of greys, and hinting would move every letter to whole
+    // pixels.
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
     QGuiApplication::setFont(font);
@@ -22,7 +23,7 @@ void prepareApplication() {
 
 void prepareEngine(QQmlEngine &engine) {
     // The engine calls it when the module is imported; mentioning it keeps the linker from leaving it out.
-    [[maybe_unused]] static void (*volatile const registration)() = &qml_register_types_Tolmi;
+    [[maybe_unused]] static void (*const volatile registration)() = &qml_register_types_Tolmi;
     engine.addImportPath(QStringLiteral(":/qt/qml"));
 }
 

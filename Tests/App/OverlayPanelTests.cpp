@@ -104,7 +104,8 @@ TEST_F(OverlayPanel, HelpMessagesNameTheState) {
         controller->show(state, AppLanguage::Romanian);
         EXPECT_EQ(model->helpMessage(), QString::fromUtf16(romanian));
     }
-    for (const Kind kind : { Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining, Kind::Pasting, Kind::Done }) {
+    for (const Kind kind :
+        { Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining, Kind::Pasting, Kind::Done }) {
         controller->show(kind, AppLanguage::English);
         EXPECT_FALSE(model->helpMessage().isEmpty());
     }

@@ -3,10 +3,13 @@
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/QuickOverlayWindow.h"
 
+#include <QGuiApplication>
 #include <QQuickView>
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 using Kind = DictationState::Kind;
 
@@ -21,7 +24,8 @@ protected:
         const QByteArray told = outputOf(QStringLiteral("xdotool"),
             { QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y()),
                 QStringLiteral("getmouselocation"), QStringLiteral("--shell") });
-        const auto match = QRegularExpression(QStringLiteral("WINDOW=(\\d+)")).match(QString::fromLatin1(told));
+        const auto match
+            = QRegularExpression(QStringLiteral("WINDOW=(\\d+)")).match(QString::fromLatin1(told));
         return WId(match.captured(1).toULongLong());
     }
 
@@ -42,8 +46,8 @@ protected:
 
 TEST_F(Overlay, EditorKeepsTheKeyboardInEveryState) {
     QString expected;
-    for (const Kind kind : { Kind::Recording, Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining, Kind::Pasting,
-             Kind::Done }) {
+    for (const Kind kind : { Kind::Recording, Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining,
+             Kind::Pasting, Kind::Done }) {
         controller.show(kind, AppLanguage::English);
         ASSERT_TRUE(waitUntil([&] { return view().isExposed(); }));
         typeKey(keyA);
@@ -60,9 +64,24 @@ TEST_F(Overlay, OnlyTheMiddleAnswersThePointer) {
         EXPECT_NE(windowAt(center() + away), view().winId());
 }
 
+TEST_F(Overlay, WordsAppearUnderThePointer) {
+    const auto words = [] {
+        const QWindowList windows = QGuiApplication::topLevelWindows();
+        const auto found = std::find_if(windows.begin(), windows.end(),
+            [](const QWindow *each) { return each->type() == Qt::ToolTip && each->isExposed(); });
+        return found == windows.end() ? QString() : (*found)->property("text").toString();
+    };
+    controller.show(DictationState::error(QStringLiteral("No microphone.")), AppLanguage::English);
+    ASSERT_TRUE(waitUntil([&] { return windowAt(center()) == view().winId(); }));
+    EXPECT_TRUE(waitUntil([&] { return words() == QStringLiteral("No microphone."); }));
+    windowAt(center() + QPoint(60, 60));
+    EXPECT_TRUE(waitUntil([&] { return words().isEmpty(); }));
+}
+
 TEST_F(Overlay, StandsAboveAFullScreenWindow) {
     outputOf(QStringLiteral("wmctrl"),
-        { QStringLiteral("-r"), QStringLiteral(":ACTIVE:"), QStringLiteral("-b"), QStringLiteral("add,fullscreen") });
+        { QStringLiteral("-r"), QStringLiteral(":ACTIVE:"), QStringLiteral("-b"),
+            QStringLiteral("add,fullscreen") });
     controller.show(Kind::Recording, AppLanguage::English);
     EXPECT_TRUE(waitUntil([&] { return windowAt(center()) == view().winId(); }));
     typeKey(keyA);

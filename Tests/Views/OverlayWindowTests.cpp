@@ -73,8 +73,8 @@ TEST_F(OverlayWindowTest, ShapeFollowsTheState) {
 
 TEST_F(OverlayWindowTest, TimelineRunsOnlyWhileRecording) {
     EXPECT_FALSE(isTimelineRunning());
-    for (const Kind kind : { Kind::Recording, Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining, Kind::Pasting,
-             Kind::Done, Kind::Idle }) {
+    for (const Kind kind : { Kind::Recording, Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining,
+             Kind::Pasting, Kind::Done, Kind::Idle }) {
         controller.show(kind, AppLanguage::English);
         EXPECT_EQ(isTimelineRunning(), kind == Kind::Recording);
     }

@@ -99,7 +99,8 @@ TEST_F(Palette, GradientsFollowTheScheme) {
             ASSERT_EQ(colors.size(), qsizetype(names.size())) << gradient;
             qsizetype index = 0;
             for (const char *name : names)
-                EXPECT_EQ(colors[index++].value<QColor>(), palette->property(name).value<QColor>()) << gradient;
+                EXPECT_EQ(colors[index++].value<QColor>(), palette->property(name).value<QColor>())
+                    << gradient;
         };
         expectGradient("backgroundGradient", { "ink", "graphite", "slate" });
         expectGradient("accentGradient", { "cloud", "frost" });

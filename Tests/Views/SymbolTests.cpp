@@ -22,13 +22,14 @@ class Symbols : public ViewsTest { };
 } // namespace
 
 TEST_F(Symbols, EveryOneThatTheInterfaceNamesIsThere) {
-    const char *const names[] { "arrow.right.circle.fill", "arrow.triangle.2.circlepath", "briefcase.circle.fill",
-        "character.cursor.ibeam", "checkmark.circle.fill", "checkmark.seal.fill", "circle", "circle.inset.filled",
-        "clock.arrow.circlepath", "command.circle", "cpu", "dial.high.fill", "doc.on.clipboard.fill", "doc.on.doc",
-        "doc.text", "exclamationmark.shield.fill", "exclamationmark.triangle.fill", "gear", "gearshape", "globe",
-        "hourglass", "keyboard", "mic.fill", "person.crop.circle", "person.crop.circle.fill", "pin", "pin.fill", "power",
-        "rectangle.on.rectangle", "sparkles", "sparkles.rectangle.stack", "stethoscope", "trash", "wand.and.stars",
-        "waveform", "waveform.circle", "waveform.circle.fill", "xmark.octagon.fill" };
+    const char *const names[] { "arrow.right.circle.fill", "arrow.triangle.2.circlepath",
+        "briefcase.circle.fill", "character.cursor.ibeam", "checkmark.circle.fill", "checkmark.seal.fill",
+        "circle", "circle.inset.filled", "clock.arrow.circlepath", "command.circle", "cpu", "dial.high.fill",
+        "doc.on.clipboard.fill", "doc.on.doc", "doc.text", "exclamationmark.shield.fill",
+        "exclamationmark.triangle.fill", "gear", "gearshape", "globe", "hourglass", "keyboard", "mic.fill",
+        "person.crop.circle", "person.crop.circle.fill", "pin", "pin.fill", "power", "rectangle.on.rectangle",
+        "sparkles", "sparkles.rectangle.stack", "stethoscope", "trash", "wand.and.stars", "waveform",
+        "waveform.circle", "waveform.circle.fill", "xmark.octagon.fill" };
     for (const char *name : names)
         EXPECT_TRUE(SymbolPaths::contains(QString::fromLatin1(name))) << name;
 }
@@ -37,13 +38,15 @@ TEST_F(Symbols, EveryOneThatAQmlFileNamesIsThere) {
     const QRegularExpression use(QStringLiteral("\\b(?:symbol|icon|name): \"([^\"]+)\""));
     int found = 0;
     for (const char *folder : { TOLMI_SOURCE_DIR "/Sources/TolmiApp", TOLMI_SOURCE_DIR "/Tools/gallery" }) {
-        for (const QFileInfo &info : QDir(QString::fromUtf8(folder)).entryInfoList({ QStringLiteral("*.qml") })) {
+        for (const QFileInfo &info :
+            QDir(QString::fromUtf8(folder)).entryInfoList({ QStringLiteral("*.qml") })) {
             QFile file(info.filePath());
             ASSERT_TRUE(file.open(QFile::ReadOnly));
             auto uses = use.globalMatch(QString::fromUtf8(file.readAll()));
             while (uses.hasNext()) {
                 const QString name = uses.next().captured(1);
-                EXPECT_TRUE(SymbolPaths::contains(name)) << name.toStdString() << " in " << info.fileName().toStdString();
+                EXPECT_TRUE(SymbolPaths::contains(name))
+                    << name.toStdString() << " in " << info.fileName().toStdString();
                 ++found;
             }
         }
@@ -59,7 +62,8 @@ TEST_F(Symbols, EveryOneIsDrawnInsideItsSquareAtEverySize) {
         }
         const QImage large = SymbolPaths::image(name, 96, 1);
         for (int edge = 0; edge < 96; ++edge) {
-            for (const QPoint point : { QPoint(edge, 0), QPoint(edge, 95), QPoint(0, edge), QPoint(95, edge) })
+            for (const QPoint point :
+                { QPoint(edge, 0), QPoint(edge, 95), QPoint(0, edge), QPoint(95, edge) })
                 EXPECT_EQ(qAlpha(large.pixel(point)), 0) << name.toStdString();
         }
     }
@@ -68,7 +72,8 @@ TEST_F(Symbols, EveryOneIsDrawnInsideItsSquareAtEverySize) {
 TEST_F(Symbols, SmallOnesHaveFewerDetails) {
     EXPECT_NE(SymbolPaths::steps(QStringLiteral("waveform"), 15).first().path,
         SymbolPaths::steps(QStringLiteral("waveform"), 16).first().path);
-    EXPECT_EQ(SymbolPaths::steps(QStringLiteral("trash"), 12).size(), SymbolPaths::steps(QStringLiteral("trash"), 40).size());
+    EXPECT_EQ(SymbolPaths::steps(QStringLiteral("trash"), 12).size(),
+        SymbolPaths::steps(QStringLiteral("trash"), 40).size());
 }
 
 TEST_F(Symbols, NotationDrawsAbsoluteAndRelativeAlike) {

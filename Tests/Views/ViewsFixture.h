@@ -5,7 +5,8 @@
 
 #include <gtest/gtest.h>
 
-/// An engine with the interface's module, and every warning that comes up while the test runs: one is a failure.
+/// An engine with the interface's module, and every warning that comes up while the test runs: one is a
+/// failure.
 class ViewsTest : public testing::Test {
 protected:
     ViewsTest();

@@ -15,8 +15,9 @@ namespace {
 /// The states of the floating sign, each with a model of its own.
 QVariantList overlayModels(QObject *owner) {
     using Kind = DictationState::Kind;
-    const QList<DictationState> states { Kind::Idle, Kind::Recording, Kind::Transcribing, Kind::OptimizingQuality,
-        Kind::Refining, Kind::Pasting, Kind::Done, DictationState::error(QStringLiteral("No microphone.")) };
+    const QList<DictationState> states { Kind::Idle, Kind::Recording, Kind::Transcribing,
+        Kind::OptimizingQuality, Kind::Refining, Kind::Pasting, Kind::Done,
+        DictationState::error(QStringLiteral("No microphone.")) };
     QVariantList models;
     for (const DictationState &state : states) {
         auto *model = new OverlayViewModel(owner);
@@ -76,7 +77,8 @@ int main(int argc, char **argv) {
     parser.setApplicationDescription(QStringLiteral("Shows what the interface of Tolmi is made of."));
     parser.addHelpOption();
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
-        QStringLiteral("Saves every page, dark and light, into <folder> and ends."), QStringLiteral("folder"));
+        QStringLiteral("Saves every page, dark and light, into <folder> and ends."),
+        QStringLiteral("folder"));
     parser.addOption(screenshot);
     parser.process(application);
 

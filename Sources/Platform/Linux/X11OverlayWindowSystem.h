@@ -2,7 +2,8 @@
 
 #include "Platform/OverlayWindowSystem.h"
 
-/// Floating windows on an X server, with or without a compositor. Elsewhere than on X it leaves the window as it is.
+/// Floating windows on an X server, with or without a compositor. Elsewhere than on X it leaves the window as
+/// it is.
 class X11OverlayWindowSystem final : public OverlayWindowSystem {
 public:
     void prepare(QWindow &window) override;
