@@ -1,0 +1,11 @@
+#pragma once
+
+#include "Platform/OverlayWindowSystem.h"
+
+/// Floating windows on an X server, with or without a compositor. Elsewhere than on X it leaves the window as
+/// it is.
+class X11OverlayWindowSystem final : public OverlayWindowSystem {
+public:
+    void prepare(QWindow &window) override;
+    void setShape(QWindow &window, int touchedDiameter, int drawnDiameter) override;
+};

@@ -1,0 +1,59 @@
+import QtQuick
+import Tolmi
+
+/// What lies behind a window of the Studio. It drifts slowly while one looks at it: not in a window that is hidden or
+/// not active, not when the desktop asks for less motion, and not without a graphics card.
+Item {
+    id: backdrop
+
+    readonly property bool hasShaders: GraphicsInfo.api !== GraphicsInfo.Software
+                                       && GraphicsInfo.api !== GraphicsInfo.Unknown
+    readonly property bool isDrifting: sweeping.running
+
+    clip: true
+
+    BackdropDrift {
+        id: sweeping
+
+        running: backdrop.hasShaders && backdrop.visible && backdrop.Window.active && !Motion.isReduced
+    }
+    Loader {
+        anchors.fill: parent
+        sourceComponent: backdrop.hasShaders ? shaded : painted
+    }
+    Component {
+        id: shaded
+
+        ShaderEffect {
+            readonly property real drift: sweeping.position
+            readonly property size size: Qt.size(width, height)
+            readonly property color ink: TolmiPalette.ink
+            readonly property color graphite: TolmiPalette.graphite
+            readonly property color slate: TolmiPalette.slate
+            readonly property color veilStrong: TolmiPalette.backdropVeilStrong
+            readonly property color veilSoft: TolmiPalette.backdropVeilSoft
+            readonly property color sweepStrong: TolmiPalette.backdropSweepStrong
+            readonly property color sweepSoft: TolmiPalette.backdropSweepSoft
+            readonly property color meshTint: TolmiPalette.backdropMesh
+            readonly property color vignette: TolmiPalette.backdropVignette
+
+            blending: false
+            fragmentShader: "qrc:/qt/qml/Tolmi/Resources/backdrop.frag.qsb"
+        }
+    }
+    Component {
+        id: painted
+
+        BackdropPicture {
+            ink: TolmiPalette.ink
+            graphite: TolmiPalette.graphite
+            slate: TolmiPalette.slate
+            veilStrong: TolmiPalette.backdropVeilStrong
+            veilSoft: TolmiPalette.backdropVeilSoft
+            sweepStrong: TolmiPalette.backdropSweepStrong
+            sweepSoft: TolmiPalette.backdropSweepSoft
+            mesh: TolmiPalette.backdropMesh
+            vignette: TolmiPalette.backdropVignette
+        }
+    }
+}

@@ -1,0 +1,40 @@
+import QtQuick
+import Tolmi
+
+/// A pane of frosted glass around what stands in it.
+Item {
+    id: panel
+
+    property real padding: 18
+    property real cornerRadius: 12
+    property bool hasShadow: true
+    default property alias content: inside.data
+
+    implicitWidth: inside.childrenRect.width + 2 * padding
+    implicitHeight: inside.childrenRect.height + 2 * padding
+
+    SoftShadow {
+        anchors.fill: parent
+        visible: panel.hasShadow
+        radius: panel.cornerRadius
+        sigma: 14
+        offsetY: 10
+        color: TolmiPalette.panelInnerShadow
+    }
+    Plate {
+        anchors.fill: parent
+        radius: panel.cornerRadius
+        material: TolmiPalette.material
+        fill: TolmiPalette.panelFill
+        endFill: TolmiPalette.panelSecondaryFill
+        gradientEnd: Qt.point(0.35, 1)
+        border: TolmiPalette.panelStroke
+        hairline: TolmiPalette.panelEdgeStroke
+    }
+    Item {
+        id: inside
+
+        anchors.fill: parent
+        anchors.margins: panel.padding
+    }
+}

@@ -1,0 +1,50 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tolmi
+
+/// A button that shows nothing but a symbol.
+T.Button {
+    id: button
+
+    /// Name of the symbol.
+    property string symbol
+    property color color: TolmiPalette.secondaryText
+    property real symbolSize: 15
+    /// What the button does, in words; also its tool tip.
+    property string toolTip
+
+    implicitWidth: 26
+    implicitHeight: 26
+    opacity: enabled ? down ? 0.9 : 1 : 0.42
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: toolTip
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    background: Item {
+        HoverVeil {
+            radius: Metrics.fieldRadius
+            color: TolmiPalette.focusFill
+            isShown: button.hovered
+        }
+        FocusRing {
+            anchors.margins: 0
+            visible: button.visualFocus
+            radius: Metrics.fieldRadius
+        }
+    }
+    contentItem: Item {
+        Symbol {
+            anchors.centerIn: parent
+            name: button.symbol
+            size: button.symbolSize
+            color: button.hovered ? TolmiPalette.primaryText : button.color
+        }
+    }
+
+    StudioToolTip {
+        text: button.toolTip
+        visible: text !== "" && button.hovered
+    }
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "TolmiApp/PictureItem.h"
+
+/// The bars that stand around a centre and rise with the voice.
+class LevelRing : public PictureItem {
+    Q_OBJECT
+    QML_ELEMENT
+    /// Level of the voice, 0 to 1.
+    TOLMI_PICTURE_PROPERTY(double, level, setLevel, 0)
+    /// The time of the picture; the wave runs round the ring with it.
+    TOLMI_PICTURE_PROPERTY(double, seconds, setSeconds, 0)
+    /// The ring of the voice orb rather than that of the floating sign.
+    TOLMI_PICTURE_PROPERTY(bool, isOrb, setIsOrb, false)
+
+public:
+    using PictureItem::PictureItem;
+
+protected:
+    void paint(QPainter &painter) const override;
+};

@@ -1,0 +1,26 @@
+pragma Singleton
+
+import QtQuick
+
+/// Distances and radii in pixels, on a grid of 4.
+QtObject {
+    readonly property int sidebarWidth: 220
+    readonly property int workspacePadding: 20
+    readonly property int settingsPadding: 10
+    readonly property int cardPadding: 16
+    readonly property int cardGap: 16
+    readonly property int popupPadding: 14
+    readonly property int listGap: 4
+    /// Widest column of a form.
+    readonly property int formWidth: 680
+
+    readonly property int keyCapRadius: 4
+    readonly property int checkBoxRadius: 5
+    readonly property int menuItemRadius: 6
+    readonly property int fieldRadius: 7
+    readonly property int chipRadius: 8
+    readonly property int buttonRadius: 9
+    readonly property int listRowRadius: 10
+    readonly property int panelRadius: 12
+    readonly property int dialogRadius: 14
+}

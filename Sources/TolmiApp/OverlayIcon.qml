@@ -1,0 +1,64 @@
+import QtQuick
+import Tolmi
+
+/// A symbol of the floating sign with its three shadows: a dark one, one in the accent of the state, and its own. Colours
+/// of shadows count without their opacity, which is given apart, so that it can change without drawing anew.
+Item {
+    id: icon
+
+    property string symbol
+    /// Size of the symbol in points of a text.
+    property real pointSize: 16
+    property color color: "white"
+    property color endColor: color
+    property color accent: "white"
+    property real accentOpacity: 0.15
+    property color glow: "white"
+    property real glowOpacity: 0.3
+    property real glowRadius: 4
+    /// The square that a symbol of a text's size fills.
+    readonly property real side: Math.round(pointSize * 1.26)
+
+    width: 100
+    height: 100
+
+    Symbol {
+        anchors.fill: parent
+        anchors.topMargin: 2
+        anchors.bottomMargin: -2
+        name: icon.symbol
+        size: icon.side
+        stroke: 2
+        blur: 4
+        color: "black"
+        opacity: 0.28
+    }
+    Symbol {
+        anchors.fill: parent
+        anchors.topMargin: 3
+        anchors.bottomMargin: -3
+        name: icon.symbol
+        size: icon.side
+        stroke: 2
+        blur: 8
+        color: icon.accent
+        opacity: icon.accentOpacity
+    }
+    Symbol {
+        anchors.fill: parent
+        name: icon.symbol
+        size: icon.side
+        stroke: 2
+        blur: icon.glowRadius
+        color: icon.glow
+        opacity: icon.glowOpacity
+    }
+    Symbol {
+        anchors.centerIn: parent
+        name: icon.symbol
+        size: icon.side
+        stroke: 2
+        color: icon.color
+        endColor: icon.endColor
+    }
+}

@@ -1,0 +1,56 @@
+import QtQuick
+import Tolmi
+
+/// The words of the floating sign, in a window of their own because its panel is too small for them.
+Window {
+    id: toolTip
+
+    property string text
+    property bool isShown: false
+    /// Under whose middle the words appear.
+    required property Item anchorItem
+
+    width: Math.min(360, Math.ceil(measure.implicitWidth) + 22)
+    height: label.implicitHeight + 12
+    flags: Qt.ToolTip | Qt.FramelessWindowHint | Qt.WindowDoesNotAcceptFocus | Qt.WindowTransparentForInput
+    color: "transparent"
+
+    Timer {
+        interval: 600
+        running: toolTip.isShown && toolTip.text !== ""
+        onTriggered: {
+            const middle = toolTip.anchorItem.mapToGlobal(toolTip.anchorItem.width / 2, toolTip.anchorItem.height / 2);
+            toolTip.x = Math.round(middle.x - toolTip.width / 2);
+            toolTip.y = Math.round(middle.y + 30);
+            toolTip.visible = true;
+        }
+    }
+    onIsShownChanged: {
+        if (!isShown)
+            visible = false;
+    }
+
+    Plate {
+        anchors.fill: parent
+        radius: Metrics.menuItemRadius
+        material: TolmiPalette.menuMaterial
+        border: TolmiPalette.chipStroke
+    }
+    StudioText {
+        id: measure
+
+        visible: false
+        role: Typography.caption
+        text: toolTip.text
+    }
+    StudioText {
+        id: label
+
+        x: 11
+        y: 6
+        width: parent.width - 22
+        role: Typography.caption
+        text: toolTip.text
+        wrapMode: Text.Wrap
+    }
+}

@@ -1,0 +1,60 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tolmi
+
+/// The user's picture and name, to press.
+T.Button {
+    id: chip
+
+    property url picture
+    property string symbol: "person.crop.circle.fill"
+    property bool isSmall: false
+    /// Wider names are elided.
+    property real maximumTextWidth: isSmall ? 90 : 160
+
+    implicitWidth: label.x + label.width + (isSmall ? 9 : 12)
+    implicitHeight: isSmall ? 24 : 34
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    opacity: !enabled ? 0.42 : down ? 0.9 : 1
+    Accessible.name: text
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    background: Item {
+        Plate {
+            anchors.fill: parent
+            radius: Metrics.chipRadius
+            fill: TolmiPalette.chipFill
+            border: TolmiPalette.chipStroke
+        }
+        HoverVeil {
+            radius: Metrics.chipRadius
+            color: TolmiPalette.subtleFill
+            isShown: chip.hovered
+        }
+        FocusRing {
+            visible: chip.visualFocus
+            cornerRadius: Metrics.chipRadius
+        }
+    }
+    contentItem: Item {
+        AvatarView {
+            anchors.verticalCenter: parent.verticalCenter
+            x: chip.isSmall ? 5 : 7
+            size: chip.isSmall ? 16 : 20
+            picture: chip.picture
+            symbol: chip.symbol
+        }
+        StudioText {
+            id: label
+
+            anchors.verticalCenter: parent.verticalCenter
+            x: chip.isSmall ? 26 : 33
+            width: Math.min(Math.ceil(implicitWidth), chip.maximumTextWidth)
+            role: chip.isSmall ? Typography.mark : Typography.strong
+            text: chip.text
+            Accessible.ignored: true
+        }
+    }
+}

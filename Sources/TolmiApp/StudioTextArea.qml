@@ -1,0 +1,66 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// Several lines to write in, which scroll; edits are told as those of a StudioTextField are.
+Item {
+    id: area
+
+    property string value
+    /// What the area is for.
+    property string label
+    property bool isMonospaced: false
+    readonly property alias text: editor.text
+
+    signal edited(string newText)
+
+    implicitWidth: 320
+    implicitHeight: 140
+    opacity: enabled ? 1 : 0.42
+
+    FieldPlate {
+        anchors.fill: parent
+        radius: Metrics.chipRadius
+        fill: TolmiPalette.editorFill
+        border: TolmiPalette.editorStroke
+        isFocused: editor.activeFocus
+    }
+    Flickable {
+        id: flickable
+
+        anchors.fill: parent
+        anchors.margins: 1
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        T.ScrollBar.vertical: StudioScrollBar { }
+
+        T.TextArea.flickable: T.TextArea {
+            id: editor
+
+            padding: 10
+            wrapMode: TextEdit.Wrap
+            font: area.isMonospaced ? Typography.monospace.font : Typography.body.font
+            color: TolmiPalette.primaryText
+            selectionColor: TolmiPalette.faded(TolmiPalette.frost, 0.24)
+            selectedTextColor: TolmiPalette.primaryText
+            selectByMouse: true
+            textFormat: TextEdit.PlainText
+            renderType: Text.NativeRendering
+            KeyNavigation.priority: KeyNavigation.BeforeItem
+            KeyNavigation.tab: editor.nextItemInFocusChain(true)
+            KeyNavigation.backtab: editor.nextItemInFocusChain(false)
+            Accessible.name: area.label
+            onTextChanged: {
+                if (activeFocus)
+                    area.edited(text);
+            }
+
+            Binding {
+                target: editor
+                property: "text"
+                value: area.value
+                when: !editor.activeFocus
+                restoreMode: Binding.RestoreNone
+            }
+        }
+    }
+}

@@ -1,0 +1,76 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tolmi
+
+/// A line to write in. While one writes, the text is the field's own and every edit is told by `edited`; after that it is
+/// `value` again.
+T.TextField {
+    id: field
+
+    property string value
+    /// What the field is for, where no label says so.
+    property string label
+    /// Name of a symbol before the text; none when empty.
+    property string symbol
+    property bool isMonospaced: false
+    property bool isOnBackdrop: false
+
+    signal edited(string newText)
+
+    implicitWidth: 260
+    implicitHeight: 30
+    leftPadding: symbol === "" ? 10 : 30
+    rightPadding: 10
+    verticalAlignment: TextInput.AlignVCenter
+    font: isMonospaced ? Typography.monospace.font : Typography.body.font
+    color: TolmiPalette.primaryText
+    selectionColor: TolmiPalette.faded(TolmiPalette.frost, 0.24)
+    selectedTextColor: TolmiPalette.primaryText
+    placeholderTextColor: TolmiPalette.tertiaryText
+    opacity: enabled ? 1 : 0.42
+    hoverEnabled: true
+    selectByMouse: true
+    renderType: Text.NativeRendering
+    Accessible.name: label === "" ? placeholderText : label
+    onTextEdited: edited(text)
+    onTextChanged: {
+        // What does not fit is cut at the end, not at the beginning.
+        if (!activeFocus)
+            cursorPosition = 0;
+    }
+
+    Binding {
+        target: field
+        property: "text"
+        value: field.value
+        when: !field.activeFocus
+        restoreMode: Binding.RestoreNone
+    }
+    Symbol {
+        anchors.verticalCenter: parent.verticalCenter
+        x: 9
+        visible: name !== ""
+        name: field.symbol
+        size: 14
+        color: TolmiPalette.secondaryText
+    }
+    StudioText {
+        anchors.verticalCenter: parent.verticalCenter
+        x: field.leftPadding
+        width: field.width - field.leftPadding - field.rightPadding
+        visible: field.text === "" && field.preeditText === ""
+        text: field.placeholderText
+        color: field.placeholderTextColor
+        Accessible.ignored: true
+    }
+    background: FieldPlate {
+        isFocused: field.activeFocus
+        isHovered: field.hovered
+        isOnBackdrop: field.isOnBackdrop
+    }
+    cursorDelegate: Rectangle {
+        width: 1.5
+        color: TolmiPalette.frost
+        visible: field.cursorVisible
+    }
+}

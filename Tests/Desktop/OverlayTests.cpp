@@ -1,0 +1,97 @@
+#include "Desktop/TestPrograms.h"
+#include "Platform/Linux/X11OverlayWindowSystem.h"
+#include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/QuickOverlayWindow.h"
+
+#include <QGuiApplication>
+#include <QQuickView>
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using Kind = DictationState::Kind;
+
+namespace {
+
+constexpr int keyA = 38;
+
+class Overlay : public testing::Test {
+protected:
+    /// The window under the pointer once it is moved there.
+    static WId windowAt(const QPoint &point) {
+        const QByteArray told = outputOf(QStringLiteral("xdotool"),
+            { QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y()),
+                QStringLiteral("getmouselocation"), QStringLiteral("--shell") });
+        const auto match
+            = QRegularExpression(QStringLiteral("WINDOW=(\\d+)")).match(QString::fromLatin1(told));
+        return WId(match.captured(1).toULongLong());
+    }
+
+    QQuickView &view() { return window->view(); }
+    QPoint center() { return view().geometry().center(); }
+
+    TestEditor editor;
+    X11OverlayWindowSystem system;
+    QuickOverlayWindow *window = nullptr;
+    OverlayPanelController controller { [this](OverlayViewModel &model) {
+        auto made = std::make_unique<QuickOverlayWindow>(model, system);
+        window = made.get();
+        return made;
+    } };
+};
+
+} // namespace
+
+TEST_F(Overlay, EditorKeepsTheKeyboardInEveryState) {
+    QString expected;
+    for (const Kind kind : { Kind::Recording, Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining,
+             Kind::Pasting, Kind::Done }) {
+        controller.show(kind, AppLanguage::English);
+        ASSERT_TRUE(waitUntil([&] { return view().isExposed(); }));
+        typeKey(keyA);
+        expected += QLatin1Char('a');
+        EXPECT_TRUE(editor.waitForText(expected)) << editor.text().toStdString();
+    }
+    EXPECT_FALSE(view().isActive());
+}
+
+TEST_F(Overlay, OnlyTheMiddleAnswersThePointer) {
+    controller.show(Kind::Recording, AppLanguage::English);
+    ASSERT_TRUE(waitUntil([&] { return windowAt(center()) == view().winId(); }));
+    for (const QPoint away : { QPoint(30, 0), QPoint(0, 30), QPoint(-20, -20), QPoint(70, 70) })
+        EXPECT_NE(windowAt(center() + away), view().winId());
+}
+
+TEST_F(Overlay, WordsAppearUnderThePointer) {
+    const auto words = [] {
+        const QWindowList windows = QGuiApplication::topLevelWindows();
+        const auto found = std::find_if(windows.begin(), windows.end(),
+            [](const QWindow *each) { return each->type() == Qt::ToolTip && each->isExposed(); });
+        return found == windows.end() ? QString() : (*found)->property("text").toString();
+    };
+    controller.show(DictationState::error(QStringLiteral("No microphone.")), AppLanguage::English);
+    ASSERT_TRUE(waitUntil([&] { return windowAt(center()) == view().winId(); }));
+    EXPECT_TRUE(waitUntil([&] { return words() == QStringLiteral("No microphone."); }));
+    windowAt(center() + QPoint(60, 60));
+    EXPECT_TRUE(waitUntil([&] { return words().isEmpty(); }));
+}
+
+TEST_F(Overlay, StandsAboveAFullScreenWindow) {
+    outputOf(QStringLiteral("wmctrl"),
+        { QStringLiteral("-r"), QStringLiteral(":ACTIVE:"), QStringLiteral("-b"),
+            QStringLiteral("add,fullscreen") });
+    controller.show(Kind::Recording, AppLanguage::English);
+    EXPECT_TRUE(waitUntil([&] { return windowAt(center()) == view().winId(); }));
+    typeKey(keyA);
+    EXPECT_TRUE(editor.waitForText(QStringLiteral("a")));
+}
+
+TEST_F(Overlay, FadesAwayWhenHidden) {
+    controller.show(Kind::Done, AppLanguage::English);
+    ASSERT_TRUE(waitUntil([&] { return view().isExposed(); }));
+    controller.hide();
+    EXPECT_TRUE(waitUntil([&] { return !view().isVisible(); }));
+    EXPECT_NE(windowAt(center()), view().winId());
+}

@@ -1,0 +1,112 @@
+#include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/QuickOverlayWindow.h"
+#include "Views/ViewsFixture.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QQuickView>
+
+using Kind = DictationState::Kind;
+
+namespace {
+
+/// A desktop that only remembers what it was asked for.
+class RecordingSystem final : public OverlayWindowSystem {
+public:
+    int preparedCount = 0;
+    QList<std::pair<int, int>> shapes;
+
+    void prepare(QWindow &) override { ++preparedCount; }
+    void setShape(QWindow &, int touchedDiameter, int drawnDiameter) override {
+        shapes.append({ touchedDiameter, drawnDiameter });
+    }
+};
+
+class OverlayWindowTest : public ViewsTest {
+protected:
+    /// Lets the program run until something holds, for ten seconds at most.
+    static bool becomes(const std::function<bool()> &condition) {
+        QElapsedTimer since;
+        since.start();
+        while (!condition() && since.elapsed() < 10000)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
+        return condition();
+    }
+
+    QQuickView &view() { return window->view(); }
+    bool isTimelineRunning() { return view().rootObject()->property("isTimelineRunning").toBool(); }
+
+    RecordingSystem system;
+    QuickOverlayWindow *window = nullptr;
+    OverlayPanelController controller { [this](OverlayViewModel &model) {
+        auto made = std::make_unique<QuickOverlayWindow>(model, system);
+        window = made.get();
+        return made;
+    } };
+};
+
+} // namespace
+
+TEST_F(OverlayWindowTest, NeverTakesTheFocus) {
+    EXPECT_TRUE(view().flags().testFlag(Qt::WindowDoesNotAcceptFocus));
+    EXPECT_TRUE(view().flags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_TRUE(view().flags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_EQ(view().color(), QColor(Qt::transparent));
+    EXPECT_EQ(system.preparedCount, 1);
+    EXPECT_FALSE(view().isVisible());
+}
+
+TEST_F(OverlayWindowTest, StandsUnderTheTopEdgeOfTheScreen) {
+    controller.show(Kind::Recording, AppLanguage::English);
+    const QRect screen = *window->visibleFrame();
+    EXPECT_EQ(view().geometry(), QRect(screen.center().x() + 1 - 75, screen.y() + 8, 150, 150));
+}
+
+TEST_F(OverlayWindowTest, ShapeFollowsTheState) {
+    controller.show(Kind::Recording, AppLanguage::English);
+    controller.show(Kind::Done, AppLanguage::English);
+    ASSERT_EQ(system.shapes.size(), 2);
+    EXPECT_EQ(system.shapes[0].first, 44);
+    EXPECT_GT(system.shapes[0].second, system.shapes[1].second);
+}
+
+TEST_F(OverlayWindowTest, TimelineRunsOnlyWhileRecording) {
+    EXPECT_FALSE(isTimelineRunning());
+    for (const Kind kind : { Kind::Recording, Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining,
+             Kind::Pasting, Kind::Done, Kind::Idle }) {
+        controller.show(kind, AppLanguage::English);
+        EXPECT_EQ(isTimelineRunning(), kind == Kind::Recording);
+    }
+    controller.show(DictationState::error(QStringLiteral("No.")), AppLanguage::English);
+    EXPECT_FALSE(isTimelineRunning());
+}
+
+TEST_F(OverlayWindowTest, HiddenOneDrawsNothing) {
+    controller.show(Kind::Recording, AppLanguage::English);
+    controller.updateAudioLevel(0.6);
+    int frames = 0;
+    QObject::connect(&view(), &QQuickView::frameSwapped, &view(), [&frames] { ++frames; });
+    ASSERT_TRUE(becomes([&] { return frames > 3; }));
+    controller.hide();
+    ASSERT_TRUE(becomes([&] { return !view().isVisible(); }));
+    EXPECT_FALSE(isTimelineRunning());
+    QCoreApplication::processEvents();
+    frames = 0;
+    // The state stays what it was, so whatever could still want a frame would want it now.
+    for (int turn = 0; turn < 50; ++turn) {
+        controller.updateAudioLevel(turn % 2 == 0 ? 0.5 : 0);
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+    EXPECT_EQ(frames, 0);
+}
+
+TEST_F(OverlayWindowTest, ShownAgainWhileFadingItGoesWhenTheFadeIsOver) {
+    controller.show(Kind::Done, AppLanguage::English);
+    controller.hide();
+    controller.show(Kind::Recording, AppLanguage::English);
+    EXPECT_TRUE(view().isVisible());
+    EXPECT_EQ(view().opacity(), 1);
+    EXPECT_TRUE(becomes([&] { return !view().isVisible(); }));
+    EXPECT_EQ(view().opacity(), 1);
+}

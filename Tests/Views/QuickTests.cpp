@@ -1,0 +1,17 @@
+#include "TolmiApp/Views.h"
+
+#include <QQmlEngine>
+#include <QtQuickTest>
+
+/// Gives the test files the module of the interface.
+class Setup : public QObject {
+    Q_OBJECT
+
+public Q_SLOTS:
+    void applicationAvailable() { Views::prepareApplication(); }
+    void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
+};
+
+QUICK_TEST_MAIN_WITH_SETUP(tolmi, Setup)
+
+#include "QuickTests.moc"

@@ -1,0 +1,38 @@
+#include "Views/ViewsFixture.h"
+
+#include "TolmiApp/Views.h"
+
+namespace {
+
+QStringList &warnings() {
+    static QStringList list;
+    return list;
+}
+
+QtMessageHandler previousHandler = nullptr;
+
+void collect(QtMsgType type, const QMessageLogContext &context, const QString &message) {
+    // The platform without a screen says so whenever a window is raised or faded.
+    const bool isOfPlatform = message.startsWith(QStringLiteral("This plugin does not support"));
+    if (type != QtDebugMsg && type != QtInfoMsg && !isOfPlatform)
+        warnings().append(message);
+    previousHandler(type, context, message);
+}
+
+} // namespace
+
+ViewsTest::ViewsTest() {
+    warnings().clear();
+    previousHandler = qInstallMessageHandler(collect);
+    Views::prepareEngine(engine);
+}
+
+ViewsTest::~ViewsTest() {
+    qInstallMessageHandler(previousHandler);
+    for (const QString &warning : takeWarnings())
+        ADD_FAILURE() << warning.toStdString();
+}
+
+QStringList ViewsTest::takeWarnings() {
+    return std::exchange(warnings(), {});
+}
