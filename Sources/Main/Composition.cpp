@@ -1,6 +1,5 @@
 #include "Main/Composition.h"
 
-#include "Main/QuietStandIns.h"
 #include "Platform/Desktop/FileUserDefaults.h"
 #include "Platform/Desktop/LocalSocketInstance.h"
 #include "Platform/Desktop/MainLoopClock.h"
@@ -21,6 +20,7 @@
 #include "Platform/Linux/X11AccessibilityRight.h"
 #include "Platform/Linux/X11EventTap.h"
 #include "Platform/Linux/X11FrontmostApplication.h"
+#include "Platform/Linux/X11OverlayWindowSystem.h"
 #include "Platform/Linux/X11PasteKeystroke.h"
 #include "Platform/Linux/X11Pasteboard.h"
 #include "Platform/Log.h"
@@ -30,7 +30,9 @@
 #include "TolmiApp/DictationFlowManager.h"
 #include "TolmiApp/GlobalHotkeyManager.h"
 #include "TolmiApp/LiveAudioCapture.h"
+#include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ProcessingTransitionSoundPlayer.h"
+#include "TolmiApp/QuickOverlayWindow.h"
 #include "TolmiApp/SettingsStore.h"
 #include "TolmiApp/StartingModel.h"
 #include "TolmiApp/StatusItemController.h"
@@ -89,6 +91,7 @@ struct Composition::Parts {
     X11PasteKeystroke keystroke { injectedKeys };
     X11FrontmostApplication frontmost { DesktopEntries::ofThisDesktop() };
     X11Pasteboard pasteboard;
+    X11OverlayWindowSystem overlayWindows;
 
     // program
     std::shared_ptr<DictationFlowManager> flow;
@@ -110,7 +113,11 @@ DictationFlowCollaborators Composition::Parts::collaborators() {
     made.transitionSoundPlayer = std::make_shared<ProcessingTransitionSoundPlayer>(sounds);
     made.history = std::make_shared<TranscriptionHistory>(clock, fileManager, fileWriter);
     made.fallbackRefiner = std::make_shared<RuleBasedRefiner>();
-    made.makeOverlayPanel = [] { return std::make_shared<QuietOverlay>(); };
+    made.makeOverlayPanel = [this] {
+        return std::make_shared<OverlayPanelController>([this](OverlayViewModel &model) {
+            return std::make_unique<QuickOverlayWindow>(model, overlayWindows);
+        });
+    };
     made.makeOllamaRefiner = [this](OllamaConfiguration configuration) {
         return std::make_shared<OllamaRefiner>(http, std::move(configuration));
     };
@@ -127,7 +134,7 @@ std::shared_ptr<SettingsStore> Composition::Parts::makeSettings() {
 
 void Composition::Parts::startFlow() {
     flow = DictationFlowManager::create(collaborators(), { clock, fileManager, application }, makeSettings());
-    statusItem = std::make_unique<QtStatusItem>(QIcon::fromTheme(QStringLiteral("audio-input-microphone")));
+    statusItem = std::make_unique<QtStatusItem>(QIcon(QStringLiteral(":/AppIcon.png")));
     status = std::make_unique<StatusItemController>(*statusItem, flow, quit);
     const Availability tray = statusItem->availability();
     if (!tray.isAvailable())

@@ -1,8 +1,10 @@
 #include "Main/Composition.h"
 #include "Main/UnixSignals.h"
 #include "Platform/Log.h"
+#include "TolmiApp/Views.h"
 
 #include <QApplication>
+#include <QIcon>
 
 #include <sys/stat.h>
 
@@ -31,6 +33,8 @@ int main(int argc, char **argv) {
     QApplication::setApplicationName(QStringLiteral("Tolmi"));
     QApplication::setDesktopFileName(QStringLiteral("tolmi"));
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/AppIcon.png")));
+    Views::prepareApplication();
 
     auto *composition = new Composition({ programArgument, usersMask, &QApplication::quit });
     if (!composition->start()) {
