@@ -6,10 +6,13 @@
 #include "Platform/Desktop/LocalSocketInstance.h"
 #include "Platform/Desktop/MainLoopClock.h"
 #include "Platform/Desktop/QtApplication.h"
+#include "Platform/Desktop/QtHttpClient.h"
 #include "Platform/Desktop/QtStatusItem.h"
+#include "Platform/Desktop/QtSystemSounds.h"
 #include "Platform/Desktop/SndFileStore.h"
 #include "Platform/Linux/InjectedKeys.h"
 #include "Platform/Linux/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/LinuxFileListing.h"
 #include "Platform/Linux/LinuxFileManager.h"
 #include "Platform/Linux/LinuxProcess.h"
 #include "Platform/Linux/PulseAudioEngine.h"
@@ -24,12 +27,16 @@
 #include "Platform/Log.h"
 #include "TolmiApp/AdaptiveTranscriptionService.h"
 #include "TolmiApp/AudioRecorder.h"
+#include "TolmiApp/AudioRetentionSweeper.h"
 #include "TolmiApp/DictationFlowManager.h"
 #include "TolmiApp/GlobalHotkeyManager.h"
 #include "TolmiApp/LiveAudioCapture.h"
+#include "TolmiApp/ProcessingTransitionSoundPlayer.h"
 #include "TolmiApp/SettingsStore.h"
 #include "TolmiApp/StatusItemController.h"
 #include "TolmiApp/SystemPasteService.h"
+#include "TolmiApp/TranscriptionHistory.h"
+#include "TolmiCore/OllamaRefiner.h"
 #include "TolmiCore/RuleBasedRefiner.h"
 
 #include <QCoreApplication>
@@ -63,10 +70,13 @@ struct Composition::Parts {
     QtApplication application;
     LinuxFolders folders = LinuxFolders::ofThisProcess();
     LinuxFileManager fileManager { folders };
+    LinuxFileListing fileListing;
     LinuxAtomicFileWriter fileWriter;
     LinuxProcessLauncher processes;
     FileUserDefaults defaults { settingsFileURL(folders, fileManager), fileManager, fileWriter };
     LocalSocketInstance instance { fileManager.temporaryDirectory() };
+    QtHttpClient http { clock };
+    QtSystemSounds sounds;
     PulseConnection soundServer;
     PulseAudioEngine audioEngine { soundServer };
     PulseMicrophonePermission microphone { soundServer, clock };
@@ -96,12 +106,16 @@ DictationFlowCollaborators Composition::Parts::collaborators() {
             .transcribeOperation
             = AdaptiveTranscriptionService::defaultTranscribeOperation(processes, clock) });
     made.pasteService = std::make_shared<SystemPasteService>(pasteboard, keystroke, frontmost, clock);
-    made.transitionSoundPlayer = std::make_shared<QuietTransitionSound>();
-    made.history = std::make_shared<QuietHistory>();
+    made.transitionSoundPlayer = std::make_shared<ProcessingTransitionSoundPlayer>(sounds);
+    made.history = std::make_shared<TranscriptionHistory>(clock, fileManager, fileWriter);
     made.fallbackRefiner = std::make_shared<RuleBasedRefiner>();
     made.makeOverlayPanel = [] { return std::make_shared<QuietOverlay>(); };
-    made.makeOllamaRefiner = [](const OllamaConfiguration &) { return nullptr; };
-    made.makeRetentionSweeper = [](FileManager &) { return std::make_shared<QuietRetentionSweep>(); };
+    made.makeOllamaRefiner = [this](OllamaConfiguration configuration) {
+        return std::make_shared<OllamaRefiner>(http, std::move(configuration));
+    };
+    made.makeRetentionSweeper = [this](FileManager &files) {
+        return std::make_shared<AudioRetentionSweeper>(files, fileListing, clock);
+    };
     return made;
 }
 
@@ -122,9 +136,7 @@ void Composition::Parts::startFlow() {
 Composition::Composition(const char *programArgument, std::function<void()> quit)
     : m_parts(std::make_unique<Parts>(programArgument, std::move(quit))) { }
 
-Composition::~Composition() {
-    m_parts->pasteboard.handOver();
-}
+Composition::~Composition() = default;
 
 bool Composition::start() {
     const bool isFirst = m_parts->instance.claim([parts = m_parts.get()] {
@@ -134,4 +146,9 @@ bool Composition::start() {
     if (isFirst)
         m_parts->startFlow();
     return isFirst;
+}
+
+void Composition::settle() {
+    m_parts->pasteboard.handOver();
+    m_parts->defaults.flush();
 }

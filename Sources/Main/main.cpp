@@ -4,6 +4,9 @@
 
 #include <QApplication>
 
+#include <cstdio>
+#include <cstdlib>
+
 namespace {
 // The global key and the paste reach X11 windows, and a window of this program must lie among them to be
 // placed right.
@@ -24,11 +27,14 @@ int main(int argc, char **argv) {
     QApplication::setDesktopFileName(QStringLiteral("tolmi"));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    Composition composition(programArgument, &QApplication::quit);
-    if (!composition.start()) {
+    auto *composition = new Composition(programArgument, &QApplication::quit);
+    if (!composition->start()) {
         logLine(QStringLiteral("Tolmi: it runs already; look for its sign in the panel."));
         return 0;
     }
     const UnixSignals signalHandlers(&QApplication::quit);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    composition->settle();
+    std::fflush(nullptr);
+    std::_Exit(status);
 }

@@ -11,7 +11,7 @@
 #include <csignal>
 
 bool waitUntil(const std::function<bool()> &holds) {
-    QDeadlineTimer deadline(5000);
+    QDeadlineTimer deadline(20000);
     while (!holds()) {
         if (deadline.hasExpired())
             return false;
@@ -35,13 +35,27 @@ QByteArray outputOf(const QString &program, const QStringList &arguments, const 
     return process.readAllStandardOutput();
 }
 
-QByteArray clipboard(const QString &type) {
+namespace {
+/// The output of a program that may fail.
+QByteArray triedOutputOf(const QString &program, const QStringList &arguments) {
     QProcess process;
-    process.start(QStringLiteral("xclip"),
-        { QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o"),
-            QStringLiteral("-t"), type });
+    process.start(program, arguments);
     process.waitForFinished(20000);
     return process.readAllStandardOutput();
+}
+
+QByteArray classOfActiveWindow() {
+    const QByteArray window
+        = triedOutputOf(QStringLiteral("xdotool"), { QStringLiteral("getactivewindow") }).trimmed();
+    return triedOutputOf(QStringLiteral("xprop"),
+        { QStringLiteral("-id"), QString::fromLatin1(window), QStringLiteral("WM_CLASS") });
+}
+} // namespace
+
+QByteArray clipboard(const QString &type) {
+    return triedOutputOf(QStringLiteral("xclip"),
+        { QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o"),
+            QStringLiteral("-t"), type });
 }
 
 void pressKey(int keyCode) {
@@ -57,8 +71,14 @@ void typeKey(int keyCode) {
     releaseKey(keyCode);
 }
 
-void setLayout(const QString &layout) {
-    outputOf(QStringLiteral("setxkbmap"), { QStringLiteral("-layout"), layout });
+void setLayout(const QString &layout, const QString &variant) {
+    outputOf(QStringLiteral("setxkbmap"),
+        { QStringLiteral("-option"), QString(), QStringLiteral("-option"), QStringLiteral("grp:caps_toggle"),
+            QStringLiteral("-layout"), layout, QStringLiteral("-variant"), variant });
+}
+
+void selectNextLayout() {
+    typeKey(66);
 }
 
 void TestProgram::startProgram(const QString &program, const QStringList &arguments) {
@@ -72,14 +92,8 @@ void TestProgram::startProgram(const QString &program, const QStringList &argume
 
 TestProgram::TestProgram(const QString &program, const QStringList &arguments, const QString &windowClass) {
     startProgram(program, arguments);
-    EXPECT_TRUE(waitUntil([&windowClass] {
-        QProcess look;
-        look.start(QStringLiteral("xdotool"),
-            { QStringLiteral("getactivewindow"), QStringLiteral("getwindowclassname") });
-        look.waitForFinished();
-        return look.readAllStandardOutput().trimmed() == windowClass.toLatin1();
-    })) << windowClass.toStdString()
-        << " did not come to the front";
+    EXPECT_TRUE(waitUntil([&windowClass] { return classOfActiveWindow().contains(windowClass.toLatin1()); }))
+        << windowClass.toStdString() << " did not come to the front";
 }
 
 TestProgram::~TestProgram() {

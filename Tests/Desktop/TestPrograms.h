@@ -20,7 +20,9 @@ QByteArray clipboard(const QString &type);
 void pressKey(int keyCode);
 void releaseKey(int keyCode);
 void typeKey(int keyCode);
-void setLayout(const QString &layout);
+/// Several layouts stand in a row with commas between; the first is in use.
+void setLayout(const QString &layout, const QString &variant = {});
+void selectNextLayout();
 
 constexpr int rightAlt = 108;
 constexpr int leftAlt = 64;

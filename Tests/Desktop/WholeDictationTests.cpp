@@ -5,6 +5,7 @@
 #include "dictate/Home.h"
 #include "dictate/Waiting.h"
 
+#include "Support/MisbehavingServer.h"
 #include "Support/Print.h"
 
 #include <QDir>
@@ -70,6 +71,13 @@ protected:
 
     DictationReport speak(const QString &name) {
         return dictate({ m_user, m_program, m_editor }, sample(name));
+    }
+
+    // A recording that sox makes of `input` with `effects`.
+    static QString made(const QString &name, const QStringList &input, const QStringList &effects) {
+        const QString path = qEnvironmentVariable("TOLMI_DESKTOP_DIR") + '/' + name;
+        EXPECT_EQ(runTool("sox", input + QStringList { path } + effects), 0);
+        return path;
     }
 
     HomeOptions m_home { .whisperCLI = QStringLiteral(TOLMI_TEST_WHISPER_CLI),
@@ -168,4 +176,56 @@ TEST_F(WholeDictation, SecondStartLeavesTheFirstAlone) {
     EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM)));
     EXPECT_TRUE(m_program.isRunning());
     EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+}
+
+TEST_F(WholeDictation, LeavesAnEntryInTheHistory) {
+    start();
+    const DictationReport report = speak("english-1");
+    ASSERT_TRUE(report.history);
+    EXPECT_EQ(report.history->target, QString("Mousepad"));
+    EXPECT_EQ(report.history->bundleID, QString("org.xfce.mousepad"));
+    EXPECT_EQ(report.history->recording, QFileInfo(report.recordingPath).fileName());
+    EXPECT_EQ(report.history->pass, QString("single"));
+    EXPECT_GT(report.history->duration, 0);
+}
+
+// The model hears a polite phrase in silence, as all such models do.
+TEST_F(WholeDictation, SilencePastesNothing) {
+    start();
+    const DictationReport report = dictate({ m_user, m_program, m_editor },
+        made("silence.wav", { "-n", "-r", "16000", "-b", "16" }, { "trim", "0", "2" }));
+    EXPECT_EQ(statesOf(report), (QStringList { "recording", "transcribing", "done", "idle" }));
+    EXPECT_EQ(report.pasted, QString());
+    EXPECT_FALSE(report.history);
+    EXPECT_TRUE(report.isClipboardRestored);
+}
+
+TEST_F(WholeDictation, QuietSpeechIsTranscribedTwice) {
+    m_home.settings = { { "tolmi.performanceMode", "maxQuality" } };
+    start();
+    const DictationReport report = dictate(
+        { m_user, m_program, m_editor }, made("quiet.wav", { "-v", "0.02", sample("english-1") }, {}));
+    EXPECT_TRUE(statesOf(report).contains("optimizingquality")) << statesOf(report).join(' ').toStdString();
+    EXPECT_EQ(words(report.pasted), wordsOfSample("english-1"));
+    EXPECT_TRUE(report.history);
+}
+
+TEST_F(WholeDictation, AnAnsweringOllamaHasTheLastWord) {
+    MisbehavingServer ollama;
+    ollama.script = { { MisbehavingServer::send(
+        MisbehavingServer::answer(200, R"({"response":" Thanks for all your help, John! "})")) } };
+    m_home.settings = { { "tolmi.ollamaEndpoint", ollama.url().toString() } };
+    start();
+    EXPECT_EQ(speak("english-1").pasted, QString("Thanks for all your help, John!"));
+    ASSERT_EQ(ollama.requests.size(), 1U);
+    EXPECT_TRUE(ollama.requests.front().startsWith("POST /api/generate "))
+        << ollama.requests.front().toStdString();
+}
+
+TEST_F(WholeDictation, WithoutOllamaTheRulesClean) {
+    MisbehavingServer ollama;
+    ollama.refuseConnections();
+    m_home.settings = { { "tolmi.ollamaEndpoint", ollama.url().toString() } };
+    start();
+    EXPECT_EQ(speak("romanian-1").pasted, QString("Cred, c\u0103 trebuie s\u0103 \u0219terg planul."));
 }

@@ -294,9 +294,11 @@ TEST_F(X11HotkeyTests, restartsAndStopsWhileKeysArrive) {
     }
     manager->stop();
     typeKey(rightAlt);
-    manager->start();
-    waitUntil([] { return true; });
+    bool isAllHeard = false;
+    clock.post([&] { isAllHeard = true; });
+    EXPECT_TRUE(waitUntil([&] { return isAllHeard; }));
     heard.clear();
+    manager->start();
     typeKey(rightAlt);
     EXPECT_TRUE(waitForHeard(2));
     EXPECT_THAT(heard, ElementsAre("down", "up"));

@@ -105,12 +105,13 @@ std::vector<FakeRetentionSweep::Call> FakeRetentionSweep::waitForCalls(size_t co
     return m_calls;
 }
 
-void FakeRetentionSweep::sweep(const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) {
+AudioRetentionSweepResult FakeRetentionSweep::sweep(
+    const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) {
     std::lock_guard lock(m_mutex);
     m_calls.push_back({ directoryURL, retentionHours, maxSizeMB });
     m_called.notify_all();
     if (m_failures.empty())
-        return;
+        return {};
     const SystemError failure(m_failures.front());
     m_failures.pop_front();
     throw failure;

@@ -187,7 +187,8 @@ public:
     /// Blocks until `count` sweeps have been asked for, and gives them.
     std::vector<Call> waitForCalls(size_t count);
 
-    void sweep(const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) override;
+    AudioRetentionSweepResult sweep(
+        const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) override;
 
 private:
     std::mutex m_mutex;

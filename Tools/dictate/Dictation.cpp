@@ -24,6 +24,13 @@ void fillTimes(DictationReport &report, const DictationStage &stage, double keyD
         report.keyUpToPaste = double(*paste - *keyUp) / 1000;
 }
 
+std::optional<HistoryRecord> newestRecord() {
+    const QJsonObject entry = historyEntries().first().toObject();
+    return HistoryRecord { entry["pasteTargetAppName"].toString(), entry["pasteTargetBundleID"].toString(),
+        entry["audioFileRelativePath"].toString(), entry["qualityPass"].toString(),
+        entry["durationSeconds"].toDouble() };
+}
+
 bool speak(DictationReport &report, const DictationStage &stage, const QString &wavPath) {
     stage.user.press(VirtualUser::rightAlt);
     const QString recording = QStringLiteral("recording");
@@ -56,6 +63,7 @@ DictationReport dictate(const DictationStage &stage, const QString &wavPath) {
     stage.program.forgetStages();
     stage.user.forget();
     const QStringList earlierRecordings = keptRecordings();
+    const qsizetype earlierEntries = historyEntries().size();
     const double keyDown = stage.program.clock();
     if (speak(report, stage, wavPath)) {
         const auto hasEnded = [&] { return stage.program.state() == u"idle" || !stage.program.isRunning(); };
@@ -68,6 +76,8 @@ DictationReport dictate(const DictationStage &stage, const QString &wavPath) {
     const QStringList recordings = keptRecordings();
     if (recordings.size() > earlierRecordings.size())
         report.recordingPath = recordings.first();
+    if (historyEntries().size() > earlierEntries)
+        report.history = newestRecord();
     report.pasted = stage.editor.text();
     return report;
 }

@@ -10,6 +10,18 @@
 #include <utility>
 #include <vector>
 
+/// What the program's history says of a dictation.
+struct HistoryRecord {
+    QString target;
+    QString bundleID;
+    /// File name of the recording.
+    QString recording;
+    /// Transcription pass, "single" or "fallback".
+    QString pass;
+    /// Seconds of processing.
+    double duration = 0;
+};
+
 /// What one dictation looked like from outside.
 struct DictationReport {
     /// States in their order, with the seconds from key-down.
@@ -24,6 +36,8 @@ struct DictationReport {
     QString pasted;
     /// Whether the clipboard held the user's own text again afterwards.
     bool isClipboardRestored = false;
+    /// The entry that the dictation left in the history file; absent when it left none.
+    std::optional<HistoryRecord> history;
     /// The recording that the program kept; empty when there is none.
     QString recordingPath;
     /// Why the dictation did not end; empty when it did.

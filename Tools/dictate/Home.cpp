@@ -51,3 +51,8 @@ QStringList keptRecordings() {
         paths.append(file.filePath());
     return paths;
 }
+
+QJsonArray historyEntries() {
+    QFile file(dataFolder() + "/history.json");
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).array() : QJsonArray();
+}

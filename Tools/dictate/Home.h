@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCommandLineParser>
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 
@@ -30,3 +31,6 @@ QString settingsPath();
 
 /// The recordings that the program keeps in the home, newest first.
 QStringList keptRecordings();
+
+/// What stands in the program's history file, newest first; empty when there is no such file.
+QJsonArray historyEntries();

@@ -24,6 +24,13 @@ QString seconds(std::optional<double> value) {
     return value ? QString::number(*value, 'f', 3) + " s" : QStringLiteral("-");
 }
 
+QString described(const std::optional<HistoryRecord> &record) {
+    if (!record)
+        return "no entry";
+    return record->target + " (" + record->bundleID + "), " + record->recording + ", pass " + record->pass
+        + ", " + seconds(record->duration);
+}
+
 QString keepRecording(const QString &recording, const QString &folder) {
     if (recording.isEmpty())
         return QStringLiteral("-");
@@ -39,7 +46,8 @@ void print(const DictationReport &report, const QString &file) {
           << "\n  key-up to text:        " << seconds(report.keyUpToPaste)
           << "\n  whisper-cli alone:     " << seconds(report.transcription)
           << "\n  clipboard afterwards:  " << (report.isClipboardRestored ? "the user's own" : "CHANGED")
-          << "\npasted: " << report.pasted << "\n";
+          << "\n  history:               " << described(report.history) << "\npasted: " << report.pasted
+          << "\n";
     if (!report.failure.isEmpty())
         out() << "  failed: " << report.failure << "\n";
     out().flush();
@@ -81,13 +89,13 @@ int main(int argc, char **argv) {
         const DictationReport report = dictate({ user, program, editor }, file);
         print(report, file);
         out() << "  recording: " << keepRecording(report.recordingPath, outputFolder) << Qt::endl;
-        if (report.pasted.isEmpty() || !report.failure.isEmpty())
+        if (report.pasted.isEmpty() || !report.history || !report.failure.isEmpty())
             ++failures;
     }
     out() << "\nscreenshot: " << takeScreenshot(outputFolder) << Qt::endl;
     if (failures > 0) {
         return fail(QString::number(failures) + " of " + QString::number(files.size())
-            + " dictations left no text in the editor\n" + program.output());
+            + " dictations left no text in the editor or no entry in the history\n" + program.output());
     }
     return 0;
 }

@@ -73,6 +73,10 @@ FileUserDefaults::FileUserDefaults(const FileURL &fileURL, FileManager &fileMana
 
 FileUserDefaults::~FileUserDefaults() = default;
 
+void FileUserDefaults::flush() {
+    m_queue.sync([] { });
+}
+
 std::optional<DefaultsValue> FileUserDefaults::object(const QString &key) const {
     const auto found = m_values.find(key);
     return found == m_values.end() ? std::nullopt : std::optional(found->second);

@@ -152,11 +152,12 @@ public:
         send();
     }
 
+    // A reference and no more: g++ 12 copies awaiters byte by byte.
     struct Awaiter {
-        std::shared_ptr<Exchange> exchange;
-        bool await_ready() const noexcept { return exchange->m_outcome.has_value(); }
-        void await_suspend(std::coroutine_handle<> waiting) { exchange->m_waiting = waiting; }
-        Outcome await_resume() { return std::move(*exchange->m_outcome); }
+        Exchange &exchange;
+        bool await_ready() const noexcept { return exchange.m_outcome.has_value(); }
+        void await_suspend(std::coroutine_handle<> waiting) { exchange.m_waiting = waiting; }
+        Outcome await_resume() { return std::move(*exchange.m_outcome); }
     };
 
 private:
@@ -258,7 +259,7 @@ private:
 };
 
 struct ExchangeRequest {
-    std::shared_ptr<Exchange> exchange;
+    Exchange &exchange;
     Exchange::Awaiter operator co_await() const { return { exchange }; }
 };
 } // namespace
@@ -272,7 +273,7 @@ QtHttpClient::QtHttpClient(Clock &clock)
 Task<HttpResponse> QtHttpClient::send(HttpRequest request) {
     const auto exchange = std::make_shared<Exchange>(m_manager, m_clock, std::move(request));
     exchange->start();
-    Outcome outcome = co_await ExchangeRequest { exchange };
+    Outcome outcome = co_await ExchangeRequest { *exchange };
     if (const auto *error = std::get_if<HttpError>(&outcome))
         throw *error;
     co_return std::get<HttpResponse>(std::move(outcome));

@@ -49,6 +49,8 @@ void watchRawKeys(X11Display &display) {
     XISetMask(bits.data(), XI_RawKeyRelease);
     XIEventMask mask { XIAllMasterDevices, int(bits.size()), bits.data() };
     XISelectEvents(display.get(), display.root(), &mask, 1);
+    // From here on no key is missed, however late the tap's thread starts.
+    XSync(display.get(), False);
 }
 
 class X11EventTap final : public EventTap {
