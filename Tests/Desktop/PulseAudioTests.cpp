@@ -140,7 +140,7 @@ TEST(PulseMicrophonePermission, IsThereUnlessTheServerRefuses) {
     EXPECT_EQ(answer, std::nullopt);
     clock.runPosted();
     EXPECT_EQ(answer, true);
-    const QStringList listOutputs { QStringLiteral("list"), QStringLiteral("source-outputs") };
+    const std::string listOutputs = "list source-outputs";
     EXPECT_FALSE(server.tell(listOutputs).contains("Dictation"));
     PulseAudioEngine engine(connection);
     engine.start();
@@ -151,9 +151,8 @@ TEST(PulseMicrophonePermission, IsThereUnlessTheServerRefuses) {
 
 TEST(PulseMicrophonePermission, ARefusalIsSeenAndTakenBack) {
     SoundServer server;
-    const QString port = QString::number(freePort());
-    server.tell({ QStringLiteral("load-module"), QStringLiteral("module-native-protocol-tcp"),
-        QStringLiteral("listen=127.0.0.1"), QStringLiteral("port=") + port });
+    const std::string port = std::to_string(freePort());
+    server.tell("load-module module-native-protocol-tcp listen=127.0.0.1 port=" + port);
     const QByteArray local = qgetenv("PULSE_SERVER");
     QTemporaryDir folder;
     QFile cookie(folder.filePath(QStringLiteral("cookie")));
@@ -161,7 +160,7 @@ TEST(PulseMicrophonePermission, ARefusalIsSeenAndTakenBack) {
     cookie.write(QByteArray(256, 'x'));
     cookie.close();
     qputenv("PULSE_COOKIE", QFile::encodeName(cookie.fileName()));
-    qputenv("PULSE_SERVER", "tcp:127.0.0.1:" + port.toLatin1());
+    qputenv("PULSE_SERVER", "tcp:127.0.0.1:" + QByteArray::fromStdString(port));
 
     VirtualClock clock;
     PulseConnection connection;

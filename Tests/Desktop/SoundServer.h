@@ -1,7 +1,13 @@
 #pragma once
 
-#include <QProcess>
+#include <QByteArray>
 #include <QTemporaryDir>
+
+#include <sys/types.h>
+
+#include <functional>
+#include <memory>
+#include <string>
 
 /// A sound server of a test's own, with a virtual microphone: what is played into the sink "micfeed" comes
 /// out of the source "mic". Programs that this one starts, and libraries in it, find it.
@@ -22,11 +28,12 @@ public:
     void removeMicrophone();
 
     /// Tells the server something through pactl; what it answers.
-    QByteArray tell(const QStringList &arguments);
+    QByteArray tell(const std::string &command);
 
 private:
     QTemporaryDir m_folder;
-    QProcess m_process;
+    /// 0 while there is none.
+    pid_t m_process = 0;
 };
 
 /// Plays 32-bit floats of `next`, mono at 48 kHz, into the virtual microphone until it is destroyed.

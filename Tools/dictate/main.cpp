@@ -8,6 +8,7 @@
 #include <QPixmap>
 #include <QScreen>
 #include <QTextStream>
+#include <QTimer>
 
 namespace {
 QTextStream &out() {
@@ -53,8 +54,8 @@ void print(const DictationReport &report, const QString &file) {
     out().flush();
 }
 
-QString takeScreenshot(const QString &folder) {
-    const QString path = folder + "/desktop.png";
+QString takeScreenshot(const QString &folder, const QString &name) {
+    const QString path = folder + '/' + name;
     return QGuiApplication::primaryScreen()->grabWindow(0).save(path) ? path : QStringLiteral("-");
 }
 } // namespace
@@ -84,6 +85,10 @@ int main(int argc, char **argv) {
     if (!editor.open())
         return fail("the editor did not get the focus");
 
+    // In the middle of the first dictation, which any recording reaches.
+    QString whileSpeaking;
+    QTimer::singleShot(std::chrono::milliseconds(1500),
+        [&] { whileSpeaking = takeScreenshot(outputFolder, "while-speaking.png"); });
     int failures = 0;
     for (const QString &file : files) {
         const DictationReport report = dictate({ user, program, editor }, file);
@@ -92,7 +97,7 @@ int main(int argc, char **argv) {
         if (report.pasted.isEmpty() || !report.history || !report.failure.isEmpty())
             ++failures;
     }
-    out() << "\nscreenshot: " << takeScreenshot(outputFolder) << Qt::endl;
+    out() << "\nscreenshots: " << whileSpeaking << "\n             " << takeScreenshot(outputFolder, "afterwards.png") << Qt::endl;
     if (failures > 0) {
         return fail(QString::number(failures) + " of " + QString::number(files.size())
             + " dictations left no text in the editor or no entry in the history\n" + program.output());

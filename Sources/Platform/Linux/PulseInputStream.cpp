@@ -178,6 +178,9 @@ void PulseInputStream::fail(const SystemError &error) {
 }
 
 void PulseInputStream::breakOff() {
-    if (m_isDelivering.exchange(false))
-        m_blocks.append(nullptr, qint64(m_format.sampleRate * gapSeconds));
+    if (!m_isDelivering)
+        return;
+    // In this order: who sees that nothing is delivered any more finds the silence delivered.
+    m_blocks.append(nullptr, qint64(m_format.sampleRate * gapSeconds));
+    m_isDelivering = false;
 }
