@@ -97,7 +97,8 @@ int main(int argc, char **argv) {
         if (report.pasted.isEmpty() || !report.history || !report.failure.isEmpty())
             ++failures;
     }
-    out() << "\nscreenshots: " << whileSpeaking << "\n             " << takeScreenshot(outputFolder, "afterwards.png") << Qt::endl;
+    out() << "\nscreenshots: " << whileSpeaking << "\n             "
+          << takeScreenshot(outputFolder, "afterwards.png") << Qt::endl;
     if (failures > 0) {
         return fail(QString::number(failures) + " of " + QString::number(files.size())
             + " dictations left no text in the editor or no entry in the history\n" + program.output());
