@@ -19,6 +19,9 @@ RunningProgram::~RunningProgram() {
 }
 
 bool RunningProgram::start(const QString &path) {
+    // What an earlier run said must not be taken for this one's.
+    m_stages.clear();
+    m_state.clear();
     m_process.start(path, {});
     if (!m_process.waitForStarted(5000)) {
         m_output += m_process.errorString() + u'\n';
