@@ -37,6 +37,12 @@ protected:
             waitUntil([&] { return engine.frameCount() >= start + frameCount && engine.newest() > 0; }));
     }
 
+    /// A few buffers, silent ones too.
+    void hearAnything() {
+        const int start = engine.frameCount();
+        ASSERT_TRUE(waitUntil([&] { return engine.frameCount() >= start + 4096; }));
+    }
+
     /// The error that starting a recording throws, which it does in bounded time.
     QString startError() {
         const auto start = std::chrono::steady_clock::now();
@@ -57,6 +63,24 @@ protected:
         const auto isBreak = [](int left, int right) { return left != 0 && right != 0 && right != left + 1; };
         EXPECT_EQ(std::adjacent_find(numbers.begin(), numbers.end(), isBreak), numbers.end());
         EXPECT_GT(*std::max_element(numbers.begin(), numbers.end()), 0);
+    }
+
+    void lose(bool wholeServer) {
+        if (wholeServer)
+            server.kill();
+        else
+            server.removeMicrophone();
+        ASSERT_TRUE(waitUntil([this] { return !engine.isRunning(); }));
+    }
+
+    void bringBack(bool wholeServer) {
+        if (wholeServer) {
+            server.start();
+            speech = nullptr;
+            speech = std::make_unique<Speech>(speaking());
+        } else {
+            server.addMicrophone();
+        }
     }
 
     SoundServer server;
@@ -191,6 +215,39 @@ TEST_F(LiveCapture, AServerThatHangsIsNoticedAndComesBack) {
         "The microphone delivers no sound. Choose another input in the sound settings, then try again.");
     EXPECT_EQ(startError(), "The sound server does not answer. Restart it, then try again.");
     server.thaw();
+    waitForSpeech();
+    EXPECT_EQ(startError(), "no error");
+    capture.stopRecording();
+    expectWholeRecording();
+}
+
+// Every cycle must end, and every tenth takes the whole server away.
+TEST_F(LiveCapture, AHundredLossesWhileIdleEndInAWorkingCapture) {
+    for (int cycle = 1; cycle <= 100; ++cycle) {
+        lose(cycle % 10 == 0);
+        ASSERT_NE(startError(), "no error") << "cycle " << cycle;
+        bringBack(cycle % 10 == 0);
+        ASSERT_EQ(startError(), "no error") << "cycle " << cycle;
+        hearAnything();
+        capture.stopRecording();
+        ASSERT_FALSE(NumberedSound::read(url).empty()) << "cycle " << cycle;
+    }
+    waitForSpeech();
+    EXPECT_EQ(startError(), "no error");
+    capture.stopRecording();
+    expectWholeRecording();
+}
+
+TEST_F(LiveCapture, AHundredLossesWhileRecordingLeaveReadableFiles) {
+    for (int cycle = 1; cycle <= 100; ++cycle) {
+        ASSERT_EQ(startError(), "no error") << "cycle " << cycle;
+        hearAnything();
+        lose(cycle % 10 == 0);
+        EXPECT_EQ(capture.currentLevel(), 0.0) << "cycle " << cycle;
+        capture.stopRecording();
+        ASSERT_FALSE(NumberedSound::read(url).empty()) << "cycle " << cycle;
+        bringBack(cycle % 10 == 0);
+    }
     waitForSpeech();
     EXPECT_EQ(startError(), "no error");
     capture.stopRecording();

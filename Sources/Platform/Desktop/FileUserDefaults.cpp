@@ -74,7 +74,7 @@ FileUserDefaults::FileUserDefaults(const FileURL &fileURL, FileManager &fileMana
 FileUserDefaults::~FileUserDefaults() = default;
 
 void FileUserDefaults::flush() {
-    m_queue.sync([] { });
+    m_queue.sync([] {});
 }
 
 std::optional<DefaultsValue> FileUserDefaults::object(const QString &key) const {

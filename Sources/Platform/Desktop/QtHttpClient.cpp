@@ -18,7 +18,7 @@ constexpr double longestWait = 7 * 24 * 3600;
 /// The clock counts in milliseconds.
 constexpr double clockResolution = 0.001;
 /// What the reply may buffer before the server has to wait for us.
-constexpr qint64 replyBufferSize = 64 * 1024;
+constexpr qint64 replyBufferSize = qint64(64) * 1024;
 constexpr int maximumRedirects = 16;
 
 bool isHttp(const QUrl &url) {

@@ -9,7 +9,7 @@
 class QtHttpClient final : public HttpClient {
 public:
     /// A longer body is given up.
-    static constexpr qint64 maximumBodySize = 16 * 1024 * 1024;
+    static constexpr qint64 maximumBodySize = qint64(16) * 1024 * 1024;
 
     /// `clock` drives both time-outs and must outlive the client.
     explicit QtHttpClient(Clock &clock);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 
 namespace {
 /// Text in UTF-8, then the other names that it is offered under.
@@ -35,7 +34,9 @@ bool isImage(const QString &type) {
 /// The encoding that keeps the picture best; empty when there is no picture.
 QString bestImage(const std::vector<QString> &offered) {
     QString best;
-    for (const QString &type : offered | std::views::filter(&isImage)) {
+    for (const QString &type : offered) {
+        if (!isImage(type))
+            continue;
         if (contains(losslessImageTypes, type.toLower()))
             return type;
         if (best.isEmpty())

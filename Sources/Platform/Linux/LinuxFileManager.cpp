@@ -128,7 +128,7 @@ QByteArray LinuxFileManager::contents(const FileURL &url) const {
     struct stat status { };
     if (::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode))
         content.reserve(status.st_size);
-    std::array<char, 64 * 1024> piece;
+    std::array<char, 65536> piece;
     for (;;) {
         const ssize_t count = ::read(file.get(), piece.data(), piece.size());
         if (count == 0)

@@ -17,7 +17,8 @@ constexpr std::array<KeySym, 15> modifierKeySyms { XK_Shift_L, XK_Shift_R, XK_Co
 std::optional<int> X11Keyboard::rawKeyOpcode(const X11Display &display) {
     int opcode = 0;
     int ignored = 0;
-    // Servers hide the keys from clients that know less than 2.1 while another program has grabbed the keyboard.
+    // Servers hide the keys from clients that know less than 2.1 while another program has grabbed the
+    // keyboard.
     int major = 2;
     int minor = 2;
     if (!XQueryExtension(display.get(), "XInputExtension", &opcode, &ignored, &ignored)

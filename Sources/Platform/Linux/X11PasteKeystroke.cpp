@@ -6,8 +6,6 @@
 
 #include <X11/keysym.h>
 
-#include <ranges>
-
 namespace {
 /// Where the keys lie on a keyboard whose layout lacks them; programs match shortcuts by place then.
 constexpr unsigned usualControlKeyCode = 37;
@@ -42,8 +40,8 @@ void X11PasteKeystroke::post() {
     keys.push_back(m_keyboard->keyCode(XK_v, usualVKeyCode));
     for (const unsigned key : keys)
         press(key);
-    for (const unsigned key : keys | std::views::reverse)
-        m_keyboard->post(key, false);
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key)
+        m_keyboard->post(*key, false);
     XFlush(m_display->get());
 }
 
