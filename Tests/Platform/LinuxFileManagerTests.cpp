@@ -152,6 +152,26 @@ TEST_F(LinuxFileManagerTest, ALinkInThePlaceOfTheOwnTemporaryFolderIsRefused) {
     EXPECT_NE(temporaryDirectory({}), ownTemporaryFolder());
 }
 
+/// A folder that only its owner can enter and that is not ours: made so where we may, else that of the
+/// superuser.
+TEST_F(LinuxFileManagerTest, AFolderOfSomebodyElseIsPassedOver) {
+    QString foreign = QStringLiteral("/root");
+    if (::geteuid() == 0) {
+        foreign = makeFolder(QStringLiteral("foreign"), 0700);
+        constexpr uid_t nobody = 65534;
+        ASSERT_EQ(::chown(QFile::encodeName(foreign).constData(), nobody, nobody), 0);
+    }
+    EXPECT_EQ(temporaryDirectory(foreign), ownTemporaryFolder());
+}
+
+TEST_F(LinuxFileManagerTest, AFolderThatIsSwappedForALinkAfterwardsIsNotFollowedByTheNextStart) {
+    const QString first = temporaryDirectory({});
+    ASSERT_EQ(first, ownTemporaryFolder());
+    ASSERT_TRUE(QDir(first).removeRecursively());
+    ASSERT_TRUE(QFile::link(makeFolder(QStringLiteral("trap"), 0700), first));
+    EXPECT_NE(temporaryDirectory({}), ownTemporaryFolder());
+}
+
 TEST_F(LinuxFileManagerTest, WithoutAnyTemporaryFolderWritersGetAnError) {
     const QString missing = at(QStringLiteral("missing"));
     LinuxFileManager manager({ {}, {}, {}, missing });
