@@ -42,6 +42,9 @@ public:
             else
                 m_reader.skipCurrentElement();
         }
+        // What stands behind the end makes a feed unreadable too.
+        while (!m_reader.atEnd())
+            m_reader.readNext();
         if (m_reader.hasError())
             throw UpdateError(UpdateError::Code::InvalidFeed);
         return std::move(m_files);

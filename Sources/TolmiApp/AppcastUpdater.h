@@ -58,8 +58,8 @@ private:
     bool m_isAutomatic = true;
     bool m_isStarted = false;
     bool m_isScheduled = false;
-    Observer m_canCheckObserver = [](bool) {};
-    Observer m_isAutomaticObserver = [](bool) {};
+    Observer m_canCheckObserver = [] {};
+    Observer m_isAutomaticObserver = [] {};
     /// Counts checks and downloads, so that a cancelled one finds that it is not the current one any more.
     int m_activity = 0;
     std::optional<AppcastItem> m_found;

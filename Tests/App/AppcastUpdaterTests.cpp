@@ -242,8 +242,9 @@ TEST_F(AppcastUpdaterTest, ObserversHearTheValueOfNowAndEachNewOne) {
     make();
     std::vector<bool> canCheck;
     std::vector<bool> automatic;
-    m_updater->observeCanCheckForUpdates([&](bool value) { canCheck.push_back(value); });
-    m_updater->observeAutomaticallyChecksForUpdates([&](bool value) { automatic.push_back(value); });
+    m_updater->observeCanCheckForUpdates([&] { canCheck.push_back(m_updater->canCheckForUpdates()); });
+    m_updater->observeAutomaticallyChecksForUpdates(
+        [&] { automatic.push_back(m_updater->automaticallyChecksForUpdates()); });
     m_updater->start();
     findUpdateVisibly();
     m_updater->setAutomaticallyChecksForUpdates(true);

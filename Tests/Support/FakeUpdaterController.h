@@ -29,27 +29,27 @@ public:
     }
     void observeCanCheckForUpdates(Observer observer) override {
         m_canCheckObserver = std::move(observer);
-        m_canCheckObserver(m_canCheck);
+        m_canCheckObserver();
     }
     void observeAutomaticallyChecksForUpdates(Observer observer) override {
         m_automaticObserver = std::move(observer);
-        m_automaticObserver(m_isAutomatic);
+        m_automaticObserver();
     }
 
     /// The updater itself changes what is allowed.
     void setCanCheck(bool canCheck) {
         m_canCheck = canCheck;
-        m_canCheckObserver(canCheck);
+        m_canCheckObserver();
     }
     /// The updater itself changes its setting.
     void setAutomatic(bool isAutomatic) {
         m_isAutomatic = isAutomatic;
-        m_automaticObserver(isAutomatic);
+        m_automaticObserver();
     }
 
 private:
     bool m_canCheck = false;
     bool m_isAutomatic;
-    Observer m_canCheckObserver = [](bool) {};
-    Observer m_automaticObserver = [](bool) {};
+    Observer m_canCheckObserver = [] {};
+    Observer m_automaticObserver = [] {};
 };
