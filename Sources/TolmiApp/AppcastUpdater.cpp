@@ -160,13 +160,7 @@ Task<> AppcastUpdater::look(std::weak_ptr<AppcastUpdater> weakUpdater, int activ
     } catch (const std::exception &) {
         failure = std::current_exception();
     }
-    const auto updater = ifCurrent(weakUpdater, activity);
-    if (!updater)
-        co_return;
-    updater->end();
-    if (failure)
-        updater->showFailure(localizedDescription(failure), manner);
-    else
+    if (const auto updater = conclude(weakUpdater, activity, failure, manner))
         updater->showFound(item, manner);
 }
 
@@ -188,13 +182,7 @@ Task<> AppcastUpdater::fetch(std::weak_ptr<AppcastUpdater> weakUpdater, int acti
     } catch (const std::exception &) {
         failure = std::current_exception();
     }
-    const auto updater = ifCurrent(weakUpdater, activity);
-    if (!updater)
-        co_return;
-    updater->end();
-    if (failure)
-        updater->showFailure(localizedDescription(failure), Manner::Visible);
-    else
+    if (const auto updater = conclude(weakUpdater, activity, failure, Manner::Visible))
         updater->m_prompt.showDownloaded(url.path());
 }
 
@@ -202,4 +190,16 @@ std::shared_ptr<AppcastUpdater> AppcastUpdater::ifCurrent(
     const std::weak_ptr<AppcastUpdater> &weakUpdater, int activity) {
     const auto updater = weakUpdater.lock();
     return updater && updater->m_activity == activity ? updater : nullptr;
+}
+
+/// Ends the activity and shows its failure; gives the updater when there is a success to show.
+std::shared_ptr<AppcastUpdater> AppcastUpdater::conclude(const std::weak_ptr<AppcastUpdater> &weakUpdater,
+    int activity, std::exception_ptr failure, Manner manner) {
+    const auto updater = ifCurrent(weakUpdater, activity);
+    if (!updater)
+        return nullptr;
+    updater->end();
+    if (failure)
+        updater->showFailure(localizedDescription(failure), manner);
+    return failure ? nullptr : updater;
 }

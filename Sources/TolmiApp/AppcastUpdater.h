@@ -50,6 +50,8 @@ private:
     static Task<> fetch(std::weak_ptr<AppcastUpdater> weakUpdater, int activity);
     static std::shared_ptr<AppcastUpdater> ifCurrent(
         const std::weak_ptr<AppcastUpdater> &weakUpdater, int activity);
+    static std::shared_ptr<AppcastUpdater> conclude(const std::weak_ptr<AppcastUpdater> &weakUpdater,
+        int activity, std::exception_ptr failure, Manner manner);
 
     const UpdatePlatform m_platform;
     const UpdateSource m_source;
