@@ -1,5 +1,6 @@
 #include "Main/Composition.h"
 
+#include "Main/BundleInformation.h"
 #include "Platform/Desktop/FileUserDefaults.h"
 #include "Platform/Desktop/LocalSocketInstance.h"
 #include "Platform/Desktop/MainLoopClock.h"
@@ -46,7 +47,8 @@
 
 namespace {
 BundleInfo bundleInfo(const char *programArgument) {
-    return { QString::fromLocal8Bit(programArgument), FileURL(QCoreApplication::applicationDirPath()) };
+    return { QString::fromLocal8Bit(programArgument), FileURL(QCoreApplication::applicationDirPath()),
+        bundleInformation() };
 }
 
 void logHow(const QString &reason) {

@@ -6,12 +6,16 @@
 #include <QByteArray>
 #include <QUrl>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
 
 /// What is asked of a server.
 struct HttpRequest {
+    /// Bytes.
+    static constexpr qint64 usualMaximumBodySize = 16 * 1024 * 1024;
+
     QByteArray method = "GET";
     QUrl url;
     /// Name and value of each header.
@@ -21,6 +25,8 @@ struct HttpRequest {
     double idleTimeout = 60;
     /// Seconds until the request is given up although data still comes.
     double totalTimeout = 62;
+    /// Bytes; a longer body of the answer is given up.
+    qint64 maximumBodySize = usualMaximumBodySize;
 
     friend bool operator==(const HttpRequest &, const HttpRequest &) = default;
 };
@@ -29,7 +35,7 @@ struct HttpRequest {
 struct HttpResponse {
     /// Absent when the answer did not come by HTTP.
     std::optional<int> statusCode;
-    /// Absent when it was longer than the client keeps.
+    /// Absent when it was given up.
     std::optional<QByteArray> body;
 
     friend bool operator==(const HttpResponse &, const HttpResponse &) = default;
@@ -65,6 +71,9 @@ private:
     Code m_code;
 };
 
+/// Hears how many bytes of a body have come so far, and tells whether the rest is still wanted.
+using HttpProgress = std::function<bool(qint64 receivedSize)>;
+
 /// Asks servers over HTTP. Main thread only.
 class HttpClient {
 public:
@@ -74,6 +83,10 @@ public:
     /// redirect is followed within its origin (scheme, host and port); any other counts as the answer. Throws
     /// HttpError. The client must outlive the wait.
     virtual Task<HttpResponse> send(HttpRequest request) = 0;
+
+    /// As send(), and `progress` hears of each piece of the body while the request waits. When it wants no
+    /// more, the body is given up.
+    virtual Task<HttpResponse> download(HttpRequest request, HttpProgress progress) = 0;
 };
 
 /// The URL with `component` added to its path behind one slash; a query stays where it is.

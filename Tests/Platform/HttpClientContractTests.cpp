@@ -124,6 +124,27 @@ TEST_P(HttpClientContract, AnswersRequestsInTheirOrderOneAtATime) {
     EXPECT_EQ(m_web->requestCount(), 2u);
 }
 
+TEST_P(HttpClientContract, TellsHowFarADownloadIs) {
+    m_web->answerWith(200, "hello");
+    qint64 received = 0;
+    const HttpProgress progress = [&](qint64 size) {
+        received = size;
+        return true;
+    };
+    launch(follow(m_web->client().download(request(), progress), m_outcome));
+    ASSERT_TRUE(untilTrue([this] { return m_outcome.hasEnded(); }));
+    EXPECT_EQ(m_outcome.value, (HttpResponse { 200, QByteArray("hello") }));
+    EXPECT_EQ(received, 5);
+}
+
+TEST_P(HttpClientContract, GivesNoBodyOfADownloadThatIsNotWanted) {
+    m_web->answerWith(200, "hello");
+    const HttpProgress progress = [](qint64) { return false; };
+    launch(follow(m_web->client().download(request(), progress), m_outcome));
+    ASSERT_TRUE(untilTrue([this] { return m_outcome.hasEnded(); }));
+    EXPECT_EQ(m_outcome.value, (HttpResponse { 200, std::nullopt }));
+}
+
 TEST_P(HttpClientContract, ThrowsWhenNobodyListens) {
     m_web->refuse();
     sendAndWait(request());

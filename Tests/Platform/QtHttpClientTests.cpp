@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -341,12 +342,54 @@ TEST_F(QtHttpClientTest, SpeaksHttpOnly) {
 }
 
 TEST_F(QtHttpClientTest, KeepsABodyOfTheGreatestSize) {
-    const qint64 size = QtHttpClient::maximumBodySize;
+    const qint64 size = HttpRequest::usualMaximumBodySize;
     m_server.script = { { MisbehavingServer::send("HTTP/1.1 200 OK\r\n\r\n"), m_server.stream(size) } };
     perform(request());
     ASSERT_EQ(statusCode(), 200);
     ASSERT_TRUE(m_outcome.value->body);
     EXPECT_EQ(m_outcome.value->body->size(), size);
+}
+
+TEST_F(QtHttpClientTest, TellsHowMuchHasCome) {
+    m_server.script = { { MisbehavingServer::send("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nab") } };
+    std::vector<qint64> sizes;
+    const HttpProgress progress = [&](qint64 size) {
+        sizes.push_back(size);
+        return true;
+    };
+    launch(follow(m_client.download(request(), progress), m_outcome));
+    ASSERT_TRUE(untilTrue([&] { return !sizes.empty() && sizes.back() == 2; }));
+    drip("cde");
+    end();
+    EXPECT_EQ(m_outcome.value, (HttpResponse { 200, QByteArray("abcde") }));
+    EXPECT_TRUE(std::is_sorted(sizes.begin(), sizes.end()));
+    EXPECT_EQ(sizes.back(), 5);
+}
+
+TEST_F(QtHttpClientTest, GivesUpABodyThatIsNotWantedAnyMore) {
+    m_server.script = { { MisbehavingServer::send("HTTP/1.1 200 OK\r\n\r\n"), m_server.stream(1LL << 40) } };
+    const HttpProgress progress = [](qint64 size) { return size < 100000; };
+    launch(follow(m_client.download(request(), progress), m_outcome));
+    end();
+    EXPECT_EQ(m_outcome.value, (HttpResponse { 200, std::nullopt }));
+}
+
+TEST_F(QtHttpClientTest, KeepsABodyOfTheSizeThatTheRequestAllows) {
+    HttpRequest small = request();
+    small.maximumBodySize = 3;
+    answerWith(MisbehavingServer::answer(200, "abc"));
+    answerWith(MisbehavingServer::answer(200, "abcd"));
+    perform(small);
+    EXPECT_EQ(m_outcome.value, (HttpResponse { 200, QByteArray("abc") }));
+    perform(small);
+    EXPECT_EQ(m_outcome.value, (HttpResponse { 200, std::nullopt }));
+    HttpRequest large = request();
+    large.maximumBodySize = 2 * HttpRequest::usualMaximumBodySize;
+    m_server.script.push_back(
+        { MisbehavingServer::send("HTTP/1.1 200 OK\r\n\r\n"), m_server.stream(large.maximumBodySize) });
+    perform(large);
+    ASSERT_TRUE(m_outcome.value->body);
+    EXPECT_EQ(m_outcome.value->body->size(), large.maximumBodySize);
 }
 
 TEST_F(QtHttpClientTest, DropsALongerBodyAndTheConnection) {

@@ -14,3 +14,10 @@ Task<HttpResponse> FakeHttpClient::send(HttpRequest request) {
         throw *error;
     co_return std::get<HttpResponse>(reply);
 }
+
+Task<HttpResponse> FakeHttpClient::download(HttpRequest request, HttpProgress progress) {
+    HttpResponse response = co_await send(std::move(request));
+    if (response.body && !progress(response.body->size()))
+        response.body.reset();
+    co_return response;
+}

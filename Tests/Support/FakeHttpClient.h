@@ -9,6 +9,8 @@
 class FakeHttpClient final : public HttpClient {
 public:
     Task<HttpResponse> send(HttpRequest request) override;
+    /// Tells the progress once, with the whole size.
+    Task<HttpResponse> download(HttpRequest request, HttpProgress progress) override;
 
     /// What was asked, in order.
     std::vector<HttpRequest> requests;

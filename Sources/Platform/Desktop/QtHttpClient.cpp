@@ -135,10 +135,11 @@ struct ReplyCloser {
 /// One request on its way to its outcome, redirects included.
 class Exchange final : public QObject, public std::enable_shared_from_this<Exchange> {
 public:
-    Exchange(QNetworkAccessManager &manager, Clock &clock, HttpRequest request)
+    Exchange(QNetworkAccessManager &manager, Clock &clock, HttpRequest request, HttpProgress progress)
         : m_manager(manager)
         , m_clock(clock)
         , m_request(std::move(request))
+        , m_progress(std::move(progress))
         , m_idleTimeout(std::min(m_request.idleTimeout, longestWait)) { }
 
     void start() {
@@ -181,7 +182,7 @@ private:
 
     void send() {
         // Never grown, so never copied; what is not filled takes no memory.
-        m_body.reserve(QtHttpClient::maximumBodySize);
+        m_body.reserve(m_request.maximumBodySize);
         auto body = m_request.body.isEmpty() ? nullptr : std::make_unique<ReadOnceDevice>(m_request.body);
         m_reply.reset(m_manager.sendCustomRequest(networkRequest(m_request), m_request.method, body.get()));
         if (body)
@@ -194,10 +195,12 @@ private:
 
     void takeData() {
         m_lastData = m_clock.now();
-        if (m_body.size() + m_reply->bytesAvailable() > QtHttpClient::maximumBodySize)
-            end(HttpResponse { statusCode(*m_reply), std::nullopt });
-        else
+        const qint64 size = m_body.size() + m_reply->bytesAvailable();
+        const bool isWanted = size <= m_request.maximumBodySize && m_progress(size);
+        if (isWanted)
             m_body += m_reply->readAll();
+        else
+            end(HttpResponse { statusCode(*m_reply), std::nullopt });
     }
 
     void finish() {
@@ -249,6 +252,7 @@ private:
     QNetworkAccessManager &m_manager;
     Clock &m_clock;
     HttpRequest m_request;
+    const HttpProgress m_progress;
     const double m_idleTimeout;
     Date m_lastData {};
     int m_redirectCount = 0;
@@ -271,7 +275,12 @@ QtHttpClient::QtHttpClient(Clock &clock)
 }
 
 Task<HttpResponse> QtHttpClient::send(HttpRequest request) {
-    const auto exchange = std::make_shared<Exchange>(m_manager, m_clock, std::move(request));
+    return download(std::move(request), [](qint64) { return true; });
+}
+
+Task<HttpResponse> QtHttpClient::download(HttpRequest request, HttpProgress progress) {
+    const auto exchange
+        = std::make_shared<Exchange>(m_manager, m_clock, std::move(request), std::move(progress));
     exchange->start();
     Outcome outcome = co_await ExchangeRequest { *exchange };
     if (const auto *error = std::get_if<HttpError>(&outcome))

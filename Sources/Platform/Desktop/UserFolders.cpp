@@ -1,0 +1,7 @@
+#include "Platform/Desktop/UserFolders.h"
+
+#include <QStandardPaths>
+
+FileURL downloadsDirectory() {
+    return FileURL(QStandardPaths::writableLocation(QStandardPaths::DownloadLocation));
+}

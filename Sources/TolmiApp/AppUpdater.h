@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Platform/BundleInfo.h"
+#include "Platform/ObservableObject.h"
+#include "Platform/Updater.h"
+
+#include <memory>
+#include <optional>
+
+class Clock;
+
+/// Runs the updater if the program was built for one, and shows its state to the views. Main thread only.
+class AppUpdater final : public ObservableObject {
+    Q_OBJECT
+    /// The program was built with a feed and a public key.
+    TOLMI_PUBLISHED_READONLY(bool, isConfigured, setIsConfigured, false)
+    /// A check may be started now.
+    TOLMI_PUBLISHED_READONLY(bool, canCheckForUpdates, setCanCheckForUpdates, false)
+    /// The updater's own setting; set by views too.
+    TOLMI_PUBLISHED(
+        bool, automaticallyChecksForUpdates, setAutomaticallyChecksForUpdates, keepAutomaticChecks)
+
+public:
+    using MakeController = std::function<std::shared_ptr<UpdaterController>()>;
+
+    /// `makeController` runs once, here, and only if the bundle is configured. `clock` outlives the updater.
+    AppUpdater(const BundleInfo &bundle, const MakeController &makeController, Clock &clock);
+
+    /// Absent if not configured.
+    const std::shared_ptr<UpdaterController> &updaterController() const { return m_updaterController; }
+
+    /// Starts a check that the user sees; does nothing if not configured.
+    Q_INVOKABLE void checkForUpdates();
+
+private:
+    struct Configuration;
+    static Configuration sparkleConfiguration(const BundleInfo &bundle);
+
+    void keepAutomaticChecks() { }
+    void switchOff();
+    void startUpdater(const MakeController &makeController);
+    UpdaterController::Observer assignment(
+        bool (UpdaterController::*read)() const, void (AppUpdater::*assign)(bool));
+    void passOn(bool isAutomatic);
+
+    Clock &m_clock;
+    std::shared_ptr<UpdaterController> m_updaterController;
+    std::optional<bool> m_lastPassedOn;
+};
