@@ -11,8 +11,8 @@ FocusScope {
     function select(index: int) {
         if (index < 0 || index >= rows.count)
             return;
-        model.selection = model.destinations[index].name;
         rows.itemAt(index).forceActiveFocus(Qt.TabFocusReason);
+        model.selection = model.destinations[index].name;
     }
 
     function selectedIndex(): int {
@@ -80,7 +80,7 @@ FocusScope {
                 text: sidebar.texts[modelData.titleKey]
                 highlighted: sidebar.model.selection === modelData.name
                 // One stop for Tab; the arrow keys do the rest.
-                focusPolicy: highlighted ? Qt.StrongFocus : Qt.ClickFocus
+                focusPolicy: highlighted || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
                 focus: highlighted
                 onClicked: sidebar.model.selection = modelData.name
             }

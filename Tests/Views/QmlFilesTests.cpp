@@ -66,7 +66,7 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     ViewTexts texts(settings.store, PlatformTexts::forLinux());
     StudioRequirements studio(engine, settings.store, texts);
     const FakeDesktopLook look;
-    ViewAppearance appearance(engine, settings.store, look);
+    auto *appearance = new ViewAppearance(engine, settings.store, look);
     QQuickWindow window;
     window.resize(600, 400);
     QQuickItem anchor(window.contentItem());
@@ -78,7 +78,7 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
         if (file == QStringLiteral("OverlayContentView.qml"))
             required.insert(QStringLiteral("viewModel"), QVariant::fromValue(&model));
         if (file == QStringLiteral("AppearanceLink.qml"))
-            required.insert(QStringLiteral("appearance"), QVariant::fromValue<QObject *>(&appearance));
+            required.insert(QStringLiteral("appearance"), QVariant::fromValue<QObject *>(appearance));
         required.insert(studio.of(file));
         if (file == QStringLiteral("OverlayToolTip.qml"))
             required.insert(QStringLiteral("anchorItem"), QVariant::fromValue(&anchor));

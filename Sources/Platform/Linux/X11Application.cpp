@@ -7,6 +7,7 @@
 // The macros of Xlib break Qt's headers and hide its names, so they come after them.
 namespace {
 constexpr QEvent::Type exposeEvent = QEvent::Expose;
+constexpr QEvent::Type focusInEvent = QEvent::FocusIn;
 } // namespace
 #include <X11/Xlib.h>
 
@@ -46,12 +47,12 @@ void X11Application::bringToFront(QWindow &window) {
 }
 
 bool X11Application::eventFilter(QObject *watched, QEvent *event) {
-    if (event->type() == exposeEvent) {
-        auto &window = static_cast<QWindow &>(*watched);
-        if (window.isExposed()) {
-            window.removeEventFilter(this);
-            requestActivation(display(), window.winId());
-        }
-    }
+    auto &window = static_cast<QWindow &>(*watched);
+    const bool isSeen = event->type() == exposeEvent && window.isExposed();
+    // What came to the front by itself must not come again later, when the user may be elsewhere.
+    if (isSeen || event->type() == focusInEvent)
+        window.removeEventFilter(this);
+    if (isSeen)
+        requestActivation(display(), window.winId());
     return QtApplication::eventFilter(watched, event);
 }

@@ -30,12 +30,19 @@ TestCase {
 
     function init() {
         Motion.isReduced = true;
-        stage = createTemporaryObject(stages, testCase);
+        stage = stages.createObject(testCase);
         const views = { onboarding: Qt.resolvedUrl("StudioStandIn.qml") };
         for (const destination of stage.model.destinations)
             views[destination.name] = Qt.resolvedUrl("StudioStandIn.qml");
-        studio = createTemporaryObject(studios, testCase, { model: stage.model, texts: stage.texts, views: views });
+        studio = studios.createObject(testCase, { model: stage.model, texts: stage.texts, views: views });
         studio.forceActiveFocus();
+    }
+
+    // In this order: the view reads its model until it goes.
+    function cleanup() {
+        studio.destroy();
+        stage.destroy();
+        wait(0);
     }
 
     function selection() {
@@ -48,8 +55,8 @@ TestCase {
 
     function findAll(item, matches) {
         let found = matches(item) ? [item] : [];
-        for (const child of item.children)
-            found = found.concat(findAll(child, matches));
+        for (let index = 0; index < item.children.length; ++index)
+            found = found.concat(findAll(item.children[index], matches));
         return found;
     }
 
