@@ -1,7 +1,9 @@
 #pragma once
 
 #include "TolmiApp/DictationState.h"
+#include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/ProfileChipModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -20,4 +22,20 @@ struct OverlayViewModelForViews {
     QML_FOREIGN(OverlayViewModel)
     QML_NAMED_ELEMENT(OverlayViewModel)
     QML_UNCREATABLE("The overlay has one already")
+};
+
+/// The model of the popup, made by the program's root.
+struct MenuBarPopupModelForViews {
+    Q_GADGET
+    QML_FOREIGN(MenuBarPopupModel)
+    QML_NAMED_ELEMENT(MenuBarPopupModel)
+    QML_UNCREATABLE("The popup has one already")
+};
+
+/// The user as the models of views give them.
+struct ProfileChipModelForViews {
+    Q_GADGET
+    QML_FOREIGN(ProfileChipModel)
+    QML_NAMED_ELEMENT(ProfileChipModel)
+    QML_UNCREATABLE("The model of the view has one")
 };

@@ -18,8 +18,8 @@ public:
     QList<std::pair<int, int>> shapes;
 
     void prepare(QWindow &) override { ++preparedCount; }
-    void setShape(QWindow &, int touchedDiameter, int drawnDiameter) override {
-        shapes.append({ touchedDiameter, drawnDiameter });
+    void setShape(QWindow &, const RoundedRectangle &touched, const RoundedRectangle &drawn) override {
+        shapes.append({ touched.frame.width(), drawn.frame.width() });
     }
 };
 
