@@ -2,6 +2,7 @@
 
 #include "App/DictationFlowFixture.h"
 #include "Support/FakePasteboard.h"
+#include "TolmiApp/L10n.h"
 
 #include <QSignalSpy>
 

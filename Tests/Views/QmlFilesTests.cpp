@@ -1,4 +1,8 @@
+#include "Support/FakePasteboard.h"
+#include "Support/FlowOverFakes.h"
+#include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/ViewTexts.h"
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
@@ -22,6 +26,13 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     const QStringList files = filesOfModule();
     ASSERT_GT(files.size(), 40);
     OverlayViewModel model;
+    FlowOverFakes flow;
+    FakePasteboard pasteboard;
+    MenuBarPopupModel popup(flow.flow, pasteboard, {});
+    ViewTexts texts(flow.store, PlatformTexts::forLinux());
+    const QStringList popupFiles { QStringLiteral("MenuBarPopupView.qml"),
+        QStringLiteral("PopupControls.qml"), QStringLiteral("PopupHeader.qml"),
+        QStringLiteral("PopupStatus.qml") };
     QQuickWindow window;
     window.resize(600, 400);
     QQuickItem anchor(window.contentItem());
@@ -34,6 +45,9 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
             required.insert(QStringLiteral("viewModel"), QVariant::fromValue(&model));
         if (file == QStringLiteral("OverlayToolTip.qml"))
             required.insert(QStringLiteral("anchorItem"), QVariant::fromValue(&anchor));
+        if (popupFiles.contains(file))
+            required = { { QStringLiteral("model"), QVariant::fromValue(&popup) },
+                { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&texts) } };
         const bool isSingleton = file == QStringLiteral("Metrics.qml") || file == QStringLiteral("Motion.qml")
             || file == QStringLiteral("TolmiPalette.qml") || file == QStringLiteral("Typography.qml");
         if (isSingleton)

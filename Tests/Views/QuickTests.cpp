@@ -1,4 +1,5 @@
 #include "TolmiApp/Views.h"
+#include "Views/PopupFixture.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -8,7 +9,10 @@ class Setup : public QObject {
     Q_OBJECT
 
 public Q_SLOTS:
-    void applicationAvailable() { Views::prepareApplication(); }
+    void applicationAvailable() {
+        Views::prepareApplication();
+        qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
+    }
     void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
 };
 
