@@ -13,13 +13,15 @@ StatusItemController::StatusItemController(
     });
     connect(m_flow.get(), &DictationFlowManager::accessibilityGrantedChanged, this, [this] { refresh(); });
     connect(&m_flow->settings(), &SettingsStore::uiLanguageChanged, this, [this] { refresh(); });
+    m_item.setActivationObserver(m_actions.togglePopup);
     refresh();
 }
 
 void StatusItemController::refresh() {
     const AppLanguage language = m_flow->settings().uiLanguage();
     m_item.setToolTip(L10n::text(L10n::Key::menuBarTitle, language) + QStringLiteral(": ") + stateText());
-    m_item.setMenu({ { stateText(), {} }, entry(L10n::Key::menuBarOpenStudio, m_actions.openStudio),
+    m_item.setMenu({ { stateText(), {} }, entry(L10n::Key::menuBarTitle, m_actions.togglePopup),
+        entry(L10n::Key::menuBarOpenStudio, m_actions.openStudio),
         entry(L10n::Key::menuBarSettings, m_actions.openSettings),
         entry(L10n::Key::menuBarCheckForUpdates, m_actions.checkForUpdates),
         entry(L10n::Key::menuBarQuit, m_actions.quit) });

@@ -16,6 +16,8 @@ class StatusItemController final : public QObject {
 public:
     /// What the lines of the menu do; a line that has nothing to do is only read.
     struct Actions {
+        /// Also what a press of the item does; desktops that open the menu at every press need the line.
+        std::function<void()> togglePopup {};
         std::function<void()> openStudio {};
         std::function<void()> openSettings {};
         std::function<void()> checkForUpdates {};

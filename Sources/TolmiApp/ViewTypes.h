@@ -1,7 +1,9 @@
 #pragma once
 
 #include "TolmiApp/DictationState.h"
+#include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/ProfileChipModel.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -29,4 +31,20 @@ struct TolmiStudioWindowModelForViews {
     QML_FOREIGN(TolmiStudioWindowModel)
     QML_NAMED_ELEMENT(TolmiStudioWindowModel)
     QML_UNCREATABLE("The program has one already")
+};
+
+/// The model of the popup, made by the program's root.
+struct MenuBarPopupModelForViews {
+    Q_GADGET
+    QML_FOREIGN(MenuBarPopupModel)
+    QML_NAMED_ELEMENT(MenuBarPopupModel)
+    QML_UNCREATABLE("The popup has one already")
+};
+
+/// The user as the models of views give them.
+struct ProfileChipModelForViews {
+    Q_GADGET
+    QML_FOREIGN(ProfileChipModel)
+    QML_NAMED_ELEMENT(ProfileChipModel)
+    QML_UNCREATABLE("The model of the view has one")
 };

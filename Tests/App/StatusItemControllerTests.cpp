@@ -9,7 +9,8 @@ protected:
         settings->setUiLanguage(AppLanguage::English);
         createSetUp();
         controller.emplace(item, manager,
-            StatusItemController::Actions { .openStudio = [this] { done.append(QStringLiteral("studio")); },
+            StatusItemController::Actions { .togglePopup = [this] { done.append(QStringLiteral("popup")); },
+                .openStudio = [this] { done.append(QStringLiteral("studio")); },
                 .openSettings = [this] { done.append(QStringLiteral("settings")); },
                 .quit = [this] { done.append(QStringLiteral("quit")); } });
     }
@@ -41,17 +42,19 @@ TEST_F(StatusItemControllerTest, tellsTheState) {
 TEST_F(StatusItemControllerTest, leadsEverywhere) {
     show();
     EXPECT_EQ(titles(),
-        (QStringList { QStringLiteral("Ready"), QStringLiteral("Open Studio"), QStringLiteral("Settings..."),
-            QStringLiteral("Check for Updates..."), QStringLiteral("Quit Tolmi") }));
-    for (const size_t line : { 1, 2, 4 })
+        (QStringList { QStringLiteral("Ready"), QStringLiteral("Tolmi Flow"), QStringLiteral("Open Studio"),
+            QStringLiteral("Settings..."), QStringLiteral("Check for Updates..."),
+            QStringLiteral("Quit Tolmi") }));
+    for (const size_t line : { 1, 2, 3, 5 })
         item.menu[line].action();
-    EXPECT_EQ(
-        done, (QStringList { QStringLiteral("studio"), QStringLiteral("settings"), QStringLiteral("quit") }));
+    EXPECT_EQ(done,
+        (QStringList { QStringLiteral("popup"), QStringLiteral("studio"), QStringLiteral("settings"),
+            QStringLiteral("quit") }));
 }
 
 TEST_F(StatusItemControllerTest, cannotDoWhatItWasNotGiven) {
     show();
-    EXPECT_FALSE(item.menu[3].action);
+    EXPECT_FALSE(item.menu[4].action);
 }
 
 TEST_F(StatusItemControllerTest, followsTheLanguage) {
@@ -70,4 +73,10 @@ TEST_F(StatusItemControllerTest, showsAnErrorAsAMessage) {
     clock.advance(3);
     EXPECT_EQ(item.menu.front().title, QStringLiteral("Ready"));
     EXPECT_EQ(item.messages.size(), 1);
+}
+
+TEST_F(StatusItemControllerTest, pressTogglesThePopup) {
+    show();
+    item.activate();
+    EXPECT_EQ(done, QStringList { QStringLiteral("popup") });
 }

@@ -1,6 +1,8 @@
 #include "Support/FakeDesktopLook.h"
 #include "Support/FakeFlowCollaborators.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/FakePasteboard.h"
+#include "Support/FlowOverFakes.h"
+#include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
 #include "TolmiApp/ViewAppearance.h"
@@ -8,52 +10,93 @@
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
+#include <QFile>
 #include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QRegularExpression>
 
+#include <map>
 #include <memory>
 
 namespace {
 
-class QmlFiles : public ViewsTest { };
+const QString module = QStringLiteral(":/qt/qml/Tolmi/");
 
-/// What the files of the Studio's window need.
-class StudioRequirements {
+/// Has something for every property that a file requires of whoever makes it.
+class Requirements {
 public:
-    StudioRequirements(QQmlEngine &engine, const SettingsStore &settings, ViewTexts &texts)
-        : m_model(settings, m_router, {})
-        , m_texts(texts)
-        , m_nothing(engine.evaluate(QStringLiteral("(function() { return null })"))) { }
+    /// For required properties of that type.
+    void offer(QObject &model) {
+        m_models[QString::fromLatin1(model.metaObject()->className())] = QVariant::fromValue(&model);
+    }
 
-    QVariantMap of(const QString &file) {
-        QVariantMap required { { QStringLiteral("texts"), QVariant::fromValue(&m_texts) } };
-        if (file == QStringLiteral("ModelLoader.qml")) {
-            required.insert(QStringLiteral("makeModel"), QVariant::fromValue(m_nothing));
-            required.insert(QStringLiteral("view"), QUrl());
-            return required;
+    /// For required properties of that name whose type is not one of those offered.
+    void offer(const char *name, const QVariant &value) { m_values[QString::fromLatin1(name)] = value; }
+
+    QVariantMap of(const QString &file) const {
+        static const QRegularExpression declaration(
+            QStringLiteral("^    required property (\\w+) (\\w+)"), QRegularExpression::MultilineOption);
+        QVariantMap required;
+        for (const auto &found : declaration.globalMatch(sourceOf(file))) {
+            const auto model = m_models.find(found.captured(1));
+            required[found.captured(2)]
+                = model == m_models.end() ? m_values.value(found.captured(2)) : model->second;
         }
-        required.insert(QStringLiteral("model"), QVariant::fromValue(&m_model));
-        if (file == QStringLiteral("TolmiStudioWindowView.qml")
-            || file == QStringLiteral("StudioSidebar.qml"))
-            return required;
-        required.insert(QStringLiteral("name"), QStringLiteral("health"));
-        required.insert(QStringLiteral("title"), QStringLiteral("Health"));
-        required.insert(QStringLiteral("view"), QUrl());
-        return file == QStringLiteral("StudioWorkspace.qml") ? required : QVariantMap();
+        return required;
     }
 
 private:
-    FlowJournal m_journal;
-    FakeApplication m_application { m_journal };
-    StudioRouter m_router { m_application };
-    TolmiStudioWindowModel m_model;
-    ViewTexts &m_texts;
-    const QJSValue m_nothing;
+    static QString sourceOf(const QString &file) {
+        QFile source(module + file);
+        EXPECT_TRUE(source.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(source.readAll());
+    }
+
+    std::map<QString, QVariant> m_models;
+    QVariantMap m_values;
+};
+
+class QmlFiles : public ViewsTest {
+protected:
+    QmlFiles() {
+        requirements.offer(overlay);
+        requirements.offer(popup);
+        requirements.offer(*popup.profile());
+        requirements.offer(studio);
+        requirements.offer("texts", QVariant::fromValue<QObject *>(&texts));
+        requirements.offer("appearance", QVariant::fromValue<QObject *>(appearance));
+        requirements.offer("anchorItem", QVariant::fromValue(&anchor));
+        requirements.offer("makeModel",
+            QVariant::fromValue(engine.evaluate(QStringLiteral("(function() { return null })"))));
+        requirements.offer("view", QUrl());
+        requirements.offer("name", QStringLiteral("health"));
+        requirements.offer("title", QStringLiteral("Health"));
+        window.resize(600, 400);
+        window.show();
+    }
+
+    FlowOverFakes flow;
+    FakePasteboard pasteboard;
+    FlowJournal journal;
+    FakeApplication application { journal };
+    StudioRouter router { application };
+    const FakeDesktopLook look;
+    ViewTexts texts { flow.store, PlatformTexts::forLinux() };
+    OverlayViewModel overlay;
+    MenuBarPopupModel popup { flow.flow, pasteboard, {} };
+    TolmiStudioWindowModel studio { flow.store, router, {} };
+    ViewAppearance *const appearance = new ViewAppearance(engine, flow.store, look);
+    QQuickWindow window;
+    QQuickItem anchor { window.contentItem() };
+    Requirements requirements;
 };
 
 QStringList filesOfModule() {
-    return QDir(QStringLiteral(":/qt/qml/Tolmi")).entryList({ QStringLiteral("*.qml") });
+    QStringList files = QDir(module).entryList({ QStringLiteral("*.qml") });
+    for (const char *singleton : { "Metrics.qml", "Motion.qml", "TolmiPalette.qml", "Typography.qml" })
+        files.removeOne(QString::fromLatin1(singleton));
+    return files;
 }
 
 } // namespace
@@ -61,36 +104,14 @@ QStringList filesOfModule() {
 TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     const QStringList files = filesOfModule();
     ASSERT_GT(files.size(), 40);
-    OverlayViewModel model;
-    SettingsOverFakes settings;
-    ViewTexts texts(settings.store, PlatformTexts::forLinux());
-    StudioRequirements studio(engine, settings.store, texts);
-    const FakeDesktopLook look;
-    auto *appearance = new ViewAppearance(engine, settings.store, look);
-    QQuickWindow window;
-    window.resize(600, 400);
-    QQuickItem anchor(window.contentItem());
     for (const QString &file : files) {
         SCOPED_TRACE(file.toStdString());
-        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/") + file));
+        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc") + module + file));
         ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        QVariantMap required;
-        if (file == QStringLiteral("OverlayContentView.qml"))
-            required.insert(QStringLiteral("viewModel"), QVariant::fromValue(&model));
-        if (file == QStringLiteral("AppearanceLink.qml"))
-            required.insert(QStringLiteral("appearance"), QVariant::fromValue<QObject *>(appearance));
-        required.insert(studio.of(file));
-        if (file == QStringLiteral("OverlayToolTip.qml"))
-            required.insert(QStringLiteral("anchorItem"), QVariant::fromValue(&anchor));
-        const bool isSingleton = file == QStringLiteral("Metrics.qml") || file == QStringLiteral("Motion.qml")
-            || file == QStringLiteral("TolmiPalette.qml") || file == QStringLiteral("Typography.qml");
-        if (isSingleton)
-            continue;
-        const std::unique_ptr<QObject> object(component.createWithInitialProperties(required));
+        const std::unique_ptr<QObject> object(component.createWithInitialProperties(requirements.of(file)));
         ASSERT_TRUE(object) << component.errorString().toStdString();
         if (auto *item = qobject_cast<QQuickItem *>(object.get())) {
             item->setParentItem(window.contentItem());
-            window.show();
             QCoreApplication::processEvents();
             EXPECT_FALSE(window.grabWindow().isNull());
         }

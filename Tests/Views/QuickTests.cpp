@@ -1,4 +1,5 @@
 #include "TolmiApp/Views.h"
+#include "Views/PopupFixture.h"
 #include "Views/StudioStage.h"
 
 #include <QQmlEngine>
@@ -9,11 +10,12 @@ class Setup : public QObject {
     Q_OBJECT
 
 public Q_SLOTS:
-    void applicationAvailable() { Views::prepareApplication(); }
-    void qmlEngineAvailable(QQmlEngine *engine) {
-        Views::prepareEngine(*engine);
+    void applicationAvailable() {
+        Views::prepareApplication();
+        qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
         qmlRegisterType<StudioStage>("TolmiTesting", 1, 0, "StudioStage");
     }
+    void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(tolmi, Setup)

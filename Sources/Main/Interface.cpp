@@ -1,0 +1,110 @@
+#include "Main/Interface.h"
+
+#include "Main/Adapters.h"
+#include "Platform/Desktop/QtStatusItem.h"
+#include "TolmiApp/DictationFlowManager.h"
+#include "TolmiApp/MenuBarPopupModel.h"
+#include "TolmiApp/MenuBarPopupWindow.h"
+#include "TolmiApp/QuickStudioWindow.h"
+#include "TolmiApp/SettingsStore.h"
+#include "TolmiApp/StatusItemController.h"
+#include "TolmiApp/StudioRouting.h"
+#include "TolmiApp/TolmiStudioWindowModel.h"
+#include "TolmiApp/ViewAppearance.h"
+#include "TolmiApp/ViewTexts.h"
+
+#include <QIcon>
+
+namespace {
+/// The popup with all that is made for it at the first press of the status item.
+struct Popup {
+    Popup(const Interface::Program &program, MenuBarPopupModel::Actions actions)
+        : model(program.flow, program.adapters.pasteboard, std::move(actions))
+        , texts(program.flow->settings(), PlatformTexts::forLinux())
+        , window({ model, texts, program.adapters.overlayWindows, program.adapters.clock,
+              [program](QQmlEngine &engine) {
+                  new ViewAppearance(engine, program.flow->settings(), program.adapters.look);
+              } }) { }
+
+    MenuBarPopupModel model;
+    ViewTexts texts;
+    MenuBarPopupWindow window;
+};
+} // namespace
+
+/// Declared in the order of construction, as everywhere in this folder.
+struct Interface::Parts {
+    explicit Parts(Program given)
+        : program(std::move(given)) { }
+
+    TolmiStudioWindowModel::Content studioContent();
+    StatusItemController::Actions statusActions();
+    MenuBarPopupModel::Actions popupActions();
+    std::function<void()> opening(StudioDestination destination);
+    void open(StudioDestination destination);
+    void togglePopup();
+
+    const Program program;
+    StudioRouter router { program.adapters.application };
+    TolmiStudioWindowModel studioModel { program.flow->settings(), router, studioContent() };
+    QuickStudioWindow studio { studioModel, program.flow->settings(), program.adapters.look };
+    std::unique_ptr<Popup> popup;
+    QtStatusItem statusItem { QIcon(QStringLiteral(":/AppIcon.png")) };
+    StatusItemController status { statusItem, program.flow, statusActions() };
+};
+
+TolmiStudioWindowModel::Content Interface::Parts::studioContent() {
+    return { .quit = program.quit };
+}
+
+std::function<void()> Interface::Parts::opening(StudioDestination destination) {
+    return [this, destination] { open(destination); };
+}
+
+StatusItemController::Actions Interface::Parts::statusActions() {
+    return { .togglePopup = [this] { togglePopup(); },
+        .openStudio = opening(StudioDestination::CommandCenter),
+        .openSettings = opening(StudioDestination::Settings),
+        .quit = program.quit };
+}
+
+MenuBarPopupModel::Actions Interface::Parts::popupActions() {
+    return { .openCommandCenter = opening(StudioDestination::CommandCenter),
+        .openProfile = opening(StudioDestination::Profile),
+        .openSettings = opening(StudioDestination::Settings),
+        .checkForUpdates = [] {},
+        .quit = program.quit };
+}
+
+void Interface::Parts::open(StudioDestination destination) {
+    router.open(destination, [this](const QString &id) {
+        if (id == TolmiWindowID::studio)
+            studio.show();
+    });
+}
+
+void Interface::Parts::togglePopup() {
+    if (!popup)
+        popup = std::make_unique<Popup>(program, popupActions());
+    popup->window.toggle(statusItem.geometry());
+}
+
+Interface::Interface(Program program)
+    : m_parts(std::make_unique<Parts>(std::move(program))) { }
+
+Interface::~Interface() = default;
+
+bool Interface::hasStatusItem() const {
+    const Availability tray = m_parts->statusItem.availability();
+    if (!tray.isAvailable())
+        logLine(QStringLiteral("Tolmi: there is no sign of it in a panel, because ") + tray.reason);
+    return tray.isAvailable();
+}
+
+void Interface::openStudio(StudioDestination destination) {
+    m_parts->open(destination);
+}
+
+void Interface::openStudio() {
+    m_parts->open(m_parts->router.destination());
+}

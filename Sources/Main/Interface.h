@@ -1,0 +1,37 @@
+#pragma once
+
+#include "TolmiApp/StudioDestination.h"
+
+#include <functional>
+#include <memory>
+
+class DictationFlowManager;
+struct Adapters;
+
+/// Builds and owns everything that one sees beside the overlay: the status item, the popup and the Studio.
+class Interface {
+public:
+    /// What the windows show. The adapters outlive the interface.
+    struct Program {
+        Adapters &adapters;
+        std::shared_ptr<DictationFlowManager> flow;
+        /// Ends the program.
+        std::function<void()> quit;
+    };
+
+    /// Shows the status item. Loads no view.
+    explicit Interface(Program program);
+    ~Interface();
+
+    /// Whether the desktop shows the status item; says so in the log where it does not.
+    bool hasStatusItem() const;
+
+    /// Opens the Studio at a workspace, or brings it to the front.
+    void openStudio(StudioDestination destination);
+    /// The same, at the workspace that it shows or showed last.
+    void openStudio();
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
+};
