@@ -49,6 +49,13 @@ protected:
         return at < 0 ? 0 : geometry.mid(at + 6).section(u'\n', 0, 0).toInt();
     }
 
+    /// What the screen shows where the floating sign has its symbol.
+    static QString middleOfTheSign() {
+        return answerOf(QStringLiteral("import"),
+            { QStringLiteral("-window"), QStringLiteral("root"), QStringLiteral("-crop"),
+                QStringLiteral("1x1+960+83"), QStringLiteral("txt:-") });
+    }
+
     HomeOptions m_home;
     VirtualUser m_user;
     RunningProgram m_program;
@@ -97,4 +104,17 @@ TEST_F(Studio, ShortcutsReachTheWorkspacesAndTheEnd) {
     EXPECT_TRUE(waitUntil([] { return width() == 1140; }));
     m_user.typeWithControl("q");
     EXPECT_TRUE(waitUntil([this] { return !m_program.isRunning(); }));
+}
+
+TEST_F(Studio, FloatingSignIsSeenBesideIt) {
+    start({});
+    ASSERT_TRUE(waitUntil([] { return hasKeyboard(); }));
+    m_user.typeWithControl("4");
+    ASSERT_TRUE(waitUntil([] { return width() == 1140; })) << "the program is through with its activation";
+    const QString desktop = middleOfTheSign();
+    ASSERT_FALSE(desktop.isEmpty());
+    m_user.press(VirtualUser::rightAlt);
+    EXPECT_TRUE(waitUntil([&desktop] { return middleOfTheSign() != desktop; }));
+    EXPECT_EQ(m_program.state(), QStringLiteral("recording"));
+    m_user.release(VirtualUser::rightAlt);
 }
