@@ -50,16 +50,17 @@ QByteArray outputOf(const QString &program, const QStringList &arguments) {
 }
 
 // The window grows for the history, which tells that the program has got the key. A program that is still
-// busy with opening its window would take being active for news when the user is long in another one.
+// busy with opening its window would take being active for news when the user is long in another one. Keys
+// that come before the program has heard of its focus go nowhere.
 bool goesToTheHistory(VirtualUser &user) {
     const auto isActive = [] {
         return outputOf("xdotool", { "getactivewindow", "getwindowname" }) == "Tolmi Studio\n";
     };
     if (!waitUntil(isActive, 20))
         return false;
-    user.typeWithControl("4");
     return waitUntil(
-        [] {
+        [&user] {
+            user.typeWithControl("4");
             return outputOf("xdotool", { "getactivewindow", "getwindowgeometry" }).contains("1140x");
         },
         20);
