@@ -19,6 +19,9 @@ void prepareApplication() {
     font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
     QGuiApplication::setFont(font);
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    // Some machines draw all windows with the graphics context of the first one, and one without an alpha
+    // channel leaves the translucent windows empty.
+    QQuickWindow::setDefaultAlphaBuffer(true);
 }
 
 void prepareEngine(QQmlEngine &engine) {

@@ -49,6 +49,22 @@ protected:
         return at < 0 ? 0 : geometry.mid(at + 6).section(u'\n', 0, 0).toInt();
     }
 
+    /// Waits for the window and goes to the history, the one workspace that needs more room than the window
+    /// has at first. Keys that come before the program has heard of its focus go nowhere.
+    bool goesToTheHistory() {
+        return waitUntil([] { return hasKeyboard(); }) && waitUntil([this] {
+            m_user.typeWithControl("4");
+            return width() == 1140;
+        });
+    }
+
+    /// What the screen shows where the floating sign has its symbol.
+    static QString middleOfTheSign() {
+        return answerOf(QStringLiteral("import"),
+            { QStringLiteral("-window"), QStringLiteral("root"), QStringLiteral("-crop"),
+                QStringLiteral("1x1+960+83"), QStringLiteral("txt:-") });
+    }
+
     HomeOptions m_home;
     VirtualUser m_user;
     RunningProgram m_program;
@@ -80,21 +96,30 @@ TEST_F(Studio, SecondStartBringsItBeforeTheProgramInUse) {
     EXPECT_TRUE(waitUntil([] { return hasKeyboard(); })) << "an open window comes to the front again";
 }
 
-// The history is the workspace that needs more room than the window has at first.
-TEST_F(Studio, KeyboardGoesFromWorkspaceToWorkspace) {
+TEST_F(Studio, ArrowsGoFromWorkspaceToWorkspace) {
     start({});
     ASSERT_TRUE(waitUntil([] { return hasKeyboard(); }));
     EXPECT_EQ(width(), 1100);
-    for (int count = 0; count < 3; ++count)
+    EXPECT_TRUE(waitUntil([this] {
         m_user.type("Down");
-    EXPECT_TRUE(waitUntil([] { return width() == 1140; }));
+        return width() == 1140;
+    }));
 }
 
 TEST_F(Studio, ShortcutsReachTheWorkspacesAndTheEnd) {
     start({});
-    ASSERT_TRUE(waitUntil([] { return hasKeyboard(); }));
-    m_user.typeWithControl("4");
-    EXPECT_TRUE(waitUntil([] { return width() == 1140; }));
+    EXPECT_TRUE(goesToTheHistory());
     m_user.typeWithControl("q");
     EXPECT_TRUE(waitUntil([this] { return !m_program.isRunning(); }));
+}
+
+TEST_F(Studio, FloatingSignIsSeenBesideIt) {
+    start({});
+    ASSERT_TRUE(goesToTheHistory());
+    const QString desktop = middleOfTheSign();
+    ASSERT_FALSE(desktop.isEmpty());
+    m_user.press(VirtualUser::rightAlt);
+    EXPECT_TRUE(waitUntil([&desktop] { return middleOfTheSign() != desktop; }));
+    EXPECT_EQ(m_program.state(), QStringLiteral("recording"));
+    m_user.release(VirtualUser::rightAlt);
 }
