@@ -1,7 +1,9 @@
 #pragma once
 
 #include "TolmiApp/DictationState.h"
+#include "TolmiApp/HealthModel.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/TemplatesModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -20,4 +22,25 @@ struct OverlayViewModelForViews {
     QML_FOREIGN(OverlayViewModel)
     QML_NAMED_ELEMENT(OverlayViewModel)
     QML_UNCREATABLE("The overlay has one already")
+};
+
+/// How a check went, as HealthCheckItem.Ok and so on.
+namespace HealthCheckItemForViews {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(HealthCheckItem)
+QML_NAMED_ELEMENT(HealthCheckItem)
+} // namespace HealthCheckItemForViews
+
+/// The models of workspaces, made for each showing.
+struct HealthModelForViews {
+    Q_GADGET
+    QML_FOREIGN(HealthModel)
+    QML_NAMED_ELEMENT(HealthModel)
+    QML_UNCREATABLE("The workspace is given one")
+};
+struct TemplatesModelForViews {
+    Q_GADGET
+    QML_FOREIGN(TemplatesModel)
+    QML_NAMED_ELEMENT(TemplatesModel)
+    QML_UNCREATABLE("The workspace is given one")
 };

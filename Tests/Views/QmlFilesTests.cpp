@@ -1,4 +1,6 @@
 #include "TolmiApp/OverlayPanel.h"
+#include "Views/HealthStage.h"
+#include "Views/TemplatesStage.h"
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
@@ -22,6 +24,8 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     const QStringList files = filesOfModule();
     ASSERT_GT(files.size(), 40);
     OverlayViewModel model;
+    HealthStage health;
+    TemplatesStage templates;
     QQuickWindow window;
     window.resize(600, 400);
     QQuickItem anchor(window.contentItem());
@@ -32,6 +36,14 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
         QVariantMap required;
         if (file == QStringLiteral("OverlayContentView.qml"))
             required.insert(QStringLiteral("viewModel"), QVariant::fromValue(&model));
+        if (file == QStringLiteral("HealthCheckRow.qml"))
+            required.insert(QStringLiteral("item"), QVariant::fromValue(health.model()->items().first()));
+        if (file == QStringLiteral("StudioHealthView.qml"))
+            required = { { QStringLiteral("model"), QVariant::fromValue(health.model()) },
+                { QStringLiteral("texts"), QVariant::fromValue(health.texts()) } };
+        if (file == QStringLiteral("StudioTemplatesView.qml"))
+            required = { { QStringLiteral("model"), QVariant::fromValue(templates.model()) },
+                { QStringLiteral("texts"), QVariant::fromValue(templates.texts()) } };
         if (file == QStringLiteral("OverlayToolTip.qml"))
             required.insert(QStringLiteral("anchorItem"), QVariant::fromValue(&anchor));
         const bool isSingleton = file == QStringLiteral("Metrics.qml") || file == QStringLiteral("Motion.qml")

@@ -1,4 +1,6 @@
 #include "TolmiApp/Views.h"
+#include "Views/HealthStage.h"
+#include "Views/TemplatesStage.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -9,7 +11,11 @@ class Setup : public QObject {
 
 public Q_SLOTS:
     void applicationAvailable() { Views::prepareApplication(); }
-    void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
+    void qmlEngineAvailable(QQmlEngine *engine) {
+        Views::prepareEngine(*engine);
+        qmlRegisterType<HealthStage>("TolmiTesting", 1, 0, "HealthStage");
+        qmlRegisterType<TemplatesStage>("TolmiTesting", 1, 0, "TemplatesStage");
+    }
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(tolmi, Setup)
