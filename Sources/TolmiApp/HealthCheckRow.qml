@@ -79,6 +79,8 @@ GlassPanel {
     Column {
         x: 38
         width: parent.width - x
+        // The row keeps its height while nothing is known yet.
+        bottomPadding: hint.visible ? 0 : spacing + hint.role.lineHeight
         spacing: 2
 
         StudioText {
@@ -94,6 +96,8 @@ GlassPanel {
             text: row.item.message
         }
         StudioText {
+            id: hint
+
             objectName: "hint"
             width: parent.width
             role: Typography.caption

@@ -100,6 +100,10 @@ TestCase {
         run.forceActiveFocus(Qt.TabFocusReason);
         keyClick(Qt.Key_Space);
         compare(stage.probeCount, 2);
+        stage.answerProbe(true);
+        verify(run.activeFocus);
+        keyClick(Qt.Key_Return);
+        compare(stage.probeCount, 3);
     }
     function test_runsOnReturnToTheProgram() {
         stage.answerProbe(true);
@@ -124,7 +128,10 @@ TestCase {
     }
     function test_keepsItsRows() {
         const before = row("model");
+        const y = before.y;
         stage.answerProbe(true);
+        waitForRendering(view);
+        compare(before.y, y);
         mouseClick(findChild(view, "run"));
         stage.answerProbe(true);
         compare(row("model"), before);

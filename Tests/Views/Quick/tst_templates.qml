@@ -95,7 +95,7 @@ TestCase {
     }
     function test_byKeyboard() {
         stage.choose("ship it");
-        part("input").children[2].forceActiveFocus(Qt.TabFocusReason);
+        findChild(part("input"), "content").forceActiveFocus(Qt.TabFocusReason);
         keyClick(Qt.Key_Tab);
         verify(part("preset").activeFocus);
         keyClick(Qt.Key_Down);
