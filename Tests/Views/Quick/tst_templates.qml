@@ -157,6 +157,16 @@ TestCase {
         const y = part("preset").mapToItem(view, 0, 0).y;
         verify(y >= 0 && y < view.height);
     }
+    function test_staysWhereALongPreviewIsPressed() {
+        stage.choose("one two three. ".repeat(400));
+        press("apply");
+        waitForRendering(view);
+        view.contentY = 300;
+        const content = findChild(part("output"), "content");
+        mouseClick(content, 20, 40);
+        verify(content.activeFocus);
+        compare(view.contentY, 300);
+    }
     function test_isNamedForThoseWhoCannotSee() {
         compare(part("preset").Accessible.name, "Preset");
         compare(part("apply").Accessible.name, "Apply Template");
