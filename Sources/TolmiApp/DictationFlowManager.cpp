@@ -7,7 +7,6 @@
 #include "TolmiApp/DictationStages.h"
 #include "TolmiApp/SettingsStore.h"
 
-
 std::shared_ptr<DictationFlowManager> DictationFlowManager::create(DictationFlowCollaborators collaborators,
     DictationFlowPlatform platform, std::shared_ptr<SettingsStore> settings) {
     const std::shared_ptr<DictationFlowManager> manager(

@@ -89,11 +89,13 @@ GlassPanel {
             height: 24
             role: Typography.head
             text: row.item.title
+            Accessible.ignored: true
         }
         StudioText {
             objectName: "message"
             width: parent.width
             text: row.item.message
+            Accessible.ignored: true
         }
         StudioText {
             id: hint
@@ -105,6 +107,7 @@ GlassPanel {
             color: TolmiPalette.tertiaryText
             wrapMode: Text.Wrap
             visible: text !== ""
+            Accessible.ignored: true
         }
     }
 }
