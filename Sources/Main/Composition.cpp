@@ -59,7 +59,8 @@ void Composition::Parts::start() {
         = std::make_shared<TranscriptionHistory>(adapters.clock, adapters.fileManager, adapters.fileWriter);
     flow = DictationFlowManager::create(
         collaborators(), { adapters.clock, adapters.fileManager, adapters.application }, settings);
-    interface = std::make_unique<Interface>(Interface::Program { adapters, flow, surroundings.quit });
+    interface = std::make_unique<Interface>(
+        Interface::Program { adapters, flow, history, surroundings.quit });
     // After the key listens: a window takes its time.
     adapters.clock.post([this] { openStudioIfItIsNeeded(); });
 }

@@ -3,12 +3,14 @@
 #include "Main/Adapters.h"
 #include "Platform/Desktop/QtStatusItem.h"
 #include "TolmiApp/DictationFlowManager.h"
+#include "TolmiApp/HealthModel.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/MenuBarPopupWindow.h"
 #include "TolmiApp/QuickStudioWindow.h"
 #include "TolmiApp/SettingsStore.h"
 #include "TolmiApp/StatusItemController.h"
 #include "TolmiApp/StudioRouting.h"
+#include "TolmiApp/TemplatesModel.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
 #include "TolmiApp/ViewAppearance.h"
 #include "TolmiApp/ViewTexts.h"
@@ -38,6 +40,8 @@ struct Interface::Parts {
         : program(std::move(given)) { }
 
     TolmiStudioWindowModel::Content studioContent();
+    std::unique_ptr<QObject> templates(TolmiStudioWindowModel &studio);
+    std::unique_ptr<QObject> health();
     StatusItemController::Actions statusActions();
     MenuBarPopupModel::Actions popupActions();
     std::function<void()> opening(StudioDestination destination);
@@ -54,7 +58,23 @@ struct Interface::Parts {
 };
 
 TolmiStudioWindowModel::Content Interface::Parts::studioContent() {
-    return { .quit = program.quit };
+    return { .workspaces
+        = { { StudioDestination::Templates, [this](auto &studio) { return templates(studio); } },
+            { StudioDestination::Health, [this](auto &) { return health(); } } },
+        .quit = program.quit };
+}
+
+std::unique_ptr<QObject> Interface::Parts::templates(TolmiStudioWindowModel &studio) {
+    return std::make_unique<TemplatesModel>(
+        *program.history, program.flow->settings(), studio.historySelection(), program.adapters.pasteboard);
+}
+
+std::unique_ptr<QObject> Interface::Parts::health() {
+    Adapters &on = program.adapters;
+    return std::make_unique<HealthModel>(program.flow->settings(), on.application,
+        StudioHealthCheckService(
+            StudioHealthCheckService::Platform { on.microphone, on.accessibility, on.fileManager, on.http },
+            PlatformTexts::forLinux()));
 }
 
 std::function<void()> Interface::Parts::opening(StudioDestination destination) {

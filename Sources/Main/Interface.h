@@ -6,6 +6,7 @@
 #include <memory>
 
 class DictationFlowManager;
+class TranscriptionHistory;
 struct Adapters;
 
 /// Builds and owns everything that one sees beside the overlay: the status item, the popup and the Studio.
@@ -15,6 +16,7 @@ public:
     struct Program {
         Adapters &adapters;
         std::shared_ptr<DictationFlowManager> flow;
+        std::shared_ptr<TranscriptionHistory> history;
         /// Ends the program.
         std::function<void()> quit;
     };

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "TolmiApp/DictationState.h"
+#include "TolmiApp/HealthModel.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ProfileChipModel.h"
+#include "TolmiApp/TemplatesModel.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -47,4 +49,25 @@ struct ProfileChipModelForViews {
     QML_FOREIGN(ProfileChipModel)
     QML_NAMED_ELEMENT(ProfileChipModel)
     QML_UNCREATABLE("The model of the view has one")
+};
+
+/// How a check went, as HealthCheckItem.Ok and so on.
+namespace HealthCheckItemForViews {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(HealthCheckItem)
+QML_NAMED_ELEMENT(HealthCheckItem)
+} // namespace HealthCheckItemForViews
+
+/// The models of workspaces, made for each showing.
+struct HealthModelForViews {
+    Q_GADGET
+    QML_FOREIGN(HealthModel)
+    QML_NAMED_ELEMENT(HealthModel)
+    QML_UNCREATABLE("The workspace is given one")
+};
+struct TemplatesModelForViews {
+    Q_GADGET
+    QML_FOREIGN(TemplatesModel)
+    QML_NAMED_ELEMENT(TemplatesModel)
+    QML_UNCREATABLE("The workspace is given one")
 };

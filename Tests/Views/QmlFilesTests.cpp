@@ -7,6 +7,8 @@
 #include "TolmiApp/TolmiStudioWindowModel.h"
 #include "TolmiApp/ViewAppearance.h"
 #include "TolmiApp/ViewTexts.h"
+#include "Views/HealthStage.h"
+#include "Views/TemplatesStage.h"
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
@@ -64,6 +66,9 @@ protected:
         requirements.offer(popup);
         requirements.offer(*popup.profile());
         requirements.offer(studio);
+        requirements.offer(*health.model());
+        requirements.offer(*templates.model());
+        requirements.offer("item", QVariant::fromValue(health.model()->items().first()));
         requirements.offer("texts", QVariant::fromValue<QObject *>(&texts));
         requirements.offer("appearance", QVariant::fromValue<QObject *>(appearance));
         requirements.offer("anchorItem", QVariant::fromValue(&anchor));
@@ -89,6 +94,8 @@ protected:
     ViewAppearance *const appearance = new ViewAppearance(engine, flow.store, look);
     QQuickWindow window;
     QQuickItem anchor { window.contentItem() };
+    HealthStage health;
+    TemplatesStage templates;
     Requirements requirements;
 };
 

@@ -34,8 +34,8 @@ QWindowList shownWindows() {
 QtApplication::QtApplication(const DesktopLook &look)
     : m_look(look) {
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state == Qt::ApplicationActive && m_didBecomeActive)
-            m_didBecomeActive();
+        if (state == Qt::ApplicationActive)
+            Q_EMIT didBecomeActive();
     });
     connect(&look, &DesktopLook::changed, this, [this] { applyAppearance(); });
 }
@@ -49,10 +49,6 @@ void QtApplication::applyAppearance() {
     const std::optional<Appearance> shown = m_appearance ? m_appearance : m_look.appearance();
     QApplication::setPalette(
         shown == Appearance::Dark ? darkPalette() : QApplication::style()->standardPalette());
-}
-
-void QtApplication::setDidBecomeActiveObserver(std::function<void()> observer) {
-    m_didBecomeActive = std::move(observer);
 }
 
 void QtApplication::activate() {

@@ -3,12 +3,10 @@
 #include "Platform/Application.h"
 #include "Platform/DesktopLook.h"
 
-#include <QObject>
-
 class QWindow;
 
 /// The Qt application object behind the seam. It must exist before and after this.
-class QtApplication : public QObject, public Application {
+class QtApplication : public Application {
     Q_OBJECT
 
 public:
@@ -16,7 +14,6 @@ public:
     explicit QtApplication(const DesktopLook &look);
 
     void setAppearance(std::optional<Appearance> appearance) final;
-    void setDidBecomeActiveObserver(std::function<void()> observer) final;
     void activate() final;
     void orderFront(const QString &title) final;
 
@@ -29,5 +26,4 @@ private:
 
     const DesktopLook &m_look;
     std::optional<Appearance> m_appearance;
-    std::function<void()> m_didBecomeActive;
 };
