@@ -9,6 +9,8 @@
 #include "Platform/Desktop/QtStatusItem.h"
 #include "Platform/Desktop/QtSystemSounds.h"
 #include "Platform/Desktop/SndFileStore.h"
+#include "Platform/Desktop/SodiumSignatureVerifier.h"
+#include "Platform/Desktop/UserFolders.h"
 #include "Platform/Linux/InjectedKeys.h"
 #include "Platform/Linux/LinuxAtomicFileWriter.h"
 #include "Platform/Linux/LinuxFileListing.h"
@@ -25,7 +27,11 @@
 #include "Platform/Linux/X11PasteKeystroke.h"
 #include "Platform/Linux/X11Pasteboard.h"
 #include "Platform/Log.h"
+#include "Platform/SerialQueue.h"
+#include "Text/Text.h"
 #include "TolmiApp/AdaptiveTranscriptionService.h"
+#include "TolmiApp/AppUpdater.h"
+#include "TolmiApp/AppcastUpdater.h"
 #include "TolmiApp/AudioRecorder.h"
 #include "TolmiApp/AudioRetentionSweeper.h"
 #include "TolmiApp/DictationFlowManager.h"
@@ -39,10 +45,13 @@
 #include "TolmiApp/StatusItemController.h"
 #include "TolmiApp/SystemPasteService.h"
 #include "TolmiApp/TranscriptionHistory.h"
+#include "TolmiApp/UpdateDialogModel.h"
+#include "TolmiApp/UpdateWindow.h"
 #include "TolmiCore/OllamaRefiner.h"
 #include "TolmiCore/RuleBasedRefiner.h"
 
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QIcon>
 
 namespace {
@@ -66,6 +75,8 @@ struct Composition::Parts {
     DictationFlowCollaborators collaborators();
     std::shared_ptr<SettingsStore> makeSettings();
     void startFlow();
+    UpdateSource updateSource() const;
+    std::shared_ptr<UpdaterController> makeUpdaterController();
 
     BundleInfo bundle;
     std::function<void()> quit;
@@ -99,6 +110,14 @@ struct Composition::Parts {
     std::shared_ptr<DictationFlowManager> flow;
     std::unique_ptr<QtStatusItem> statusItem;
     std::unique_ptr<StatusItemController> status;
+
+    // updates
+    SodiumSignatureVerifier signatures;
+    SerialQueue updateFiles { QStringLiteral("Tolmi.Updates.files") };
+    UpdatePrompt updatePrompt;
+    std::unique_ptr<UpdateDialogModel> updateDialog;
+    std::unique_ptr<UpdateWindow> updateWindow;
+    std::unique_ptr<AppUpdater> updater;
 };
 
 DictationFlowCollaborators Composition::Parts::collaborators() {
@@ -141,6 +160,32 @@ void Composition::Parts::startFlow() {
     const Availability tray = statusItem->availability();
     if (!tray.isAvailable())
         logLine(QStringLiteral("Tolmi: there is no sign of it in a panel, because ") + tray.reason);
+    updater = std::make_unique<AppUpdater>(
+        bundle, [this] { return makeUpdaterController(); }, clock);
+}
+
+UpdateSource Composition::Parts::updateSource() const {
+    const auto told = [this](const char *key) {
+        return Text::trimmed(bundle.infoDictionary.value(QLatin1String(key)).toString());
+    };
+    UpdateSource source;
+    source.feedURL = QUrl(told("SUFeedURL"));
+    source.publicKey = told("SUPublicEDKey");
+    source.installedVersion = told("CFBundleShortVersionString");
+    source.downloadsDirectory = downloadsDirectory();
+    return source;
+}
+
+/// The updater of a program that was built with a feed, and the window that shows what it finds.
+std::shared_ptr<UpdaterController> Composition::Parts::makeUpdaterController() {
+    const UpdateSource source = updateSource();
+    updateDialog = std::make_unique<UpdateDialogModel>(
+        updatePrompt, flow->settings(), source.installedVersion, [](const FileURL &file) {
+            QDesktopServices::openUrl(QUrl::fromLocalFile(file.deletingLastPathComponent().path()));
+        });
+    updateWindow = std::make_unique<UpdateWindow>(*updateDialog, [](QQmlEngine &) {});
+    return AppcastUpdater::create(
+        { http, defaults, clock, fileManager, fileWriter, signatures, updateFiles }, source, updatePrompt);
 }
 
 Composition::Composition(Surroundings surroundings)

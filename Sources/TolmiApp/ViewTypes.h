@@ -2,6 +2,7 @@
 
 #include "TolmiApp/DictationState.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/UpdateDialogModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -20,4 +21,18 @@ struct OverlayViewModelForViews {
     QML_FOREIGN(OverlayViewModel)
     QML_NAMED_ELEMENT(OverlayViewModel)
     QML_UNCREATABLE("The overlay has one already")
+};
+
+/// What the dialog about updates says, and the phases that it has.
+struct UpdateDialogModelForViews {
+    Q_GADGET
+    QML_FOREIGN(UpdateDialogModel)
+    QML_NAMED_ELEMENT(UpdateDialogModel)
+    QML_UNCREATABLE("The program's root makes it")
+};
+struct UpdatePromptForViews {
+    Q_GADGET
+    QML_FOREIGN(UpdatePrompt)
+    QML_NAMED_ELEMENT(UpdatePrompt)
+    QML_UNCREATABLE("The program's root makes it")
 };

@@ -1,4 +1,6 @@
+#include "Support/SettingsOverFakes.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/UpdateDialogModel.h"
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
@@ -22,6 +24,9 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     const QStringList files = filesOfModule();
     ASSERT_GT(files.size(), 40);
     OverlayViewModel model;
+    SettingsOverFakes settings;
+    UpdatePrompt updatePrompt;
+    UpdateDialogModel updates { updatePrompt, settings.store, {}, [](const FileURL &) {} };
     QQuickWindow window;
     window.resize(600, 400);
     QQuickItem anchor(window.contentItem());
@@ -34,6 +39,8 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
             required.insert(QStringLiteral("viewModel"), QVariant::fromValue(&model));
         if (file == QStringLiteral("OverlayToolTip.qml"))
             required.insert(QStringLiteral("anchorItem"), QVariant::fromValue(&anchor));
+        if (file == QStringLiteral("UpdateDialogView.qml"))
+            required.insert(QStringLiteral("model"), QVariant::fromValue(&updates));
         const bool isSingleton = file == QStringLiteral("Metrics.qml") || file == QStringLiteral("Motion.qml")
             || file == QStringLiteral("TolmiPalette.qml") || file == QStringLiteral("Typography.qml");
         if (isSingleton)
