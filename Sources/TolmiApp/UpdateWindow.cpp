@@ -6,7 +6,6 @@
 #include <QEvent>
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QQuickView>
 
 UpdateWindow::UpdateWindow(UpdateDialogModel &model, PrepareEngine prepareEngine)
     : m_model(model)
@@ -15,7 +14,9 @@ UpdateWindow::UpdateWindow(UpdateDialogModel &model, PrepareEngine prepareEngine
     connect(&model, &UpdateDialogModel::contentChanged, this, &UpdateWindow::rename);
 }
 
-UpdateWindow::~UpdateWindow() = default;
+UpdateWindow::~UpdateWindow() {
+    delete m_closedView;
+}
 
 void UpdateWindow::follow() {
     const bool isWanted = m_model.phase() != UpdatePrompt::Phase::Hidden;
@@ -49,7 +50,8 @@ void UpdateWindow::open() {
 void UpdateWindow::close() {
     m_view->hide();
     // The answer that closes the dialog comes from a button in it.
-    m_view.release()->deleteLater();
+    m_closedView = m_view.release();
+    m_closedView->deleteLater();
 }
 
 void UpdateWindow::fit() {

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QQuickView>
 
 #include <functional>
 #include <memory>
 
 class QQmlEngine;
-class QQuickView;
 class UpdateDialogModel;
 
 /// The dialog about updates as a window of the desktop, there only while there is something to show.
@@ -37,4 +38,6 @@ private:
     UpdateDialogModel &m_model;
     const PrepareEngine m_prepareEngine;
     std::unique_ptr<QQuickView> m_view;
+    /// The one that goes in a later turn of the main loop, or with this.
+    QPointer<QQuickView> m_closedView;
 };
