@@ -2,6 +2,7 @@
 
 #include "TolmiApp/DictationState.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/TolmiStudioWindowModel.h"
 #include "TolmiApp/UpdateDialogModel.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -35,4 +36,12 @@ struct UpdatePromptForViews {
     QML_FOREIGN(UpdatePrompt)
     QML_NAMED_ELEMENT(UpdatePrompt)
     QML_UNCREATABLE("The program's root makes it")
+};
+
+/// What the Studio's window knows, made by the program's root.
+struct TolmiStudioWindowModelForViews {
+    Q_GADGET
+    QML_FOREIGN(TolmiStudioWindowModel)
+    QML_NAMED_ELEMENT(TolmiStudioWindowModel)
+    QML_UNCREATABLE("The program has one already")
 };

@@ -1,4 +1,5 @@
 #include "TolmiApp/Views.h"
+#include "Views/StudioStage.h"
 #include "Views/UpdateStage.h"
 
 #include <QQmlEngine>
@@ -12,6 +13,7 @@ public Q_SLOTS:
     void applicationAvailable() { Views::prepareApplication(); }
     void qmlEngineAvailable(QQmlEngine *engine) {
         Views::prepareEngine(*engine);
+        qmlRegisterType<StudioStage>("TolmiTesting", 1, 0, "StudioStage");
         qmlRegisterType<UpdateStage>("TolmiTesting", 1, 0, "UpdateStage");
     }
 };

@@ -31,6 +31,7 @@ bool prepareHome(const HomeOptions &options) {
     QJsonObject settings = options.settings;
     settings.insert("tolmi.language", options.language);
     settings.insert("tolmi.uiLanguage", "en");
+    settings.insert("tolmi.onboarding.completed", true);
     if (!options.model.isEmpty())
         settings.insert("tolmi.modelPath", options.model);
     QDir().mkpath(QFileInfo(settingsPath()).path());
