@@ -6,6 +6,7 @@
 #include "Platform/Desktop/QtHttpClient.h"
 #include "Platform/Desktop/QtSystemSounds.h"
 #include "Platform/Desktop/SndFileStore.h"
+#include "Platform/Desktop/SodiumSignatureVerifier.h"
 #include "Platform/Linux/InjectedKeys.h"
 #include "Platform/Linux/LinuxAtomicFileWriter.h"
 #include "Platform/Linux/LinuxFileListing.h"
@@ -43,6 +44,7 @@ struct Adapters {
     FileUserDefaults defaults { settingsFileURL(folders, fileManager), fileManager, fileWriter };
     LocalSocketInstance instance { fileManager.temporaryDirectory() };
     QtHttpClient http { clock };
+    SodiumSignatureVerifier signatures;
     QtSystemSounds sounds;
     PulseConnection soundServer;
     PulseAudioEngine audioEngine { soundServer };

@@ -3,6 +3,7 @@
 #include "Main/Adapters.h"
 #include "Main/BundleInformation.h"
 #include "Main/Interface.h"
+#include "Main/Updates.h"
 #include "TolmiApp/AdaptiveTranscriptionService.h"
 #include "TolmiApp/AudioRecorder.h"
 #include "TolmiApp/AudioRetentionSweeper.h"
@@ -50,6 +51,7 @@ struct Composition::Parts {
     std::shared_ptr<SettingsStore> settings;
     std::shared_ptr<TranscriptionHistory> history;
     std::shared_ptr<DictationFlowManager> flow;
+    std::unique_ptr<Updates> updates;
     std::unique_ptr<Interface> interface;
 };
 
@@ -59,8 +61,9 @@ void Composition::Parts::start() {
         = std::make_shared<TranscriptionHistory>(adapters.clock, adapters.fileManager, adapters.fileWriter);
     flow = DictationFlowManager::create(
         collaborators(), { adapters.clock, adapters.fileManager, adapters.application }, settings);
+    updates = std::make_unique<Updates>(adapters, bundle, *settings);
     interface = std::make_unique<Interface>(
-        Interface::Program { adapters, flow, history, surroundings.quit });
+        Interface::Program { adapters, flow, history, updates->updater(), surroundings.quit });
     // After the key listens: a window takes its time.
     adapters.clock.post([this] { openStudioIfItIsNeeded(); });
 }

@@ -2,6 +2,7 @@
 
 #include "Main/Adapters.h"
 #include "Platform/Desktop/QtStatusItem.h"
+#include "TolmiApp/AppUpdater.h"
 #include "TolmiApp/DictationFlowManager.h"
 #include "TolmiApp/HealthModel.h"
 #include "TolmiApp/MenuBarPopupModel.h"
@@ -36,8 +37,7 @@ struct Popup {
 
 /// Declared in the order of construction, as everywhere in this folder.
 struct Interface::Parts {
-    explicit Parts(Program given)
-        : program(std::move(given)) { }
+    explicit Parts(Program given);
 
     TolmiStudioWindowModel::Content studioContent();
     std::unique_ptr<QObject> templates(TolmiStudioWindowModel &studio);
@@ -47,6 +47,7 @@ struct Interface::Parts {
     std::function<void()> opening(StudioDestination destination);
     void open(StudioDestination destination);
     void togglePopup();
+    void tellWhetherUpdatesCanBeChecked();
 
     const Program program;
     StudioRouter router { program.adapters.application };
@@ -56,6 +57,13 @@ struct Interface::Parts {
     QtStatusItem statusItem { QIcon(QStringLiteral(":/AppIcon.png")) };
     StatusItemController status { statusItem, program.flow, statusActions() };
 };
+
+Interface::Parts::Parts(Program given)
+    : program(std::move(given)) {
+    QObject::connect(&program.updater, &AppUpdater::canCheckForUpdatesChanged, &status,
+        [this] { tellWhetherUpdatesCanBeChecked(); });
+    tellWhetherUpdatesCanBeChecked();
+}
 
 TolmiStudioWindowModel::Content Interface::Parts::studioContent() {
     return { .workspaces
@@ -85,6 +93,7 @@ StatusItemController::Actions Interface::Parts::statusActions() {
     return { .togglePopup = [this] { togglePopup(); },
         .openStudio = opening(StudioDestination::CommandCenter),
         .openSettings = opening(StudioDestination::Settings),
+        .checkForUpdates = [this] { program.updater.checkForUpdates(); },
         .quit = program.quit };
 }
 
@@ -92,7 +101,7 @@ MenuBarPopupModel::Actions Interface::Parts::popupActions() {
     return { .openCommandCenter = opening(StudioDestination::CommandCenter),
         .openProfile = opening(StudioDestination::Profile),
         .openSettings = opening(StudioDestination::Settings),
-        .checkForUpdates = [] {},
+        .checkForUpdates = [this] { program.updater.checkForUpdates(); },
         .quit = program.quit };
 }
 
@@ -104,9 +113,18 @@ void Interface::Parts::open(StudioDestination destination) {
 }
 
 void Interface::Parts::togglePopup() {
-    if (!popup)
+    if (!popup) {
         popup = std::make_unique<Popup>(program, popupActions());
+        tellWhetherUpdatesCanBeChecked();
+    }
     popup->window.toggle(statusItem.geometry());
+}
+
+void Interface::Parts::tellWhetherUpdatesCanBeChecked() {
+    const bool canCheck = program.updater.canCheckForUpdates();
+    status.setCanCheckForUpdates(canCheck);
+    if (popup)
+        popup->model.setCanCheckForUpdates(canCheck);
 }
 
 Interface::Interface(Program program)

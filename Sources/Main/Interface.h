@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 
+class AppUpdater;
 class DictationFlowManager;
 class TranscriptionHistory;
 struct Adapters;
@@ -12,11 +13,12 @@ struct Adapters;
 /// Builds and owns everything that one sees beside the overlay: the status item, the popup and the Studio.
 class Interface {
 public:
-    /// What the windows show. The adapters outlive the interface.
+    /// What the windows show. The adapters and the updater outlive the interface.
     struct Program {
         Adapters &adapters;
         std::shared_ptr<DictationFlowManager> flow;
         std::shared_ptr<TranscriptionHistory> history;
+        AppUpdater &updater;
         /// Ends the program.
         std::function<void()> quit;
     };

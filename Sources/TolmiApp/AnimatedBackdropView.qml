@@ -15,7 +15,9 @@ Item {
     BackdropDrift {
         id: sweeping
 
-        running: backdrop.hasShaders && backdrop.visible && backdrop.Window.active && !Motion.isReduced
+        // A window that was hidden counts as active until another one takes the keyboard.
+        running: backdrop.hasShaders && backdrop.visible && backdrop.Window.active
+                 && backdrop.Window.visibility !== Window.Hidden && !Motion.isReduced
     }
     Loader {
         anchors.fill: parent

@@ -41,6 +41,7 @@ void AppcastUpdater::listenToPrompt() {
         };
     };
     QObject::connect(&m_prompt, &UpdatePrompt::downloadRequested, call(&AppcastUpdater::download));
+    QObject::connect(&m_prompt, &UpdatePrompt::retryRequested, call(&AppcastUpdater::checkForUpdates));
     QObject::connect(&m_prompt, &UpdatePrompt::dismissed, call(&AppcastUpdater::cancel));
 }
 

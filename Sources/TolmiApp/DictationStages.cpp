@@ -15,6 +15,10 @@ void logReady() {
     qCInfo(stages).noquote() << "ready";
 }
 
+void logStudioShown() {
+    qCInfo(stages).noquote() << "studio";
+}
+
 void logStage(const DictationState &state, Date instant) {
     qCInfo(stages).noquote() << "state"
                              << QMetaEnum::fromType<DictationState::Kind>().valueToKey(int(state.kind()))

@@ -8,6 +8,9 @@
 /// "ready": the key is watched.
 void logReady();
 
+/// The first frame of the Studio is on the screen.
+void logStudioShown();
+
 /// "state NAME INSTANT", the instant in seconds since 1970.
 void logStage(const DictationState &state, Date instant);
 

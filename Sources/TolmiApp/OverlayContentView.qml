@@ -165,10 +165,13 @@ Item {
         seconds: timeline.seconds
     }
     Item {
+        id: center
+
+        readonly property real swing: (view.isRecording ? 1 + view.shownLevel * 0.06 : 1) * (1 - 0.12 * Math.abs(view.presence - (view.isRecording ? 1 : 0)))
+
         anchors.centerIn: parent
         width: 100
         height: 100
-        scale: (view.isRecording ? 1 + view.shownLevel * 0.06 : 1) * (1 - 0.12 * Math.abs(view.presence - (view.isRecording ? 1 : 0)))
 
         Rectangle {
             anchors.centerIn: parent
@@ -179,13 +182,14 @@ Item {
             color: "transparent"
             border.width: 2
             border.color: Qt.rgba(1, 1, 1, Math.max(0, view.shownLevel * 0.55))
-            scale: 0.6 + view.shownLevel * 0.9
+            scale: center.swing * (0.6 + view.shownLevel * 0.9)
             opacity: Math.max(0, 1 - view.shownLevel * 0.5)
             antialiasing: true
         }
         OverlayIcon {
             anchors.centerIn: parent
             visible: symbol !== ""
+            symbolScale: center.swing
             symbol: view.symbolOf(view.kind)
             pointSize: view.pointSizeOf(view.kind)
             color: view.kind === DictationState.Idle ? Qt.rgba(1, 1, 1, 0.9) : "white"
@@ -212,6 +216,7 @@ Item {
         Spinner {
             id: spinner
 
+            scale: center.swing
             anchors.centerIn: parent
             width: 18
             height: 18

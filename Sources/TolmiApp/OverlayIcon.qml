@@ -16,11 +16,15 @@ Item {
     property color glow: "white"
     property real glowOpacity: 0.3
     property real glowRadius: 4
+    /// Of the symbol alone. The shadows keep their size: they are softer than the symbol ever grows, and a picture of
+    /// theirs, once stretched, is handed to several threads, whose waking costs more than all the drawing.
+    property real symbolScale: 1
     /// The square that a symbol of a text's size fills.
     readonly property real side: Math.round(pointSize * 1.26)
 
-    width: 100
-    height: 100
+    // Room for the widest shadow, three of its standard deviations on each side, and no more.
+    width: 80
+    height: 80
 
     Symbol {
         anchors.fill: parent
@@ -55,6 +59,7 @@ Item {
     }
     Symbol {
         anchors.centerIn: parent
+        scale: icon.symbolScale
         name: icon.symbol
         size: icon.side
         stroke: 2

@@ -1,5 +1,6 @@
 #include "TolmiApp/QuickStudioWindow.h"
 
+#include "TolmiApp/DictationStages.h"
 #include "TolmiApp/L10n.h"
 #include "TolmiApp/SettingsStore.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
@@ -44,6 +45,7 @@ void QuickStudioWindow::load() {
     m_view->setInitialProperties({ { QStringLiteral("model"), QVariant::fromValue(&m_model) },
         { QStringLiteral("texts"), QVariant::fromValue(texts) } });
     m_view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/TolmiStudioWindowView.qml")));
+    connect(m_view.get(), &QQuickView::frameSwapped, this, &logStudioShown, Qt::SingleShotConnection);
     connect(&m_model, &TolmiStudioWindowModel::selectionChanged, this, [this] { heedMinimumSize(); });
     heedMinimumSize();
 }

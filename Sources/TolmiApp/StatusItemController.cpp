@@ -17,13 +17,19 @@ StatusItemController::StatusItemController(
     refresh();
 }
 
+void StatusItemController::setCanCheckForUpdates(bool canCheck) {
+    m_canCheckForUpdates = canCheck;
+    refresh();
+}
+
 void StatusItemController::refresh() {
     const AppLanguage language = m_flow->settings().uiLanguage();
     m_item.setToolTip(L10n::text(L10n::Key::menuBarTitle, language) + QStringLiteral(": ") + stateText());
     m_item.setMenu({ { stateText(), {} }, entry(L10n::Key::menuBarTitle, m_actions.togglePopup),
         entry(L10n::Key::menuBarOpenStudio, m_actions.openStudio),
         entry(L10n::Key::menuBarSettings, m_actions.openSettings),
-        entry(L10n::Key::menuBarCheckForUpdates, m_actions.checkForUpdates),
+        entry(L10n::Key::menuBarCheckForUpdates,
+            m_canCheckForUpdates ? m_actions.checkForUpdates : std::function<void()>()),
         entry(L10n::Key::menuBarQuit, m_actions.quit) });
 }
 

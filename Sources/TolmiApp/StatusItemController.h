@@ -27,6 +27,9 @@ public:
     /// `item` outlives the controller.
     StatusItemController(StatusItem &item, std::shared_ptr<DictationFlowManager> flow, Actions actions);
 
+    /// Whether the line for updates can be used; not until this says so.
+    void setCanCheckForUpdates(bool canCheck);
+
 private:
     void refresh();
     void reportError();
@@ -36,4 +39,5 @@ private:
     StatusItem &m_item;
     std::shared_ptr<DictationFlowManager> m_flow;
     const Actions m_actions;
+    bool m_canCheckForUpdates = false;
 };

@@ -9,6 +9,8 @@ Item {
     /// What the area is for.
     property string label
     property bool isMonospaced: false
+    /// The text is there to read and to select; the arrow keys scroll it.
+    property bool isReadOnly: false
     readonly property alias text: editor.text
 
     signal edited(string newText)
@@ -31,7 +33,11 @@ Item {
         anchors.margins: 1
         clip: true
         boundsBehavior: Flickable.StopAtBounds
-        T.ScrollBar.vertical: StudioScrollBar { }
+        T.ScrollBar.vertical: StudioScrollBar {
+            id: scrollBar
+
+            stepSize: 0.1
+        }
 
         T.TextArea.flickable: T.TextArea {
             id: editor
@@ -44,13 +50,18 @@ Item {
             selectedTextColor: TolmiPalette.primaryText
             selectByMouse: true
             textFormat: TextEdit.PlainText
+            readOnly: area.isReadOnly
             renderType: Text.NativeRendering
             KeyNavigation.priority: KeyNavigation.BeforeItem
             KeyNavigation.tab: editor.nextItemInFocusChain(true)
             KeyNavigation.backtab: editor.nextItemInFocusChain(false)
+            Keys.enabled: area.isReadOnly
+            Keys.onUpPressed: scrollBar.decrease()
+            Keys.onDownPressed: scrollBar.increase()
             Accessible.name: area.label
+            Accessible.readOnly: area.isReadOnly
             onTextChanged: {
-                if (activeFocus)
+                if (activeFocus && !area.isReadOnly)
                     area.edited(text);
             }
 
@@ -58,7 +69,7 @@ Item {
                 target: editor
                 property: "text"
                 value: area.value
-                when: !editor.activeFocus
+                when: area.isReadOnly || !editor.activeFocus
                 restoreMode: Binding.RestoreNone
             }
         }

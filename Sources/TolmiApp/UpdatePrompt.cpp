@@ -38,6 +38,11 @@ void UpdatePrompt::download() {
         Q_EMIT downloadRequested();
 }
 
+void UpdatePrompt::retry() {
+    if (m_phase == Phase::Failed)
+        Q_EMIT retryRequested();
+}
+
 void UpdatePrompt::dismiss() {
     setPhase(Phase::Hidden);
     Q_EMIT dismissed();

@@ -4,7 +4,7 @@
 #include "TolmiApp/Appcast.h"
 
 /// What the dialog about updates shows, and the answers it gives. Main thread only.
-class UpdatePrompt final : public ObservableObject {
+class UpdatePrompt : public ObservableObject {
     Q_OBJECT
 
 public:
@@ -48,10 +48,13 @@ public:
 
     /// The user wants the version that was found.
     Q_INVOKABLE void download();
+    /// The user wants to try again what failed.
+    Q_INVOKABLE void retry();
     /// The user closes the dialog, which ends what it showed.
     Q_INVOKABLE void dismiss();
 
 Q_SIGNALS:
     void downloadRequested();
+    void retryRequested();
     void dismissed();
 };

@@ -7,6 +7,7 @@
 #include "TolmiApp/ProfileChipModel.h"
 #include "TolmiApp/TemplatesModel.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
+#include "TolmiApp/UpdateDialogModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -25,6 +26,20 @@ struct OverlayViewModelForViews {
     QML_FOREIGN(OverlayViewModel)
     QML_NAMED_ELEMENT(OverlayViewModel)
     QML_UNCREATABLE("The overlay has one already")
+};
+
+/// What the dialog about updates says, and the phases that it has.
+struct UpdateDialogModelForViews {
+    Q_GADGET
+    QML_FOREIGN(UpdateDialogModel)
+    QML_NAMED_ELEMENT(UpdateDialogModel)
+    QML_UNCREATABLE("The program's root makes it")
+};
+struct UpdatePromptForViews {
+    Q_GADGET
+    QML_FOREIGN(UpdatePrompt)
+    QML_NAMED_ELEMENT(UpdatePrompt)
+    QML_UNCREATABLE("The program's root makes it")
 };
 
 /// What the Studio's window knows, made by the program's root.

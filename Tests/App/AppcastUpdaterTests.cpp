@@ -124,6 +124,17 @@ TEST_F(AppcastUpdaterTest, TellsWhyADownloadFailed) {
     EXPECT_EQ(m_prompt.message(), QStringLiteral("No space left on device: /home"));
 }
 
+TEST_F(AppcastUpdaterTest, TriesAgainWhatFailed) {
+    makeAndStart();
+    m_http.replies.push_back(HttpError(HttpError::Code::CannotConnect));
+    m_updater->checkForUpdates();
+    answerWith(m_update.feed());
+    m_prompt.retry();
+    EXPECT_EQ(m_prompt.phase(), Phase::Found);
+    m_prompt.retry();
+    EXPECT_EQ(m_http.requests.size(), 2u);
+}
+
 TEST_F(AppcastUpdaterTest, DismissedDownloadShowsNothingMore) {
     makeAndStart();
     findUpdateVisibly();

@@ -12,6 +12,7 @@ protected:
             StatusItemController::Actions { .togglePopup = [this] { done.append(QStringLiteral("popup")); },
                 .openStudio = [this] { done.append(QStringLiteral("studio")); },
                 .openSettings = [this] { done.append(QStringLiteral("settings")); },
+                .checkForUpdates = [this] { done.append(QStringLiteral("updates")); },
                 .quit = [this] { done.append(QStringLiteral("quit")); } });
     }
 
@@ -52,8 +53,14 @@ TEST_F(StatusItemControllerTest, leadsEverywhere) {
             QStringLiteral("quit") }));
 }
 
-TEST_F(StatusItemControllerTest, cannotDoWhatItWasNotGiven) {
+TEST_F(StatusItemControllerTest, looksForUpdatesOnlyWhileThatIsPossible) {
     show();
+    EXPECT_FALSE(item.menu[4].action);
+    controller->setCanCheckForUpdates(true);
+    ASSERT_TRUE(item.menu[4].action);
+    item.menu[4].action();
+    EXPECT_EQ(done, QStringList { QStringLiteral("updates") });
+    controller->setCanCheckForUpdates(false);
     EXPECT_FALSE(item.menu[4].action);
 }
 

@@ -8,6 +8,7 @@
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
 #include "Support/VirtualClock.h"
+#include "TolmiApp/AppcastUpdater.h"
 #include "TolmiApp/UpdateError.h"
 
 #include <QDir>
@@ -211,6 +212,84 @@ TEST_F(UpdateServerTest, ServerThatGivesNothingIsToldFromOneWithoutUpdates) {
     answerWith(m_update.feed());
     answerWith("gone", 404);
     expectError(Code::Refused, [this] { fetch(); });
+}
+
+/// What the user sees of an update from a server, from the click on.
+class UpdateDialogOverServerTest : public UpdateServerTest {
+protected:
+    using Phase = UpdatePrompt::Phase;
+
+    void check() {
+        m_updater->start();
+        m_updater->checkForUpdates();
+        EXPECT_EQ(m_prompt.phase(), Phase::Checking);
+        waitUntilItRests();
+    }
+    void download() {
+        m_prompt.download();
+        EXPECT_EQ(m_prompt.phase(), Phase::Downloading);
+        waitUntilItRests();
+    }
+    void expectFailure(Code code) {
+        EXPECT_EQ(m_prompt.phase(), Phase::Failed);
+        EXPECT_EQ(m_prompt.message(), UpdateError(code).errorDescription());
+        EXPECT_EQ(downloadedFiles(), QStringList());
+    }
+
+    UpdatePrompt m_prompt;
+
+private:
+    void waitUntilItRests() {
+        ASSERT_TRUE(untilTrue([this] {
+            m_clock.runPosted();
+            return m_updater->canCheckForUpdates();
+        }));
+    }
+
+    std::shared_ptr<AppcastUpdater> m_updater = AppcastUpdater::create(platform(), source(), m_prompt);
+};
+
+TEST_F(UpdateDialogOverServerTest, GoodUpdateIsOfferedAndDownloaded) {
+    answerWith(m_update.feed());
+    answerWith(m_update.content);
+    check();
+    EXPECT_EQ(m_prompt.phase(), Phase::Found);
+    EXPECT_EQ(m_server.requests.size(), 1u);
+    download();
+    EXPECT_EQ(m_prompt.phase(), Phase::Downloaded);
+    EXPECT_EQ(m_prompt.progress(), 1);
+    EXPECT_EQ(contentOf(m_prompt.filePath()), m_update.content);
+}
+
+TEST_F(UpdateDialogOverServerTest, TamperedFileIsToldAndNotKept) {
+    answerWith(m_update.feed());
+    answerWith("the bad program");
+    check();
+    download();
+    expectFailure(Code::WrongSignature);
+}
+
+TEST_F(UpdateDialogOverServerTest, UnsignedUpdateIsToldAndNotOffered) {
+    m_update.signature.clear();
+    answerWith(m_update.feed());
+    check();
+    expectFailure(Code::Unsigned);
+}
+
+TEST_F(UpdateDialogOverServerTest, TruncatedOrOversizedFeedIsTold) {
+    for (const QByteArray &feed :
+        { m_update.feed().chopped(5), m_update.feed() + QByteArray(maximumFeedSize, ' ') }) {
+        answerWith(feed);
+        check();
+        expectFailure(Code::InvalidFeed);
+    }
+}
+
+TEST_F(UpdateDialogOverServerTest, OlderVersionIsNone) {
+    m_update.version = "0.9";
+    answerWith(m_update.feed());
+    check();
+    EXPECT_EQ(m_prompt.phase(), Phase::UpToDate);
 }
 
 TEST_F(UpdateServerTest, NothingIsAskedOfAnInsecureAddress) {

@@ -5,6 +5,7 @@
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
+#include "TolmiApp/UpdateDialogModel.h"
 #include "TolmiApp/ViewAppearance.h"
 #include "TolmiApp/ViewTexts.h"
 #include "Views/HealthStage.h"
@@ -66,6 +67,7 @@ protected:
         requirements.offer(popup);
         requirements.offer(*popup.profile());
         requirements.offer(studio);
+        requirements.offer(updates);
         requirements.offer(*health.model());
         requirements.offer(*templates.model());
         requirements.offer("item", QVariant::fromValue(health.model()->items().first()));
@@ -94,6 +96,8 @@ protected:
     ViewAppearance *const appearance = new ViewAppearance(engine, flow.store, look);
     QQuickWindow window;
     QQuickItem anchor { window.contentItem() };
+    UpdatePrompt updatePrompt;
+    UpdateDialogModel updates { updatePrompt, flow.store, {}, [](const FileURL &) {} };
     HealthStage health;
     TemplatesStage templates;
     Requirements requirements;

@@ -3,6 +3,7 @@
 #include "Views/PopupFixture.h"
 #include "Views/StudioStage.h"
 #include "Views/TemplatesStage.h"
+#include "Views/UpdateStage.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -18,6 +19,7 @@ public Q_SLOTS:
         qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
         qmlRegisterType<StudioStage>("TolmiTesting", 1, 0, "StudioStage");
         qmlRegisterType<TemplatesStage>("TolmiTesting", 1, 0, "TemplatesStage");
+        qmlRegisterType<UpdateStage>("TolmiTesting", 1, 0, "UpdateStage");
     }
     void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
 };

@@ -1,0 +1,49 @@
+#include "Main/Updates.h"
+
+#include "Main/Adapters.h"
+#include "Platform/Desktop/UserFolders.h"
+#include "Text/Text.h"
+#include "TolmiApp/AppcastUpdater.h"
+#include "TolmiApp/UpdateDialogModel.h"
+#include "TolmiApp/UpdateWindow.h"
+#include "TolmiApp/ViewAppearance.h"
+
+#include <QDesktopServices>
+
+namespace {
+void showFolderOf(const FileURL &file) {
+    QDesktopServices::openUrl(QUrl::fromLocalFile(file.deletingLastPathComponent().path()));
+}
+} // namespace
+
+Updates::Updates(Adapters &adapters, const BundleInfo &bundle, const SettingsStore &settings)
+    : m_adapters(adapters)
+    , m_bundle(bundle)
+    , m_settings(settings)
+    , m_updater(
+          bundle, [this] { return makeController(); }, adapters.clock) { }
+
+Updates::~Updates() = default;
+
+UpdateSource Updates::source() const {
+    const auto told = [this](const char *key) {
+        return Text::trimmed(m_bundle.infoDictionary.value(QLatin1String(key)).toString());
+    };
+    UpdateSource source;
+    source.feedURL = QUrl(told("SUFeedURL"));
+    source.publicKey = told("SUPublicEDKey");
+    source.installedVersion = told("CFBundleShortVersionString");
+    source.downloadsDirectory = downloadsDirectory();
+    return source;
+}
+
+std::shared_ptr<UpdaterController> Updates::makeController() {
+    const UpdateSource from = source();
+    m_dialog = std::make_unique<UpdateDialogModel>(m_prompt, m_settings, from.installedVersion, showFolderOf);
+    m_window = std::make_unique<UpdateWindow>(
+        *m_dialog, [this](QQmlEngine &engine) { new ViewAppearance(engine, m_settings, m_adapters.look); });
+    Adapters &on = m_adapters;
+    return AppcastUpdater::create(
+        { on.http, on.defaults, on.clock, on.fileManager, on.fileWriter, on.signatures, m_files }, from,
+        m_prompt);
+}

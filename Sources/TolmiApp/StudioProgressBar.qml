@@ -1,0 +1,31 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tolmi
+
+/// How far something has come, from 0 to 1; `label` names it for those who cannot see what stands beside it.
+T.ProgressBar {
+    id: bar
+
+    property string label
+
+    implicitWidth: 170
+    implicitHeight: 6
+    Accessible.name: label
+
+    background: Rectangle {
+        radius: 3
+        color: TolmiPalette.surfaceStroke
+    }
+    contentItem: Item {
+        Plate {
+            x: bar.mirrored ? parent.width - width : 0
+            width: Math.max(6, bar.position * parent.width)
+            height: parent.height
+            radius: 3
+            visible: bar.position > 0
+            fill: TolmiPalette.cloud
+            endFill: TolmiPalette.frost
+            gradientEnd: Qt.point(1, 0)
+        }
+    }
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QQuickView>
+
+#include <functional>
+#include <memory>
+
+class QQmlEngine;
+class UpdateDialogModel;
+
+/// The dialog about updates as a window of the desktop, there only while there is something to show.
+class UpdateWindow final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Gives an engine what all views of the program have, their look among it.
+    using PrepareEngine = std::function<void(QQmlEngine &)>;
+
+    /// The model outlives the window.
+    UpdateWindow(UpdateDialogModel &model, PrepareEngine prepareEngine);
+    ~UpdateWindow() override;
+
+    /// Absent while there is nothing to show.
+    QQuickView *view() const { return m_view.get(); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void follow();
+    void open();
+    void close();
+    void fit();
+    void rename();
+
+    UpdateDialogModel &m_model;
+    const PrepareEngine m_prepareEngine;
+    std::unique_ptr<QQuickView> m_view;
+    /// The one that goes in a later turn of the main loop, or with this.
+    QPointer<QQuickView> m_closedView;
+};

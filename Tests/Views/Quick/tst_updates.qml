@@ -1,0 +1,193 @@
+import QtQuick
+import QtTest
+import Tolmi
+import TolmiTesting
+
+TestCase {
+    id: test
+
+    readonly property string path: "/home/user/Downloads/tolmi-2.0.tar.xz"
+
+    name: "Updates"
+    when: windowShown
+    width: 500
+    height: 500
+    visible: true
+
+    Component {
+        id: stageComponent
+
+        UpdateStage { }
+    }
+    Component {
+        id: viewComponent
+
+        UpdateDialogView {
+            width: implicitWidth
+            height: implicitHeight
+        }
+    }
+
+    /// It stays till the end: the view of its model must go first.
+    function makeStage() {
+        return stageComponent.createObject(test);
+    }
+    function show(stage) {
+        return createTemporaryObject(viewComponent, test, { model: stage.model });
+    }
+    /// What can be seen of an item and all that is in it, and fulfils the condition.
+    function seen(item, condition) {
+        let found = item.visible && condition(item) ? [item] : [];
+        for (let index = 0; item.visible && index < item.children.length; ++index)
+            found = found.concat(seen(item.children[index], condition));
+        return found;
+    }
+    function buttons(view) {
+        return seen(view, item => item instanceof StudioButton);
+    }
+    function button(view, text) {
+        return buttons(view).find(item => item.text === text);
+    }
+    function showsText(view, text) {
+        return seen(view, item => item instanceof StudioText && item.text === text).length === 1;
+    }
+    function isSpinning(view) {
+        return seen(view, item => item instanceof Spinner).length > 0;
+    }
+
+    function test_checking() {
+        const stage = makeStage();
+        stage.check();
+        const view = show(stage);
+        verify(showsText(view, "Checking for updates..."));
+        verify(isSpinning(view));
+        compare(buttons(view).map(item => item.text), ["Cancel"]);
+        mouseClick(button(view, "Cancel"));
+        compare(stage.answers, ["dismiss"]);
+    }
+    function test_found() {
+        const stage = makeStage();
+        stage.find("2.0", "Faster\nand better");
+        const view = show(stage);
+        verify(!isSpinning(view));
+        verify(showsText(view, "Tolmi 2.0 is available"));
+        verify(showsText(view, "You have version 1.0. Do you want to download the new one?"));
+        const notes = seen(view, item => item instanceof StudioTextArea)[0];
+        compare(notes.text, "Faster\nand better");
+        compare(notes.label, "What is new");
+        compare(buttons(view).map(item => item.text), ["Later", "Download"]);
+        mouseClick(button(view, "Download"));
+        mouseClick(button(view, "Later"));
+        compare(stage.answers, ["download", "dismiss"]);
+    }
+    function test_withoutNotesThereIsNoPlaceForThem() {
+        const stage = makeStage();
+        stage.find("2.0", "");
+        const view = show(stage);
+        compare(seen(view, item => item instanceof StudioTextArea).length, 0);
+    }
+    function test_notesCannotBeWrittenInAndScroll() {
+        const stage = makeStage();
+        stage.find("2.0", "line\n".repeat(100));
+        const view = show(stage);
+        const editor = seen(view, item => item.hasOwnProperty("selectedText") && item.readOnly)[0];
+        const flickable = seen(view, item => item instanceof Flickable)[0];
+        editor.forceActiveFocus();
+        keyClick("x");
+        compare(editor.text.indexOf("x"), -1);
+        keyClick(Qt.Key_Down);
+        verify(flickable.contentY > 0);
+        keyClick(Qt.Key_Up);
+        compare(flickable.contentY, 0);
+    }
+    function test_upToDate() {
+        const stage = makeStage();
+        stage.findNothing();
+        const view = show(stage);
+        verify(showsText(view, "Version 1.0 is the newest one."));
+        compare(buttons(view).map(item => item.text), ["Close"]);
+    }
+    function test_failed() {
+        const stage = makeStage();
+        stage.fail("The update is not signed.");
+        const view = show(stage);
+        verify(showsText(view, "The update is not signed."));
+        verify(view.Accessible.description.startsWith("The update is not signed. "));
+        mouseClick(button(view, "Try Again"));
+        compare(stage.answers, ["retry"]);
+    }
+    function test_downloading() {
+        const stage = makeStage();
+        stage.find("2.0", "");
+        stage.download(0.25);
+        const view = show(stage);
+        const bar = seen(view, item => item instanceof StudioProgressBar)[0];
+        compare(bar.value, 0.25);
+        compare(bar.Accessible.name, "Progress of the download");
+        verify(showsText(view, "25 %"));
+        compare(buttons(view).map(item => item.text), ["Cancel"]);
+    }
+    function test_downloaded() {
+        const stage = makeStage();
+        stage.find("2.0", "");
+        stage.finish(test.path);
+        const view = show(stage);
+        compare(seen(view, item => item instanceof TextBox)[0].text, test.path);
+        mouseClick(button(view, "Show in Folder"));
+        compare(stage.answers, [test.path]);
+    }
+    function test_escapeClosesInEveryPhase() {
+        const stage = makeStage();
+        const view = show(stage);
+        const phases = [() => stage.check(), () => stage.find("2.0", "new"), () => stage.findNothing(),
+            () => stage.fail("No."), () => stage.download(0.5), () => stage.finish(test.path)];
+        for (const phase of phases) {
+            phase();
+            keyClick(Qt.Key_Escape);
+        }
+        compare(stage.answers, Array(phases.length).fill("dismiss"));
+    }
+    function test_returnGoesOn() {
+        const stage = makeStage();
+        stage.find("2.0", "new");
+        const view = show(stage);
+        keyClick(Qt.Key_Return);
+        stage.fail("No.");
+        keyClick(Qt.Key_Enter);
+        stage.finish(test.path);
+        keyClick(Qt.Key_Return);
+        stage.findNothing();
+        keyClick(Qt.Key_Return);
+        compare(stage.answers, ["download", "retry", test.path, "dismiss"]);
+    }
+    function test_returnEndsNothingThatGoesOn() {
+        const stage = makeStage();
+        stage.find("2.0", "new");
+        const view = show(stage);
+        for (const phase of [() => stage.check(), () => stage.download(0.5)]) {
+            phase();
+            keyClick(Qt.Key_Return);
+        }
+        compare(stage.answers, []);
+    }
+    function test_tabReachesEveryAnswer() {
+        const stage = makeStage();
+        stage.find("2.0", "new");
+        const view = show(stage);
+        const reached = new Set();
+        for (let step = 0; step < 4; ++step) {
+            keyClick(Qt.Key_Tab);
+            for (const item of buttons(view).filter(item => item.activeFocus))
+                reached.add(item.text);
+        }
+        compare(Array.from(reached).sort(), ["Download", "Later"]);
+    }
+    function test_romanian() {
+        const stage = makeStage();
+        stage.find("2.0", "new");
+        const view = show(stage);
+        stage.speakRomanian();
+        verify(showsText(view, "Tolmi 2.0 este disponibil"));
+        compare(buttons(view).map(item => item.text), ["Mai tarziu", "Descarca"]);
+    }
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Support/SettingsOverFakes.h"
+#include "TolmiApp/UpdateDialogModel.h"
+
+#include <QStringList>
+
+/// The dialog about updates with a prompt that a test file plays the updater for.
+class UpdateStage : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(UpdateDialogModel *model READ model CONSTANT)
+    /// What the user answered, in order: "download", "retry", "dismiss" or the path of a file to show.
+    Q_PROPERTY(QStringList answers READ answers NOTIFY answersChanged)
+
+public:
+    explicit UpdateStage(QObject *parent = nullptr);
+
+    UpdateDialogModel *model() { return &m_model; }
+    const QStringList &answers() const { return m_answers; }
+
+    Q_INVOKABLE void speakRomanian() { m_settings.store.setUiLanguage(AppLanguage::Romanian); }
+    Q_INVOKABLE void check() { m_prompt.showChecking(); }
+    Q_INVOKABLE void find(const QString &version, const QString &notes);
+    Q_INVOKABLE void findNothing() { m_prompt.showUpToDate(); }
+    Q_INVOKABLE void fail(const QString &why) { m_prompt.showFailure(why); }
+    Q_INVOKABLE void download(double share);
+    Q_INVOKABLE void finish(const QString &path) { m_prompt.showDownloaded(path); }
+
+Q_SIGNALS:
+    void answersChanged();
+
+private:
+    void note(const QString &answer);
+
+    SettingsOverFakes m_settings;
+    UpdatePrompt m_prompt;
+    QStringList m_answers;
+    UpdateDialogModel m_model;
+};

@@ -1,0 +1,85 @@
+#include "TolmiApp/UpdateWindow.h"
+
+#include "Support/SettingsOverFakes.h"
+#include "TolmiApp/UpdateDialogModel.h"
+#include "Views/ViewsFixture.h"
+
+#include <QGuiApplication>
+#include <QPointer>
+#include <QQuickItem>
+#include <QQuickView>
+
+namespace {
+
+class UpdateWindowTest : public ViewsTest {
+protected:
+    UpdateWindowTest() { settings.store.setUiLanguage(AppLanguage::English); }
+    void find() {
+        AppcastItem item;
+        item.displayVersion = QStringLiteral("2.0");
+        item.releaseNotes = QStringLiteral("Faster");
+        prompt.showFound(item);
+    }
+
+    SettingsOverFakes settings;
+    UpdatePrompt prompt;
+    int preparedCount = 0;
+    UpdateDialogModel model { prompt, settings.store, QStringLiteral("1.0"), [](const FileURL &) {} };
+    UpdateWindow window { model, [this](QQmlEngine &) { ++preparedCount; } };
+};
+
+} // namespace
+
+TEST_F(UpdateWindowTest, IsThereOnlyWhileThereIsSomethingToShow) {
+    EXPECT_EQ(window.view(), nullptr);
+    prompt.showChecking();
+    ASSERT_NE(window.view(), nullptr);
+    EXPECT_TRUE(window.view()->isVisible());
+    EXPECT_EQ(preparedCount, 1);
+    const QPointer<QQuickView> view = window.view();
+    prompt.showUpToDate();
+    EXPECT_EQ(window.view(), view);
+    prompt.dismiss();
+    EXPECT_EQ(window.view(), nullptr);
+    EXPECT_FALSE(view->isVisible());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(view, nullptr);
+    find();
+    ASSERT_NE(window.view(), nullptr);
+    EXPECT_TRUE(window.view()->isVisible());
+}
+
+TEST_F(UpdateWindowTest, IsAsLargeAsWhatItShows) {
+    prompt.showChecking();
+    const QSize small = window.view()->size();
+    find();
+    QCoreApplication::processEvents();
+    EXPECT_GT(window.view()->height(), small.height());
+    EXPECT_EQ(window.view()->height(), qRound(window.view()->rootObject()->implicitHeight()));
+    EXPECT_EQ(window.view()->minimumSize(), window.view()->maximumSize());
+}
+
+TEST_F(UpdateWindowTest, TakesTheKeyboardOnlyWhenItWasAskedFor) {
+    const auto isSilent = [this] { return window.view()->property("_q_showWithoutActivating").toBool(); };
+    find();
+    EXPECT_TRUE(isSilent());
+    prompt.dismiss();
+    prompt.showChecking();
+    EXPECT_FALSE(isSilent());
+}
+
+TEST_F(UpdateWindowTest, ClosingItIsAnAnswer) {
+    int dismissedCount = 0;
+    QObject::connect(&prompt, &UpdatePrompt::dismissed, [&] { ++dismissedCount; });
+    prompt.showChecking();
+    window.view()->close();
+    EXPECT_EQ(dismissedCount, 1);
+    EXPECT_EQ(window.view(), nullptr);
+}
+
+TEST_F(UpdateWindowTest, TitleFollowsTheLanguage) {
+    prompt.showChecking();
+    EXPECT_EQ(window.view()->title(), QStringLiteral("Software Update"));
+    settings.store.setUiLanguage(AppLanguage::Romanian);
+    EXPECT_EQ(window.view()->title(), QStringLiteral("Actualizare software"));
+}
