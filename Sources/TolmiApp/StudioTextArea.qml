@@ -48,7 +48,9 @@ Item {
             KeyNavigation.priority: KeyNavigation.BeforeItem
             KeyNavigation.tab: editor.nextItemInFocusChain(true)
             KeyNavigation.backtab: editor.nextItemInFocusChain(false)
+            activeFocusOnTab: enabled
             Accessible.name: area.label
+            Accessible.editable: enabled
             onTextChanged: {
                 if (activeFocus)
                     area.edited(text);
