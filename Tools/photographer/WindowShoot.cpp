@@ -1,0 +1,115 @@
+#include "photographer/WindowShoot.h"
+
+#include "dictate/Waiting.h"
+#include "photographer/Camera.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+
+namespace {
+/// Seconds after which whatever slides, fades or loads in a window has come to rest.
+constexpr double settling = 1.2;
+constexpr double patience = 20;
+
+struct WindowSize {
+    QString name;
+    QSize size;
+};
+
+/// The window itself sees to it that it is not smaller than a workspace needs.
+const WindowSize windowSizes[] { { "small", { 800, 560 } }, { "usual", { 1100, 700 } },
+    { "large", { 1600, 960 } } };
+
+/// In the order of their digits.
+const QStringList workspaces { "commandCenter", "profile", "dictationLive", "history", "templates", "health",
+    "settings" };
+
+QString outputOf(const QStringList &arguments) {
+    QProcess process;
+    process.start(QStringLiteral("xdotool"), arguments);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+/// The inside of a window, which a command of xdotool prints.
+QRect geometryOf(const QStringList &command) {
+    const QString told = outputOf(command);
+    const auto value = [&told](const QString &name) {
+        return QRegularExpression(name + "=(-?\\d+)").match(told).captured(1).toInt();
+    };
+    return { value("X"), value("Y"), value("WIDTH"), value("HEIGHT") };
+}
+
+bool isStudioInFront() {
+    return outputOf({ "getactivewindow", "getwindowname" }).trimmed() == u"Tolmi Studio";
+}
+
+/// The program's sign in the tray; null when it has none.
+QRect statusItem() {
+    for (const QString &window :
+        outputOf({ "search", "--onlyvisible", "--class", "^tolmi$" }).split('\n', Qt::SkipEmptyParts)) {
+        const QRect place = geometryOf({ "getwindowgeometry", "--shell", window });
+        if (place.width() >= 10 && place.width() <= 40)
+            return place;
+    }
+    return {};
+}
+} // namespace
+
+WindowShoot::WindowShoot(const ShootOptions &options, const Look &look, Wallpaper &wallpaper)
+    : m_options(options)
+    , m_look(look)
+    , m_wallpaper(wallpaper) { }
+
+QStringList WindowShoot::run() {
+    if (!prepareExampleHome(m_look, m_options.home, m_options.samplesFolder))
+        return { QStringLiteral("the home could not be prepared") };
+    m_wallpaper.setScheme(m_look.scheme);
+    VirtualUser user;
+    RunningProgram program;
+    if (!program.start(m_options.program))
+        return { QStringLiteral("the program did not start: ") + program.output() };
+    QStringList missing = shootPopup(user, AccessibleProgram(program.processId()));
+    // A second start opens the Studio of the first.
+    RunningProgram second;
+    second.start(m_options.program, {});
+    if (!waitUntil(isStudioInFront, patience))
+        return missing + QStringList { QStringLiteral("the Studio did not open: ") + program.output() };
+    return missing + shootStudio(user);
+}
+
+QStringList WindowShoot::shootStudio(VirtualUser &user) {
+    QStringList missing;
+    user.pointAt(Place::nowhere);
+    for (const WindowSize &size : windowSizes) {
+        for (int index = 0; index < workspaces.size(); ++index) {
+            user.typeWithControl(QByteArray::number(index + 1));
+            placeActiveWindow(QRect({ 150, 60 }, size.size));
+            pause(settling);
+            missing += save(geometryOf({ "getactivewindow", "getwindowgeometry", "--shell" }),
+                QStringLiteral("studio-") + workspaces[index] + u'-' + size.name);
+        }
+    }
+    return missing;
+}
+
+QStringList WindowShoot::shootPopup(VirtualUser &user, const AccessibleProgram &program) {
+    constexpr int margin = 30;
+    waitUntil([] { return !statusItem().isNull(); }, patience);
+    user.click(statusItem().center());
+    const auto popup = program.find(QStringLiteral("dialog"), {});
+    user.pointAt({ 20, 20 });
+    pause(settling);
+    if (!popup)
+        return { QStringLiteral("the popup did not open") };
+    const QStringList missing
+        = save(popup->rectangle().adjusted(-margin, -margin, margin, margin), QStringLiteral("popup"));
+    user.type("Escape");
+    return missing;
+}
+
+QStringList WindowShoot::save(const QRect &place, const QString &subject) {
+    const QString name = subject + u'-' + m_look.name() + QStringLiteral(".png");
+    const bool isSaved = Camera::picture(place).save(m_options.outputFolder + u'/' + name);
+    return isSaved ? QStringList() : QStringList { name };
+}
