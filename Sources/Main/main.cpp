@@ -36,9 +36,10 @@ int main(int argc, char **argv) {
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/AppIcon.png")));
     Views::prepareApplication();
 
-    auto *composition = new Composition({ programArgument, usersMask, &QApplication::quit });
+    const bool startsInTray = QApplication::arguments().contains(QStringLiteral("--tray"));
+    auto *composition = new Composition({ programArgument, usersMask, startsInTray, &QApplication::quit });
     if (!composition->start()) {
-        logLine(QStringLiteral("Tolmi: it runs already; look for its sign in the panel."));
+        logLine(QStringLiteral("Tolmi: it runs already and has been asked to show itself."));
         return 0;
     }
     const UnixSignals signalHandlers(&QApplication::quit);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 #include <optional>
 
@@ -19,4 +21,11 @@ public:
 
     /// Calls `observer` each time the application comes to the front; replaces an earlier observer.
     virtual void setDidBecomeActiveObserver(std::function<void()> observer) = 0;
+
+    /// Brings the program before all others, even if the user works in another one.
+    virtual void activate() = 0;
+
+    /// Shows the program's first window with that title before all others and gives it the keyboard. Nothing
+    /// happens when there is none.
+    virtual void orderFront(const QString &title) = 0;
 };

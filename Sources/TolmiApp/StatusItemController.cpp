@@ -1,13 +1,12 @@
 #include "TolmiApp/StatusItemController.h"
 
-#include "TolmiApp/L10n.h"
 #include "TolmiApp/SettingsStore.h"
 
 StatusItemController::StatusItemController(
-    StatusItem &item, std::shared_ptr<DictationFlowManager> flow, std::function<void()> quit)
+    StatusItem &item, std::shared_ptr<DictationFlowManager> flow, Actions actions)
     : m_item(item)
     , m_flow(std::move(flow))
-    , m_quit(std::move(quit)) {
+    , m_actions(std::move(actions)) {
     connect(m_flow.get(), &DictationFlowManager::stateChanged, this, [this] {
         refresh();
         reportError();
@@ -17,19 +16,22 @@ StatusItemController::StatusItemController(
     refresh();
 }
 
-void StatusItemController::announce() {
-    m_item.showMessage(L10n::text(L10n::Key::menuBarTitle, m_flow->settings().uiLanguage()), stateText());
-}
-
 void StatusItemController::refresh() {
     const AppLanguage language = m_flow->settings().uiLanguage();
     m_item.setToolTip(L10n::text(L10n::Key::menuBarTitle, language) + QStringLiteral(": ") + stateText());
-    m_item.setMenu({ { stateText(), {} }, { L10n::text(L10n::Key::menuBarQuit, language), m_quit } });
+    m_item.setMenu({ { stateText(), {} }, entry(L10n::Key::menuBarOpenStudio, m_actions.openStudio),
+        entry(L10n::Key::menuBarSettings, m_actions.openSettings),
+        entry(L10n::Key::menuBarCheckForUpdates, m_actions.checkForUpdates),
+        entry(L10n::Key::menuBarQuit, m_actions.quit) });
+}
+
+StatusMenuEntry StatusItemController::entry(L10n::Key title, const std::function<void()> &action) const {
+    return { L10n::text(title, m_flow->settings().uiLanguage()), action };
 }
 
 void StatusItemController::reportError() {
     if (m_flow->state().kind() == DictationState::Kind::Error)
-        announce();
+        m_item.showMessage(L10n::text(L10n::Key::menuBarTitle, m_flow->settings().uiLanguage()), stateText());
 }
 
 QString StatusItemController::stateText() const {

@@ -2,6 +2,7 @@
 
 #include "Platform/StatusItem.h"
 #include "TolmiApp/DictationFlowManager.h"
+#include "TolmiApp/L10n.h"
 
 #include <QObject>
 
@@ -13,19 +14,24 @@ class StatusItemController final : public QObject {
     Q_OBJECT
 
 public:
-    /// `item` outlives the controller; `quit` ends the program.
-    StatusItemController(
-        StatusItem &item, std::shared_ptr<DictationFlowManager> flow, std::function<void()> quit);
+    /// What the lines of the menu do; a line that has nothing to do is only read.
+    struct Actions {
+        std::function<void()> openStudio {};
+        std::function<void()> openSettings {};
+        std::function<void()> checkForUpdates {};
+        std::function<void()> quit {};
+    };
 
-    /// Tells the user where the program is, for a start of a program that runs already.
-    void announce();
+    /// `item` outlives the controller.
+    StatusItemController(StatusItem &item, std::shared_ptr<DictationFlowManager> flow, Actions actions);
 
 private:
     void refresh();
     void reportError();
+    StatusMenuEntry entry(L10n::Key title, const std::function<void()> &action) const;
     QString stateText() const;
 
     StatusItem &m_item;
     std::shared_ptr<DictationFlowManager> m_flow;
-    std::function<void()> m_quit;
+    const Actions m_actions;
 };

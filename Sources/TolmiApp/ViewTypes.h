@@ -2,6 +2,7 @@
 
 #include "TolmiApp/DictationState.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/TolmiStudioWindowModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -20,4 +21,12 @@ struct OverlayViewModelForViews {
     QML_FOREIGN(OverlayViewModel)
     QML_NAMED_ELEMENT(OverlayViewModel)
     QML_UNCREATABLE("The overlay has one already")
+};
+
+/// What the Studio's window knows, made by the program's root.
+struct TolmiStudioWindowModelForViews {
+    Q_GADGET
+    QML_FOREIGN(TolmiStudioWindowModel)
+    QML_NAMED_ELEMENT(TolmiStudioWindowModel)
+    QML_UNCREATABLE("The program has one already")
 };

@@ -8,14 +8,24 @@ protected:
     void show() {
         settings->setUiLanguage(AppLanguage::English);
         createSetUp();
-        controller.emplace(item, manager, [this] { ++quits; });
+        controller.emplace(item, manager,
+            StatusItemController::Actions { .openStudio = [this] { done.append(QStringLiteral("studio")); },
+                .openSettings = [this] { done.append(QStringLiteral("settings")); },
+                .quit = [this] { done.append(QStringLiteral("quit")); } });
+    }
+
+    QStringList titles() const {
+        QStringList all;
+        for (const StatusMenuEntry &entry : item.menu)
+            all.append(entry.title);
+        return all;
     }
 
     // The fixture's end wants nobody to hold the flow.
     void TearDown() override { controller.reset(); }
 
     FakeStatusItem item;
-    int quits = 0;
+    QStringList done;
     std::optional<StatusItemController> controller;
 };
 
@@ -28,11 +38,20 @@ TEST_F(StatusItemControllerTest, tellsTheState) {
     EXPECT_FALSE(item.menu.front().action);
 }
 
-TEST_F(StatusItemControllerTest, quits) {
+TEST_F(StatusItemControllerTest, leadsEverywhere) {
     show();
-    EXPECT_EQ(item.menu.back().title, QStringLiteral("Quit Tolmi"));
-    item.menu.back().action();
-    EXPECT_EQ(quits, 1);
+    EXPECT_EQ(titles(),
+        (QStringList { QStringLiteral("Ready"), QStringLiteral("Open Studio"), QStringLiteral("Settings..."),
+            QStringLiteral("Check for Updates..."), QStringLiteral("Quit Tolmi") }));
+    for (const size_t line : { 1, 2, 4 })
+        item.menu[line].action();
+    EXPECT_EQ(
+        done, (QStringList { QStringLiteral("studio"), QStringLiteral("settings"), QStringLiteral("quit") }));
+}
+
+TEST_F(StatusItemControllerTest, cannotDoWhatItWasNotGiven) {
+    show();
+    EXPECT_FALSE(item.menu[3].action);
 }
 
 TEST_F(StatusItemControllerTest, followsTheLanguage) {
@@ -51,10 +70,4 @@ TEST_F(StatusItemControllerTest, showsAnErrorAsAMessage) {
     clock.advance(3);
     EXPECT_EQ(item.menu.front().title, QStringLiteral("Ready"));
     EXPECT_EQ(item.messages.size(), 1);
-}
-
-TEST_F(StatusItemControllerTest, announcesALaterStart) {
-    show();
-    controller->announce();
-    EXPECT_EQ(item.messages, QStringList { QStringLiteral("Tolmi Flow: Ready") });
 }

@@ -42,6 +42,13 @@ QStringList statesOf(const DictationReport &report) {
     return names;
 }
 
+bool isStudioActive() {
+    QProcess process;
+    process.start("xdotool", { "getactivewindow", "getwindowname" });
+    process.waitForFinished(5000);
+    return process.readAllStandardOutput() == "Tolmi Studio\n";
+}
+
 int runTool(const QString &program, const QStringList &arguments) {
     return QProcess::execute(program, arguments);
 }
@@ -181,7 +188,9 @@ TEST_F(WholeDictation, BrokenSettingsAreSetAsideAndTheStartingModelServes) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("{ \"tolmi.language\": ");
     file.close();
-    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM)));
+    // A first start as far as the program can tell, so the Studio opens beside the editor.
+    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM), {}));
+    ASSERT_TRUE(waitUntil(isStudioActive, 20));
     ASSERT_TRUE(m_editor.open());
     EXPECT_EQ(words(speak("romanian-2").pasted), wordsOfSample("romanian-2"))
         << "Romanian is the language of a first start";
@@ -189,11 +198,13 @@ TEST_F(WholeDictation, BrokenSettingsAreSetAsideAndTheStartingModelServes) {
     EXPECT_EQ(folder.entryList({ "settings.json.unreadable-*" }).size(), 1);
 }
 
-TEST_F(WholeDictation, SecondStartLeavesTheFirstAlone) {
+TEST_F(WholeDictation, SecondStartOpensTheStudioAndTheFirstGoesOn) {
     start();
     RunningProgram second;
     EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM)));
     EXPECT_TRUE(m_program.isRunning());
+    ASSERT_TRUE(waitUntil(isStudioActive, 20));
+    ASSERT_TRUE(m_editor.bringToFront());
     EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
 }
 

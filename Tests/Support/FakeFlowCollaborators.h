@@ -206,6 +206,10 @@ public:
 
     void setAppearance(std::optional<Appearance> appearance) override;
     void setDidBecomeActiveObserver(std::function<void()> observer) override;
+    void activate() override { m_journal.add(QStringLiteral("application.activate")); }
+    void orderFront(const QString &title) override {
+        m_journal.add(QStringLiteral("application.orderFront ") + title);
+    }
 
 private:
     FlowJournal &m_journal;

@@ -1,4 +1,5 @@
 #include "TolmiApp/Views.h"
+#include "Views/StudioStage.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -9,7 +10,10 @@ class Setup : public QObject {
 
 public Q_SLOTS:
     void applicationAvailable() { Views::prepareApplication(); }
-    void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
+    void qmlEngineAvailable(QQmlEngine *engine) {
+        Views::prepareEngine(*engine);
+        qmlRegisterType<StudioStage>("TolmiTesting", 1, 0, "StudioStage");
+    }
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(tolmi, Setup)

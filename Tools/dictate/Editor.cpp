@@ -33,6 +33,12 @@ bool Editor::open() {
         && waitUntil([this] { return hasFocus(m_process.processId()); }, 20);
 }
 
+bool Editor::bringToFront() {
+    outputOf(
+        QStringLiteral("wmctrl"), { QStringLiteral("-x"), QStringLiteral("-a"), QStringLiteral("mousepad") });
+    return waitUntil([this] { return hasFocus(m_process.processId()); }, 20);
+}
+
 QString Editor::text() {
     // A mark behind the text tells that what was copied is all of it, and tells an empty editor from a slow
     // one.

@@ -15,6 +15,10 @@ public:
     /// Starts the editor and waits until its window has the focus; false when that does not happen in time.
     bool open();
 
+    /// Gives the focus back to the editor's window, as a click on it does; false when that does not happen in
+    /// time.
+    bool bringToFront();
+
     /// Everything that stands in the editor's window: select all, copy, and read what the editor then offers.
     /// The clipboard holds that text afterwards.
     QString text();

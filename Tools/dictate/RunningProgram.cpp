@@ -18,11 +18,11 @@ RunningProgram::~RunningProgram() {
     quit();
 }
 
-bool RunningProgram::start(const QString &path) {
+bool RunningProgram::start(const QString &path, const QStringList &arguments) {
     // What an earlier run said must not be taken for this one's.
     m_stages.clear();
     m_state.clear();
-    m_process.start(path, {});
+    m_process.start(path, arguments);
     if (!m_process.waitForStarted(5000)) {
         m_output += m_process.errorString() + u'\n';
         return false;

@@ -118,7 +118,6 @@ bool prepareExampleHome(const Look &look, HomeOptions options, const QString &sa
     options.language = look.language;
     options.settings.insert("tolmi.uiLanguage", look.language);
     options.settings.insert("tolmi.appearance", look.scheme);
-    options.settings.insert("tolmi.onboarding.completed", true);
     options.settings.insert(
         "tolmi.profileDisplayName", look.isRomanian() ? "Ioana Marinescu" : "Andrew Cole");
     QDir(dataFolder() + QStringLiteral("/audio-cache")).removeRecursively();

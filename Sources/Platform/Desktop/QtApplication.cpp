@@ -3,6 +3,9 @@
 #include <QApplication>
 #include <QPalette>
 #include <QStyle>
+#include <QWindow>
+
+#include <algorithm>
 
 namespace {
 QPalette darkPalette() {
@@ -18,20 +21,55 @@ QPalette darkPalette() {
         palette.setColor(QPalette::Disabled, role, text.darker(180));
     return palette;
 }
+
+/// The windows that one works in; signs, menus and tool tips are none.
+QWindowList shownWindows() {
+    QWindowList windows = QGuiApplication::topLevelWindows();
+    windows.removeIf(
+        [](const QWindow *window) { return window->type() != Qt::Window || !window->isVisible(); });
+    return windows;
+}
 } // namespace
 
-QtApplication::QtApplication() {
+QtApplication::QtApplication(const DesktopLook &look)
+    : m_look(look) {
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive && m_didBecomeActive)
             m_didBecomeActive();
     });
+    connect(&look, &DesktopLook::changed, this, [this] { applyAppearance(); });
 }
 
 void QtApplication::setAppearance(std::optional<Appearance> appearance) {
+    m_appearance = appearance;
+    applyAppearance();
+}
+
+void QtApplication::applyAppearance() {
+    const std::optional<Appearance> shown = m_appearance ? m_appearance : m_look.appearance();
     QApplication::setPalette(
-        appearance == Appearance::Dark ? darkPalette() : QApplication::style()->standardPalette());
+        shown == Appearance::Dark ? darkPalette() : QApplication::style()->standardPalette());
 }
 
 void QtApplication::setDidBecomeActiveObserver(std::function<void()> observer) {
     m_didBecomeActive = std::move(observer);
+}
+
+void QtApplication::activate() {
+    for (QWindow *window : shownWindows())
+        bringToFront(*window);
+}
+
+void QtApplication::orderFront(const QString &title) {
+    const QWindowList windows = shownWindows();
+    const auto found = std::ranges::find(windows, title, &QWindow::title);
+    if (found != windows.end())
+        bringToFront(**found);
+}
+
+void QtApplication::bringToFront(QWindow &window) {
+    if (window.windowState() == Qt::WindowMinimized)
+        window.showNormal();
+    window.raise();
+    window.requestActivate();
 }

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Platform/DesktopLook.h"
+
+#include <QDBusConnection>
+#include <QDBusVariant>
+
+/// The look that the desktop's portal tells over the message bus. It is asked without waiting; until it
+/// answers, and where there is no portal, there is no preference.
+class PortalDesktopLook final : public DesktopLook {
+    Q_OBJECT
+
+public:
+    explicit PortalDesktopLook(const QDBusConnection &bus = QDBusConnection::sessionBus());
+
+    std::optional<Appearance> appearance() const override { return m_appearance; }
+    bool isMotionReduced() const override { return m_isMotionReduced; }
+
+private Q_SLOTS:
+    void readChange(const QString &space, const QString &key, const QDBusVariant &value);
+
+private:
+    void askForAll(QDBusConnection bus);
+    void take(const QString &space, const QString &key, const QVariant &value);
+    void takeAppearance(std::optional<Appearance> appearance);
+    void takeMotion(bool isReduced);
+
+    std::optional<Appearance> m_appearance;
+    bool m_isMotionReduced = false;
+};

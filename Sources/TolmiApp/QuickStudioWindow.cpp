@@ -1,0 +1,55 @@
+#include "TolmiApp/QuickStudioWindow.h"
+
+#include "TolmiApp/L10n.h"
+#include "TolmiApp/SettingsStore.h"
+#include "TolmiApp/TolmiStudioWindowModel.h"
+#include "TolmiApp/ViewAppearance.h"
+#include "TolmiApp/ViewTexts.h"
+#include "TolmiApp/Views.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+
+namespace {
+constexpr QSize defaultSize(1100, 700);
+} // namespace
+
+QuickStudioWindow::QuickStudioWindow(
+    TolmiStudioWindowModel &model, const SettingsStore &settings, const DesktopLook &look)
+    : m_model(model)
+    , m_settings(settings)
+    , m_look(look) { }
+
+QuickStudioWindow::~QuickStudioWindow() = default;
+
+void QuickStudioWindow::show() {
+    if (!m_view)
+        load();
+    if (m_view->isVisible())
+        return;
+    m_view->show();
+    m_model.appear();
+}
+
+void QuickStudioWindow::load() {
+    m_view = std::make_unique<QQuickView>();
+    QQmlEngine &engine = *m_view->engine();
+    Views::prepareEngine(engine);
+    new ViewAppearance(engine, m_settings, m_look);
+    auto *texts = new ViewTexts(m_settings, PlatformTexts::forLinux(), &engine);
+    m_view->setTitle(L10n::text(L10n::Key::appTitle, m_settings.uiLanguage()));
+    m_view->setResizeMode(QQuickView::SizeRootObjectToView);
+    m_view->resize(defaultSize);
+    m_view->setInitialProperties({ { QStringLiteral("model"), QVariant::fromValue(&m_model) },
+        { QStringLiteral("texts"), QVariant::fromValue(texts) } });
+    m_view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/TolmiStudioWindowView.qml")));
+    connect(&m_model, &TolmiStudioWindowModel::selectionChanged, this, [this] { heedMinimumSize(); });
+    heedMinimumSize();
+}
+
+void QuickStudioWindow::heedMinimumSize() {
+    const QSize minimum = m_view->rootObject()->property("minimumSize").toSizeF().toSize();
+    m_view->setMinimumSize(minimum);
+    m_view->resize(m_view->size().expandedTo(minimum));
+}

@@ -1,0 +1,130 @@
+import QtQuick
+import Tolmi
+
+/// All of the Studio's window: the sidebar, and the workspace that is chosen in it over a slow backdrop.
+FocusScope {
+    id: studio
+
+    required property TolmiStudioWindowModel model
+    required property var texts
+    /// What the window must not be smaller than for the workspace.
+    readonly property size minimumSize: workspaceSize(model.selection)
+    /// The files of the workspaces' views and of the wizard's.
+    property var views: ({
+            commandCenter: "StudioCommandCenterView.qml",
+            profile: "ProfileWorkspaceView.qml",
+            dictationLive: "StudioDictationLiveView.qml",
+            history: "HistoryWorkspaceView.qml",
+            templates: "StudioTemplatesView.qml",
+            health: "StudioHealthView.qml",
+            settings: "SettingsView.qml",
+            onboarding: "OnboardingWizardView.qml"
+        })
+    /// The workspace that is shown now.
+    property StudioWorkspace workspace: null
+
+    function workspaceSize(name: string): size {
+        return name === "history" ? Qt.size(Metrics.sidebarWidth + 920, 620) : Qt.size(Metrics.sidebarWidth + 700, 600);
+    }
+
+    function showWorkspace() {
+        const old = workspace;
+        const hadFocus = old !== null && old.activeFocus;
+        const destination = model.destinations.find(each => each.name === model.selection);
+        workspace = place.createObject(detail, {
+            name: destination.name,
+            titleKey: destination.titleKey,
+            view: Qt.resolvedUrl(views[destination.name])
+        });
+        if (old !== null)
+            old.leave();
+        if (hadFocus)
+            sidebar.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
+    focus: true
+    Accessible.role: Accessible.Client
+    Accessible.name: texts.appTitle
+    Component.onCompleted: showWorkspace()
+
+    Connections {
+        function onSelectionChanged() {
+            studio.showWorkspace();
+        }
+
+        target: studio.model
+    }
+    AnimatedBackdropView {
+        anchors.fill: parent
+    }
+    StudioSidebar {
+        id: sidebar
+
+        height: parent.height
+        model: studio.model
+        texts: studio.texts
+        focus: true
+    }
+    Item {
+        id: detail
+
+        x: sidebar.width
+        width: parent.width - x
+        height: parent.height
+        clip: true
+    }
+    Component {
+        id: place
+
+        StudioWorkspace {
+            required property string titleKey
+
+            model: studio.model
+            texts: studio.texts
+            title: studio.texts[titleKey]
+        }
+    }
+    SheetPopup {
+        id: sheet
+
+        padding: 0
+        closePolicy: SheetPopup.NoAutoClose
+        visible: studio.model.isShowingOnboarding && studio.model.hasOnboarding
+
+        contentItem: Loader {
+            active: sheet.visible
+            focus: true
+
+            sourceComponent: ModelLoader {
+                view: Qt.resolvedUrl(studio.views.onboarding)
+                texts: studio.texts
+                makeModel: owner => studio.model.makeOnboardingModel(owner)
+            }
+        }
+    }
+    Repeater {
+        model: studio.model.destinations
+
+        Item {
+            required property int index
+            required property var modelData
+
+            Shortcut {
+                sequence: "Ctrl+" + (index + 1)
+                onActivated: studio.model.selection = modelData.name
+            }
+        }
+    }
+    Shortcut {
+        sequence: "Ctrl+,"
+        onActivated: studio.model.selection = "settings"
+    }
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: studio.model.quit()
+    }
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: studio.Window.window.close()
+    }
+}

@@ -1,0 +1,39 @@
+#!/bin/bash
+# What an installation leaves on the machine. TOLMI_BUILD_DIR is the finished build.
+# shellcheck source=Tests/Tools/check.sh
+source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
+
+install_program() {
+  cmake --install "${TOLMI_BUILD_DIR:?}" --prefix "$work/usr" >"$work/log" 2>&1 || fail "$(cat "$work/log")"
+}
+
+# expect_valid COMMAND FILE...: where the command is there at all.
+expect_valid() {
+  ! type -P "$1" >/dev/null || expect_status 0 "$@"
+}
+
+test_everything_is_in_its_place() {
+  local file side
+  install_program
+  for file in bin/tolmi share/applications/tolmi.desktop share/metainfo/tolmi.metainfo.xml \
+    share/icons/hicolor/scalable/apps/tolmi.svg share/tolmi/models/ggml-tolmi-starter-q8_0.bin; do
+    [[ -s $work/usr/$file ]] || fail "$file is missing"
+  done
+  for side in 16 24 32 48 64 128 256 512; do
+    file=$work/usr/share/icons/hicolor/${side}x$side/apps/tolmi.png
+    # Width and height stand at fixed places of every PNG.
+    expect_equal "$(od -An -tu1 -j16 -N8 "$file" | tr -s ' ')" \
+      " 0 0 $((side / 256)) $((side % 256)) 0 0 $((side / 256)) $((side % 256))" "$file"
+  done
+}
+
+test_descriptions_are_valid() {
+  local share=$work/usr/share
+  install_program
+  expect_valid desktop-file-validate "$share/applications/tolmi.desktop"
+  expect_valid appstreamcli validate --no-net "$share/metainfo/tolmi.metainfo.xml"
+  expect_contains "$(cat "$share/applications/tolmi.desktop")" "Exec=tolmi"
+  expect_contains "$(cat "$share/metainfo/tolmi.metainfo.xml")" ">tolmi.desktop<"
+}
+
+run_case "$@"

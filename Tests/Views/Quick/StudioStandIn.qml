@@ -1,0 +1,12 @@
+import QtQuick
+
+/// In the place of a workspace's view.
+FocusScope {
+    required property QtObject model
+    required property var texts
+
+    objectName: "standIn"
+    implicitWidth: 640
+    implicitHeight: 460
+    activeFocusOnTab: true
+}

@@ -1,0 +1,172 @@
+import QtQuick
+import QtTest
+import Tolmi
+import TolmiTesting
+
+TestCase {
+    id: testCase
+
+    name: "Studio"
+    width: 1100
+    height: 700
+    visible: true
+    when: windowShown
+
+    Component {
+        id: stages
+
+        StudioStage { }
+    }
+    Component {
+        id: studios
+
+        TolmiStudioWindowView {
+            anchors.fill: parent
+        }
+    }
+
+    property var stage
+    property var studio
+
+    function init() {
+        Motion.isReduced = true;
+        stage = stages.createObject(testCase);
+        const views = { onboarding: Qt.resolvedUrl("StudioStandIn.qml") };
+        for (const destination of stage.model.destinations)
+            views[destination.name] = Qt.resolvedUrl("StudioStandIn.qml");
+        studio = studios.createObject(testCase, { model: stage.model, texts: stage.texts, views: views });
+        studio.forceActiveFocus();
+    }
+
+    // In this order: the view reads its model until it goes.
+    function cleanup() {
+        studio.destroy();
+        stage.destroy();
+        wait(0);
+    }
+
+    function selection() {
+        return stage.model.selection;
+    }
+
+    function row(title) {
+        return findAll(studio, item => item instanceof SidebarRow && item.text === title)[0];
+    }
+
+    function findAll(item, matches) {
+        let found = matches(item) ? [item] : [];
+        for (let index = 0; index < item.children.length; ++index)
+            found = found.concat(findAll(item.children[index], matches));
+        return found;
+    }
+
+    function test_rowsBearTheNamesInTheLanguage() {
+        const titles = () => findAll(studio, item => item instanceof SidebarRow).map(item => item.text);
+        compare(titles(), ["Command Center", "Profile", "Dictation Live", "History", "Templates", "Health", "Settings"]);
+        stage.speakRomanian();
+        compare(titles(), ["Centru comenzi", "Profil", "Dictare live", "Istoric", "Sabloane", "Diagnostic", "Setari"]);
+        compare(row("Istoric").Accessible.role, Accessible.ListItem);
+        compare(row("Istoric").Accessible.name, "Istoric");
+    }
+
+    function test_clickGoesThere() {
+        mouseClick(row("History"));
+        compare(selection(), "history");
+        verify(row("History").highlighted);
+        verify(!row("Command Center").highlighted);
+    }
+
+    function test_arrowsGoUpAndDownAndStopAtTheEnds() {
+        keyClick(Qt.Key_Up);
+        compare(selection(), "commandCenter");
+        keyClick(Qt.Key_Down);
+        compare(selection(), "profile");
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Up);
+        compare(selection(), "profile");
+        verify(row("Profile").activeFocus);
+        keyClick(Qt.Key_End);
+        compare(selection(), "settings");
+        keyClick(Qt.Key_Down);
+        compare(selection(), "settings");
+        keyClick(Qt.Key_Home);
+        compare(selection(), "commandCenter");
+    }
+
+    function test_numbersGoThere() {
+        const names = ["commandCenter", "profile", "dictationLive", "history", "templates", "health", "settings"];
+        for (let index = names.length - 1; index >= 0; --index) {
+            keyClick(Qt.Key_1 + index, Qt.ControlModifier);
+            compare(selection(), names[index]);
+        }
+    }
+
+    function test_commaOpensTheSettings() {
+        keyClick(Qt.Key_Comma, Qt.ControlModifier);
+        compare(selection(), "settings");
+    }
+
+    function test_qQuits() {
+        keyClick(Qt.Key_Q, Qt.ControlModifier);
+        compare(stage.quits, 1);
+    }
+
+    function test_tabLeavesTheSidebarForTheWorkspace() {
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Tab);
+        verify(studio.workspace.activeFocus);
+        keyClick(Qt.Key_Backtab);
+        verify(row("Profile").activeFocus);
+    }
+
+    function test_keyboardStaysInTheSidebarWhenItsWorkspaceGoes() {
+        keyClick(Qt.Key_Tab);
+        verify(studio.workspace.activeFocus);
+        stage.model.selection = "history";
+        verify(row("History").activeFocus);
+    }
+
+    function test_onlyTheShownWorkspaceLives() {
+        for (const destination of stage.model.destinations)
+            stage.model.selection = destination.name;
+        stage.model.selection = "templates";
+        tryCompare(stage, "liveModels", 1);
+        compare(findAll(studio, item => item.objectName === "standIn").length, 1);
+    }
+
+    function test_workspaceWithoutAModelShowsItsTitleOnly() {
+        const titles = () => findAll(studio.workspace, item => item instanceof StudioText && item.visible).map(item => item.text);
+        compare(titles(), []);
+        stage.model.selection = "health";
+        compare(titles(), ["Health"]);
+        stage.speakRomanian();
+        compare(titles(), ["Diagnostic"]);
+    }
+
+    function test_workspacesFadeIntoEachOther() {
+        Motion.isReduced = false;
+        const old = studio.workspace;
+        stage.model.selection = "profile";
+        verify(!old.enabled);
+        verify(studio.workspace.opacity < 1);
+        tryCompare(studio.workspace, "opacity", 1);
+        tryCompare(stage, "liveModels", 1);
+    }
+
+    function test_wizardLiesOverTheWorkspaceUntilItIsClosed() {
+        const sheet = () => findAll(studio.Window.contentItem, item => item.objectName === "standIn").length;
+        compare(sheet(), 1);
+        stage.model.isShowingOnboarding = true;
+        tryVerify(() => sheet() === 2);
+        compare(stage.liveModels, 2);
+        stage.model.isShowingOnboarding = false;
+        tryCompare(stage, "liveModels", 1);
+        compare(selection(), "commandCenter");
+    }
+
+    function test_historyNeedsAWideWindow() {
+        compare(studio.minimumSize, Qt.size(920, 600));
+        stage.model.selection = "history";
+        compare(studio.minimumSize, Qt.size(1140, 620));
+    }
+}

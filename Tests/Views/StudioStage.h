@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Support/FakeFlowCollaborators.h"
+#include "Support/SettingsOverFakes.h"
+#include "TolmiApp/TolmiStudioWindowModel.h"
+#include "TolmiApp/ViewTexts.h"
+
+/// A Studio's model for the tests of its view, over a platform in memory. Every workspace has a plain object
+/// for a model, but for the health checks, which have none.
+class StudioStage : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QObject *model READ model CONSTANT)
+    Q_PROPERTY(QObject *texts READ texts CONSTANT)
+    /// How many models of workspaces and wizards live now.
+    Q_PROPERTY(int liveModels READ liveModels)
+    Q_PROPERTY(int quits READ quits)
+
+public:
+    StudioStage();
+
+    QObject *model() { return &m_model; }
+    QObject *texts() { return &m_texts; }
+    int liveModels() const { return m_liveModels; }
+    int quits() const { return m_quits; }
+
+    Q_INVOKABLE void speakRomanian() { m_settings.store.setUiLanguage(AppLanguage::Romanian); }
+
+private:
+    StudioWorkspaces workspaces();
+    StudioModelFactory counting();
+
+    SettingsOverFakes m_settings;
+    FlowJournal m_journal;
+    FakeApplication m_application { m_journal };
+    StudioRouter m_router { m_application };
+    int m_liveModels = 0;
+    int m_quits = 0;
+    TolmiStudioWindowModel m_model;
+    ViewTexts m_texts { m_settings.store, PlatformTexts::forLinux() };
+};

@@ -1,0 +1,76 @@
+#include "TolmiApp/QuickStudioWindow.h"
+
+#include "Support/FakeDesktopLook.h"
+#include "Support/FakeFlowCollaborators.h"
+#include "Support/SettingsOverFakes.h"
+#include "TolmiApp/TolmiStudioWindowModel.h"
+#include "Views/ViewsFixture.h"
+
+#include <QQuickItem>
+#include <QQuickView>
+
+namespace {
+
+class StudioWindowTest : public ViewsTest {
+protected:
+    SettingsOverFakes settings;
+    FlowJournal journal;
+    FakeApplication application { journal };
+    StudioRouter router { application };
+    TolmiStudioWindowModel model { settings.store, router, {} };
+    FakeDesktopLook look;
+    QuickStudioWindow window { model, settings.store, look };
+};
+
+} // namespace
+
+TEST_F(StudioWindowTest, LoadsNothingBeforeItIsShown) {
+    EXPECT_EQ(window.view(), nullptr);
+    EXPECT_FALSE(model.isShowingOnboarding());
+}
+
+TEST_F(StudioWindowTest, OpensInItsSizeUnderItsTitle) {
+    window.show();
+    ASSERT_TRUE(window.view());
+    EXPECT_TRUE(window.view()->isVisible());
+    EXPECT_EQ(window.view()->title(), QStringLiteral("Tolmi Studio"));
+    EXPECT_EQ(window.view()->size(), QSize(1100, 700));
+    EXPECT_EQ(window.view()->rootObject()->size(), QSizeF(1100, 700));
+    EXPECT_TRUE(model.isShowingOnboarding()) << "the wizard of a new user";
+}
+
+TEST_F(StudioWindowTest, StaysLoadedWhenItIsClosed) {
+    window.show();
+    const QQuickItem *const root = window.view()->rootObject();
+    router.setDestination(StudioDestination::Templates);
+    window.view()->close();
+    EXPECT_FALSE(window.view()->isVisible());
+    window.show();
+    EXPECT_TRUE(window.view()->isVisible());
+    EXPECT_EQ(window.view()->rootObject(), root);
+    EXPECT_EQ(model.selection(), QStringLiteral("templates"));
+}
+
+TEST_F(StudioWindowTest, GrowsForTheHistoryAndStaysLarge) {
+    window.show();
+    EXPECT_EQ(window.view()->minimumSize(), QSize(920, 600));
+    router.setDestination(StudioDestination::History);
+    EXPECT_EQ(window.view()->size(), QSize(1140, 700));
+    EXPECT_EQ(window.view()->minimumSize(), QSize(1140, 620));
+    router.setDestination(StudioDestination::Health);
+    EXPECT_EQ(window.view()->size(), QSize(1140, 700));
+    EXPECT_EQ(window.view()->minimumSize(), QSize(920, 600));
+}
+
+TEST_F(StudioWindowTest, OpensLargeEnoughForTheHistory) {
+    router.setDestination(StudioDestination::History);
+    window.show();
+    EXPECT_EQ(window.view()->size(), QSize(1140, 700));
+}
+
+TEST_F(StudioWindowTest, ShowingItAgainLeavesItAsItIs) {
+    window.show();
+    window.view()->resize(1300, 900);
+    window.show();
+    EXPECT_EQ(window.view()->size(), QSize(1300, 900));
+}
