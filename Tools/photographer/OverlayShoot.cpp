@@ -37,7 +37,8 @@ QStringList OverlayShoot::run() {
 
     user.pointAt(Place::nowhere);
     dictateAndWatch(stage, options.sample(m_look.isRomanian() ? "romanian-2" : "english-2"));
-    QStringList missing = save({ "recording", "transcribing", "refining", "pasting", "done" });
+    // Pasting holds the program up and is over before anything of it is drawn.
+    QStringList missing = save({ "recording", "transcribing", "refining", "done" });
     user.pointAt(Place::onOverlay);
     dictateAndWatch(stage, quietRecording());
     missing += save({ "optimizingquality" });

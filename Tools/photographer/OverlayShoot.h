@@ -18,7 +18,7 @@ struct ShootOptions {
     QString sample(const QString &name) const { return samplesFolder + u'/' + name + QStringLiteral(".wav"); }
 };
 
-/// Pictures of the overlay in every state that a dictation brings: a good one, a quiet one that is
+/// Pictures of the overlay in every state that a dictation shows: a good one, a quiet one that is
 /// transcribed twice, and one that fails. Where the pointer rests on the overlay, its words are in the
 /// picture.
 class OverlayShoot {
