@@ -44,15 +44,25 @@ bool isStudioInFront() {
     return outputOf({ "getactivewindow", "getwindowname" }).trimmed() == u"Tolmi Studio";
 }
 
-/// The program's sign in the tray; null when it has none.
-QRect statusItem() {
-    for (const QString &window :
-        outputOf({ "search", "--onlyvisible", "--class", "^tolmi$" }).split('\n', Qt::SkipEmptyParts)) {
+/// The program's visible window whose width is between these; null when it has none.
+QRect windowOfWidth(int least, int most) {
+    const QString found = outputOf({ "search", "--onlyvisible", "--class", "^tolmi$" });
+    for (const QString &window : found.split('\n', Qt::SkipEmptyParts)) {
         const QRect place = geometryOf({ "getwindowgeometry", "--shell", window });
-        if (place.width() >= 10 && place.width() <= 40)
+        if (place.width() >= least && place.width() <= most)
             return place;
     }
     return {};
+}
+
+/// The program's sign in the tray.
+QRect statusItem() {
+    return windowOfWidth(10, 40);
+}
+
+/// With the shadow around it.
+QRect popup() {
+    return windowOfWidth(320, 500);
 }
 } // namespace
 
@@ -69,41 +79,39 @@ QStringList WindowShoot::run() {
     RunningProgram program;
     if (!program.start(m_options.program))
         return { QStringLiteral("the program did not start: ") + program.output() };
-    QStringList missing = shootPopup(user, AccessibleProgram(program.processId()));
+    const AccessibleProgram windows(program.processId());
+    QStringList missing = shootPopup(user);
     // A second start opens the Studio of the first.
     RunningProgram second;
     second.start(m_options.program, {});
     if (!waitUntil(isStudioInFront, patience))
         return missing + QStringList { QStringLiteral("the Studio did not open: ") + program.output() };
-    return missing + shootStudio(user);
+    return missing + shootStudio(user, windows);
 }
 
-QStringList WindowShoot::shootStudio(VirtualUser &user) {
+QStringList WindowShoot::shootStudio(VirtualUser &user, const AccessibleProgram &program) {
     QStringList missing;
     user.pointAt(Place::nowhere);
     for (const WindowSize &size : windowSizes) {
         for (int index = 0; index < workspaces.size(); ++index) {
-            user.typeWithControl(QByteArray::number(index + 1));
+            user.typeWithControl(QByteArray::number(index + 1).constData());
             placeActiveWindow(QRect({ 150, 60 }, size.size));
             pause(settling);
-            missing += save(geometryOf({ "getactivewindow", "getwindowgeometry", "--shell" }),
+            missing += save(program.find(QStringLiteral("frame"), {})->rectangle(),
                 QStringLiteral("studio-") + workspaces[index] + u'-' + size.name);
         }
     }
     return missing;
 }
 
-QStringList WindowShoot::shootPopup(VirtualUser &user, const AccessibleProgram &program) {
-    constexpr int margin = 30;
+QStringList WindowShoot::shootPopup(VirtualUser &user) {
     waitUntil([] { return !statusItem().isNull(); }, patience);
     user.click(statusItem().center());
-    const auto popup = program.find(QStringLiteral("dialog"), {});
+    if (!waitUntil([] { return !popup().isNull(); }, patience))
+        return { QStringLiteral("the popup did not open") };
     user.pointAt({ 20, 20 });
     pause(settling);
-    if (!popup)
-        return { QStringLiteral("the popup did not open") };
-    const QStringList missing
-        = save(popup->rectangle().adjusted(-margin, -margin, margin, margin), QStringLiteral("popup"));
+    const QStringList missing = save(popup(), QStringLiteral("popup"));
     user.type("Escape");
     return missing;
 }

@@ -13,8 +13,8 @@ public:
     QStringList run();
 
 private:
-    QStringList shootStudio(VirtualUser &user);
-    QStringList shootPopup(VirtualUser &user, const AccessibleProgram &program);
+    QStringList shootStudio(VirtualUser &user, const AccessibleProgram &program);
+    QStringList shootPopup(VirtualUser &user);
     /// The name, if the picture was not saved.
     QStringList save(const QRect &place, const QString &subject);
 
