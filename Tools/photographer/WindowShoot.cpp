@@ -3,8 +3,10 @@
 #include "dictate/Waiting.h"
 #include "photographer/Camera.h"
 
+#include <QGuiApplication>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QScreen>
 
 namespace {
 /// Seconds after which whatever slides, fades or loads in a window has come to rest.
@@ -118,6 +120,7 @@ QStringList WindowShoot::shootPopup(VirtualUser &user) {
 
 QStringList WindowShoot::save(const QRect &place, const QString &subject) {
     const QString name = subject + u'-' + m_look.name() + QStringLiteral(".png");
-    const bool isSaved = Camera::picture(place).save(m_options.outputFolder + u'/' + name);
+    const bool isSaved = Camera::picture(place.intersected(QGuiApplication::primaryScreen()->geometry()))
+                             .save(m_options.outputFolder + u'/' + name);
     return isSaved ? QStringList() : QStringList { name };
 }
