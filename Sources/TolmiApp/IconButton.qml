@@ -17,7 +17,8 @@ T.Button {
     implicitHeight: 26
     opacity: enabled ? down ? 0.9 : 1 : 0.42
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
+    Accessible.focusable: activeFocusOnTab
     Accessible.name: toolTip
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()

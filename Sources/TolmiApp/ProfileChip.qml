@@ -16,8 +16,9 @@ T.Button {
     implicitWidth: label.x + label.width + (isSmall ? 9 : 12)
     implicitHeight: isSmall ? 24 : 34
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     opacity: !enabled ? 0.42 : down ? 0.9 : 1
+    Accessible.focusable: activeFocusOnTab
     Accessible.name: text
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()

@@ -13,10 +13,12 @@ T.ItemDelegate {
     implicitWidth: 200
     implicitHeight: 36
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
+    Accessible.focusable: activeFocusOnTab
     Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.selected: highlighted
+    Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

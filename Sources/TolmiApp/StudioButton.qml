@@ -28,7 +28,8 @@ T.Button {
     verticalPadding: isSmall ? 6 : 10
     opacity: !enabled ? 0.42 : down ? 0.9 : 1
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
+    Accessible.focusable: activeFocusOnTab
     Accessible.name: text
     Accessible.description: toolTip
     Keys.onReturnPressed: clicked()

@@ -21,13 +21,16 @@ T.ComboBox {
     rightPadding: 26
     opacity: enabled ? 1 : 0.42
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     model: options
     textRole: "text"
     valueRole: "value"
     currentIndex: options.findIndex(option => option.value === value)
+    Accessible.focusable: activeFocusOnTab
     Accessible.role: Accessible.ComboBox
     Accessible.name: label
+    Accessible.description: displayText
+    Accessible.onPressAction: popup.open()
     // At the release, as the other keys do: opened at the press, the list would take the release for a choice.
     Keys.onReleased: event => {
         if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !popup.visible) {
@@ -90,7 +93,10 @@ T.ComboBox {
         implicitHeight: 30
         highlighted: picker.highlightedIndex === index
         hoverEnabled: true
+        Accessible.role: Accessible.ListItem
         Accessible.name: modelData.text
+        Accessible.selected: picker.currentIndex === index
+        Accessible.onPressAction: clicked()
         contentItem: MenuRow {
             id: row
 

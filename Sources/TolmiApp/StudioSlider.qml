@@ -16,8 +16,18 @@ T.Slider {
     snapMode: T.Slider.SnapAlways
     opacity: enabled ? 1 : 0.42
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
+    Accessible.focusable: activeFocusOnTab
     Accessible.name: label
+    // Its own would move the handle without telling anybody.
+    Accessible.onIncreaseAction: {
+        increase();
+        moved();
+    }
+    Accessible.onDecreaseAction: {
+        decrease();
+        moved();
+    }
 
     background: Item {
         Rectangle {

@@ -12,8 +12,11 @@ T.Switch {
     implicitHeight: 20
     opacity: enabled ? 1 : 0.42
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
+    Accessible.focusable: activeFocusOnTab
     Accessible.name: label
+    // Its own would turn the mark without telling anybody.
+    Accessible.onToggleAction: press()
     Keys.onReturnPressed: press()
     Keys.onEnterPressed: press()
 

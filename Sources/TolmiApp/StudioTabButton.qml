@@ -14,9 +14,16 @@ T.TabButton {
     implicitHeight: 30
     width: implicitWidth
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     opacity: enabled ? 1 : 0.42
+    Accessible.focusable: activeFocusOnTab
     Accessible.name: text
+    Accessible.selected: checked
+    Accessible.onPressAction: {
+        if (!checked)
+            toggle();
+        clicked();
+    }
 
     background: Item {
         FocusRing {

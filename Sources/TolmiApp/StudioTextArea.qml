@@ -58,7 +58,9 @@ Item {
             Keys.enabled: area.isReadOnly
             Keys.onUpPressed: scrollBar.decrease()
             Keys.onDownPressed: scrollBar.increase()
+            activeFocusOnTab: enabled
             Accessible.name: area.label
+            Accessible.editable: enabled && !area.isReadOnly
             Accessible.readOnly: area.isReadOnly
             onTextChanged: {
                 if (activeFocus && !area.isReadOnly)

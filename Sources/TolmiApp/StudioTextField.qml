@@ -31,7 +31,9 @@ T.TextField {
     hoverEnabled: true
     selectByMouse: true
     renderType: Text.NativeRendering
+    activeFocusOnTab: enabled
     Accessible.name: label === "" ? placeholderText : label
+    Accessible.editable: enabled
     onTextEdited: edited(text)
     onTextChanged: {
         // What does not fit is cut at the end, not at the beginning.

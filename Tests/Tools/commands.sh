@@ -4,7 +4,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
 
 test_help_is_given() {
   local command
-  for command in run test Tools/setup Tools/virtual-desktop Tools/whisper-cli/install; do
+  for command in run test Tools/screenshots Tools/setup Tools/virtual-desktop Tools/whisper-cli/install; do
     expect_status 0 "$root/$command" --help
     expect_contains "$output" "Usage: "
   done
@@ -12,7 +12,7 @@ test_help_is_given() {
 
 test_unknown_options_are_refused() {
   local command
-  for command in run test; do
+  for command in run test Tools/screenshots; do
     expect_status 2 "$root/$command" --nonsense
     expect_one_line
     expect_contains "$output" "unknown option --nonsense"

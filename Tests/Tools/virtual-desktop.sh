@@ -30,6 +30,25 @@ test_typed_keys_reach_a_window() {
   expect_contains "$output" hello
 }
 
+test_clicks_reach_a_window() {
+  # shellcheck disable=SC2016
+  expect_status 0 "$desktop" bash -c '
+    xev -event button >"$HOME/seen" &
+    xdotool search --sync --onlyvisible --name "Event Tester" mousemove --sync --window %1 40 40 click 1
+    timeout 10 tail -n +1 -f "$HOME/seen" | grep -m 1 ButtonRelease
+    kill %1'
+  expect_contains "$output" ButtonRelease
+}
+
+test_accessibility_bus_is_its_own() {
+  # shellcheck disable=SC2016
+  expect_status 0 "$desktop" bash -c '
+    gdbus call --session --dest org.a11y.Bus --object-path /org/a11y/bus --method org.a11y.Bus.GetAddress
+    echo "of $TOLMI_DESKTOP_DIR"'
+  expect_contains "$output" "unix:path=${output##*of }/run/at-spi"
+  nothing_is_left || fail "left: $(processes_of_desktops_here)"
+}
+
 test_layouts_decide_what_right_alt_is() {
   expect_status 0 "$desktop" xmodmap -pke
   expect_contains "$output" "keycode 108 = Alt_R"

@@ -7,10 +7,6 @@
 #include <QStandardPaths>
 
 namespace {
-QString dataFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Tolmi";
-}
-
 bool link(const QString &target, const QString &name) {
     QDir().mkpath(QFileInfo(name).path());
     return QFileInfo::exists(name) || QFile::link(QFileInfo(target).absoluteFilePath(), name);
@@ -30,7 +26,8 @@ HomeOptions homeOptions(const QCommandLineParser &parser) {
 bool prepareHome(const HomeOptions &options) {
     QJsonObject settings = options.settings;
     settings.insert("tolmi.language", options.language);
-    settings.insert("tolmi.uiLanguage", "en");
+    if (!settings.contains("tolmi.uiLanguage"))
+        settings.insert("tolmi.uiLanguage", "en");
     settings.insert("tolmi.onboarding.completed", true);
     if (!options.model.isEmpty())
         settings.insert("tolmi.modelPath", options.model);
@@ -39,6 +36,10 @@ bool prepareHome(const HomeOptions &options) {
     const bool isLinked
         = options.whisperCLI.isEmpty() || link(options.whisperCLI, dataFolder() + "/tools/whisper-cli");
     return isLinked && file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(settings).toJson()) > 0;
+}
+
+QString dataFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Tolmi";
 }
 
 QString settingsPath() {

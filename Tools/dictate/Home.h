@@ -12,7 +12,7 @@ struct HomeOptions {
     QString whisperCLI;
     /// Path of the speech model; empty lets the program find one.
     QString model;
-    /// Further settings by their keys.
+    /// Further settings by their keys; the interface is English unless one says otherwise.
     QJsonObject settings {};
 };
 
@@ -25,6 +25,9 @@ HomeOptions homeOptions(const QCommandLineParser &parser);
 /// Puts whisper-cli, if one is named, where the program looks first and writes the settings, in the XDG
 /// folders of this process.
 bool prepareHome(const HomeOptions &options);
+
+/// Where the program keeps history and recordings.
+QString dataFolder();
 
 /// The settings file of the home.
 QString settingsPath();

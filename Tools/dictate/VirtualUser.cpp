@@ -2,6 +2,7 @@
 
 #include <QSocketNotifier>
 
+#include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XInput2.h>
 #include <X11/extensions/XTest.h>
@@ -70,6 +71,42 @@ void VirtualUser::typeWithControl(const char *keySymbol) {
 void VirtualUser::type(const char *keySymbol) {
     press(keyCodeOf(keySymbol));
     release(keyCodeOf(keySymbol));
+}
+
+void VirtualUser::enter(const QString &text) {
+    for (const QChar character : text)
+        enter(character);
+}
+
+void VirtualUser::enter(QChar character) {
+    // The symbols of Latin-1 have the numbers of their characters; all others are marked as Unicode.
+    constexpr KeySym unicode = 0x01000000;
+    const KeySym symbol = character.unicode() < 0x100 ? character.unicode() : unicode | character.unicode();
+    const KeyCode keyCode = XKeysymToKeycode(m_connection->display, symbol);
+    if (keyCode == 0)
+        return;
+    const int shift = keyCodeOf("Shift_L");
+    const bool isShifted = XkbKeycodeToKeysym(m_connection->display, keyCode, 0, 0) != symbol;
+    if (isShifted)
+        press(shift);
+    press(keyCode);
+    release(keyCode);
+    if (isShifted)
+        release(shift);
+}
+
+void VirtualUser::pointAt(QPoint place) {
+    constexpr int screenOfThePointer = -1;
+    XTestFakeMotionEvent(m_connection->display, screenOfThePointer, place.x(), place.y(), CurrentTime);
+    XFlush(m_connection->display);
+}
+
+void VirtualUser::click(QPoint place) {
+    constexpr unsigned leftButton = 1;
+    pointAt(place);
+    XTestFakeButtonEvent(m_connection->display, leftButton, True, CurrentTime);
+    XTestFakeButtonEvent(m_connection->display, leftButton, False, CurrentTime);
+    XFlush(m_connection->display);
 }
 
 int VirtualUser::keyCodeOf(const char *keySymbol) const {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
 
 #include <memory>
 #include <optional>
 #include <vector>
 
-/// The hands of a user: presses physical keys of the display and watches what every key of it does.
+/// The hands of a user: presses physical keys of the display, moves its mouse, and watches what every key of
+/// it does.
 class VirtualUser : public QObject {
     Q_OBJECT
 
@@ -34,6 +36,14 @@ public:
     /// Presses and releases the key that gives the named symbol.
     void type(const char *keySymbol);
 
+    /// Types a text; a character that the present layout has on no key, alone or with Shift, is left out.
+    void enter(const QString &text);
+
+    /// Puts the pointer there, in pixels of the screen.
+    void pointAt(QPoint place);
+    /// Presses and releases the left button there.
+    void click(QPoint place);
+
     /// Everything seen since the last call of forget().
     const std::vector<KeyEvent> &seen() const { return m_seen; }
     void forget() { m_seen.clear(); }
@@ -45,6 +55,7 @@ public:
     int keyCodeOf(const char *keySymbol) const;
 
 private:
+    void enter(QChar character);
     void readEvents();
 
     struct Connection;

@@ -87,6 +87,7 @@ Item {
             StudioPicker {
                 options: page.languages
                 value: "auto"
+                label: "Language that cannot be changed"
                 enabled: false
             }
         }
@@ -103,11 +104,13 @@ Item {
             }
             StudioTextField {
                 width: 200
+                label: "Path"
                 value: "/usr/local/bin/whisper-cli"
                 isMonospaced: true
             }
             StudioTextField {
                 width: 120
+                label: "Name that cannot be changed"
                 value: "Ana"
                 enabled: false
             }
@@ -119,14 +122,22 @@ Item {
                 height: 20
                 text: "switch"
             }
-            StudioSwitch { checked: true }
-            StudioSwitch { }
             StudioSwitch {
+                label: "On"
+                checked: true
+            }
+            StudioSwitch { label: "Off" }
+            StudioSwitch {
+                label: "On for ever"
                 checked: true
                 enabled: false
             }
-            StudioSlider { value: 0.45 }
             StudioSlider {
+                label: "Volume"
+                value: 0.45
+            }
+            StudioSlider {
+                label: "Volume that cannot be changed"
                 value: 0.45
                 width: 90
                 enabled: false
@@ -139,9 +150,13 @@ Item {
                 height: 20
                 text: "check box"
             }
-            StudioCheckBox { checked: true }
-            StudioCheckBox { }
             StudioCheckBox {
+                Accessible.name: "Ticked"
+                checked: true
+            }
+            StudioCheckBox { Accessible.name: "Not ticked" }
+            StudioCheckBox {
+                Accessible.name: "Ticked for ever"
                 checked: true
                 enabled: false
             }
@@ -203,6 +218,28 @@ Item {
             }
             ProfileChip { text: page.isRomanian ? "Ioana Marinescu" : "Andrew Cole" }
             Spinner { anchors.verticalCenter: parent.verticalCenter }
+            IconButton {
+                id: more
+
+                symbol: "gearshape"
+                toolTip: "More"
+                anchors.verticalCenter: parent.verticalCenter
+                onClicked: menu.popup(more, 0, more.height)
+
+                StudioMenu {
+                    id: menu
+
+                    StudioMenuItem {
+                        symbol: "doc.on.doc"
+                        text: page.isRomanian ? "Copiază" : "Copy text"
+                    }
+                    StudioMenuItem {
+                        symbol: "trash"
+                        text: page.isRomanian ? "Șterge tot" : "Clear everything"
+                        onTriggered: dialog.open()
+                    }
+                }
+            }
         }
         Row {
             spacing: 10
@@ -305,10 +342,19 @@ Item {
             }
         }
     }
+    StudioDialog {
+        id: dialog
+
+        title: page.isRomanian ? "Ștergi tot?" : "Clear everything?"
+        confirmTone: StudioButton.Danger
+        confirmText: page.isRomanian ? "Șterge" : "Clear"
+        cancelText: page.isRomanian ? "Nu" : "Keep"
+    }
     TextBox {
         x: 540
         y: 420
         width: 310
+        label: "Text to read"
         text: page.isRomanian ? "Ședința de mâine se mută la ora zece, în sala mare. Aduceți, vă rog, situația bugetului."
                               : "Please move the design review to Thursday at ten and tell everyone on the team."
     }
@@ -318,6 +364,7 @@ Item {
         width: 310
         height: 90
         isMonospaced: true
+        label: "System prompt"
         value: "You correct dictated text.\nAnswer with the text alone."
     }
     PremiumTextFieldRow {

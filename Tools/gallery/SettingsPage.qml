@@ -23,6 +23,7 @@ Item {
                 isLast: true
 
                 StudioPicker {
+                    label: page.isRomanian ? "Motor de transcriere" : "Transcription engine"
                     options: [{ value: 0, text: "whisper.cpp (CLI, local)" }]
                     value: 0
                 }
@@ -38,6 +39,7 @@ Item {
                 StudioTextField {
                     width: 400
                     isMonospaced: true
+                    label: page.isRomanian ? "Cale binar" : "Binary path"
                     value: "/usr/local/bin/whisper-cli"
                     Component.onCompleted: forceActiveFocus()
                 }
@@ -48,6 +50,7 @@ Item {
                 StudioTextField {
                     width: 400
                     isMonospaced: true
+                    label: page.isRomanian ? "Cale model" : "Model path"
                     value: "~/.local/share/tolmi/models/ggml-small.bin"
                 }
             }
@@ -55,6 +58,7 @@ Item {
                 label: page.isRomanian ? "Sunet tranzitie" : "Transition sound"
 
                 StudioPicker {
+                    label: page.isRomanian ? "Sunet tranzitie" : "Transition sound"
                     options: [{ value: "submarine", text: "Submarine" }, { value: "none", text: "None" }]
                     value: "submarine"
                 }
@@ -66,6 +70,7 @@ Item {
                     spacing: 8
 
                     StudioSlider {
+                        label: page.isRomanian ? "Volum procesare" : "Processing volume"
                         value: page.volume
                         onMoved: page.volume = value
                     }
@@ -84,7 +89,10 @@ Item {
                 hint: page.isRomanian ? "Actualizarile nu sunt configurate in aceasta versiune."
                                       : "Updates are not configured in this build."
 
-                StudioSwitch { enabled: false }
+                StudioSwitch {
+                    label: page.isRomanian ? "Verifica automat actualizarile" : "Check for updates automatically"
+                    enabled: false
+                }
             }
             FormRow {
                 isLast: true

@@ -1,0 +1,125 @@
+#include "photographer/ExampleHome.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QUuid>
+
+namespace {
+struct ExampleEntry {
+    const char *said;
+    const char *written;
+    const char *target;
+    const char *targetID;
+    /// Before now.
+    double hoursAgo;
+    double seconds;
+    /// Name of a sample; none when empty.
+    const char *sample;
+    bool isPinned;
+};
+
+const ExampleEntry englishEntries[] = {
+    { "thank you for your help john", "Thank you for your help, John.", "Thunderbird", "thunderbird", 0.2,
+        1.4, "english-1", false },
+    { "um who will update the contract in september", "Who will update the contract in September?", "Firefox",
+        "firefox-esr", 0.9, 1.7, "english-2", false },
+    { "please move the design review to thursday at ten and uh tell everyone on the team",
+        "Please move the design review to Thursday at ten and tell everyone on the team.", "Thunderbird",
+        "thunderbird", 2.5, 2.1, "", true },
+    { "the build is green again the flaky test waited for a socket that nobody opened",
+        "The build is green again. The flaky test waited for a socket that nobody opened.", "Terminal",
+        "xfce4-terminal", 5, 2.3, "", false },
+    { "shopping list bread olive oil two lemons and uh coffee",
+        "Shopping list: bread, olive oil, two lemons and coffee.", "Mousepad", "org.xfce.mousepad", 26, 1.8,
+        "", false },
+    { "the first chapter needs a shorter opening the second one is fine as it is",
+        "The first chapter needs a shorter opening. The second one is fine as it is.", "LibreOffice Writer",
+        "libreoffice-writer", 30, 2.6, "", true },
+    { "i will be about ten minutes late please start without me",
+        "I will be about ten minutes late. Please start without me.", "Firefox", "firefox-esr", 52, 1.5, "",
+        false },
+};
+
+const ExampleEntry romanianEntries[] = {
+    { "trimite mesajul lui maria c\u00e2t mai repede", "Trimite mesajul lui Maria c\u00e2t mai repede.",
+        "Thunderbird", "thunderbird", 0.2, 1.5, "romanian-2", false },
+    { "cred p\u0103i c\u0103 trebuie s\u0103 \u0219terg planul",
+        "Cred c\u0103 trebuie s\u0103 \u0219terg planul.", "Firefox", "firefox-esr", 0.9, 1.6, "romanian-1",
+        false },
+    { "\u0219edin\u021ba de m\u00e2ine se mut\u0103 la ora zece \u00een sala mare aduce\u021bi v\u0103 rog "
+      "situa\u021bia "
+      "bugetului",
+        "\u0218edin\u021ba de m\u00e2ine se mut\u0103 la ora zece, \u00een sala mare. Aduce\u021bi, v\u0103 "
+        "rog, "
+        "situa\u021bia bugetului.",
+        "Thunderbird", "thunderbird", 2.5, 2.4, "", true },
+    { "testele trec din nou a\u0219tepta un r\u0103spuns pe care nu \u00eel trimitea nimeni",
+        "Testele trec din nou. A\u0219tepta un r\u0103spuns pe care nu \u00eel trimitea nimeni.", "Terminal",
+        "xfce4-terminal", 5, 2.2, "", false },
+    { "lista de cump\u0103r\u0103turi p\u00e2ine ulei de m\u0103sline dou\u0103 l\u0103m\u00e2i \u0219i "
+      "cafea",
+        "Lista de cump\u0103r\u0103turi: p\u00e2ine, ulei de m\u0103sline, dou\u0103 l\u0103m\u00e2i \u0219i "
+        "cafea.",
+        "Mousepad", "org.xfce.mousepad", 26, 1.9, "", false },
+    { "primul capitol are nevoie de un \u00eenceput mai scurt",
+        "Primul capitol are nevoie de un \u00eenceput mai scurt.", "LibreOffice Writer", "libreoffice-writer",
+        30, 1.8, "", true },
+    { "\u00eent\u00e2rzii vreo zece minute \u00eencepe\u021bi f\u0103r\u0103 mine",
+        "\u00cent\u00e2rzii vreo zece minute. \u00cencepe\u021bi f\u0103r\u0103 mine.", "Firefox",
+        "firefox-esr", 52, 1.4, "", false },
+};
+
+/// Seconds from the beginning of 2001, as the history counts.
+double sinceReferenceDate(const QDateTime &time) {
+    static const QDateTime reference(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
+    return double(reference.msecsTo(time)) / 1000;
+}
+
+/// A copy of the sample among the kept recordings; its name, or none.
+QString keepRecording(const QString &sample, const QString &id, const QString &samplesFolder) {
+    const QString name = QStringLiteral("recording-") + id + QStringLiteral(".wav");
+    QDir().mkpath(dataFolder() + QStringLiteral("/audio-cache"));
+    const bool isCopied = QFile::copy(samplesFolder + u'/' + sample + QStringLiteral(".wav"),
+        dataFolder() + QStringLiteral("/audio-cache/") + name);
+    return isCopied ? name : QString();
+}
+
+QJsonObject stored(const ExampleEntry &entry, const Look &look, const QString &samplesFolder) {
+    const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+    const double made
+        = sinceReferenceDate(QDateTime::currentDateTimeUtc().addMSecs(-qint64(entry.hoursAgo * 3600 * 1000)));
+    QJsonObject object { { "id", id }, { "timestamp", made }, { "rawText", QString::fromUtf8(entry.said) },
+        { "refinedText", QString::fromUtf8(entry.written) }, { "language", look.language },
+        { "durationSeconds", entry.seconds }, { "pasteTargetAppName", entry.target },
+        { "pasteTargetBundleID", entry.targetID }, { "pasteTimestamp", made + entry.seconds },
+        { "qualityPass", "single" }, { "isPinned", entry.isPinned } };
+    if (*entry.sample)
+        object.insert("audioFileRelativePath", keepRecording(entry.sample, id, samplesFolder));
+    return object;
+}
+
+bool writeHistory(const Look &look, const QString &samplesFolder) {
+    QJsonArray history;
+    if (look.isRomanian()) {
+        for (const ExampleEntry &entry : romanianEntries)
+            history.append(stored(entry, look, samplesFolder));
+    } else {
+        for (const ExampleEntry &entry : englishEntries)
+            history.append(stored(entry, look, samplesFolder));
+    }
+    QFile file(dataFolder() + QStringLiteral("/history.json"));
+    return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(history).toJson()) > 0;
+}
+} // namespace
+
+bool prepareExampleHome(const Look &look, HomeOptions options, const QString &samplesFolder) {
+    options.language = look.language;
+    options.settings.insert("tolmi.uiLanguage", look.language);
+    options.settings.insert("tolmi.appearance", look.scheme);
+    options.settings.insert(
+        "tolmi.profileDisplayName", look.isRomanian() ? "Ioana Marinescu" : "Andrew Cole");
+    QDir(dataFolder() + QStringLiteral("/audio-cache")).removeRecursively();
+    return prepareHome(options) && writeHistory(look, samplesFolder);
+}

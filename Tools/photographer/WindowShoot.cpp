@@ -1,0 +1,126 @@
+#include "photographer/WindowShoot.h"
+
+#include "dictate/Waiting.h"
+#include "photographer/Camera.h"
+
+#include <QGuiApplication>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QScreen>
+
+namespace {
+/// Seconds after which whatever slides, fades or loads in a window has come to rest.
+constexpr double settling = 1.2;
+constexpr double patience = 20;
+
+struct WindowSize {
+    QString name;
+    QSize size;
+};
+
+/// The window itself sees to it that it is not smaller than a workspace needs.
+const WindowSize windowSizes[] { { "small", { 800, 560 } }, { "usual", { 1100, 700 } },
+    { "large", { 1600, 960 } } };
+
+/// In the order of their digits.
+const QStringList workspaces { "commandCenter", "profile", "dictationLive", "history", "templates", "health",
+    "settings" };
+
+QString outputOf(const QStringList &arguments) {
+    QProcess process;
+    process.start(QStringLiteral("xdotool"), arguments);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+/// The inside of a window, which a command of xdotool prints.
+QRect geometryOf(const QStringList &command) {
+    const QString told = outputOf(command);
+    const auto value = [&told](const QString &name) {
+        return QRegularExpression(name + "=(-?\\d+)").match(told).captured(1).toInt();
+    };
+    return { value("X"), value("Y"), value("WIDTH"), value("HEIGHT") };
+}
+
+bool isStudioInFront() {
+    return outputOf({ "getactivewindow", "getwindowname" }).trimmed() == u"Tolmi Studio";
+}
+
+/// The program's visible window whose width is between these; null when it has none.
+QRect windowOfWidth(int least, int most) {
+    const QString found = outputOf({ "search", "--onlyvisible", "--class", "^tolmi$" });
+    for (const QString &window : found.split('\n', Qt::SkipEmptyParts)) {
+        const QRect place = geometryOf({ "getwindowgeometry", "--shell", window });
+        if (place.width() >= least && place.width() <= most)
+            return place;
+    }
+    return {};
+}
+
+/// The program's sign in the tray.
+QRect statusItem() {
+    return windowOfWidth(10, 40);
+}
+
+/// With the shadow around it.
+QRect popup() {
+    return windowOfWidth(320, 500);
+}
+} // namespace
+
+WindowShoot::WindowShoot(const ShootOptions &options, const Look &look, Wallpaper &wallpaper)
+    : m_options(options)
+    , m_look(look)
+    , m_wallpaper(wallpaper) { }
+
+QStringList WindowShoot::run() {
+    if (!prepareExampleHome(m_look, m_options.home, m_options.samplesFolder))
+        return { QStringLiteral("the home could not be prepared") };
+    m_wallpaper.setScheme(m_look.scheme);
+    VirtualUser user;
+    RunningProgram program;
+    if (!program.start(m_options.program))
+        return { QStringLiteral("the program did not start: ") + program.output() };
+    const AccessibleProgram windows(program.processId());
+    QStringList missing = shootPopup(user);
+    // A second start opens the Studio of the first.
+    RunningProgram second;
+    second.start(m_options.program, {});
+    if (!waitUntil(isStudioInFront, patience))
+        return missing + QStringList { QStringLiteral("the Studio did not open: ") + program.output() };
+    return missing + shootStudio(user, windows);
+}
+
+QStringList WindowShoot::shootStudio(VirtualUser &user, const AccessibleProgram &program) {
+    QStringList missing;
+    user.pointAt(Place::nowhere);
+    for (const WindowSize &size : windowSizes) {
+        for (int index = 0; index < workspaces.size(); ++index) {
+            user.typeWithControl(QByteArray::number(index + 1).constData());
+            placeActiveWindow(QRect({ 150, 60 }, size.size));
+            pause(settling);
+            missing += save(program.find(QStringLiteral("frame"), {})->rectangle(),
+                QStringLiteral("studio-") + workspaces[index] + u'-' + size.name);
+        }
+    }
+    return missing;
+}
+
+QStringList WindowShoot::shootPopup(VirtualUser &user) {
+    waitUntil([] { return !statusItem().isNull(); }, patience);
+    user.click(statusItem().center());
+    if (!waitUntil([] { return !popup().isNull(); }, patience))
+        return { QStringLiteral("the popup did not open") };
+    user.pointAt({ 20, 20 });
+    pause(settling);
+    const QStringList missing = save(popup(), QStringLiteral("popup"));
+    user.type("Escape");
+    return missing;
+}
+
+QStringList WindowShoot::save(const QRect &place, const QString &subject) {
+    const QString name = subject + u'-' + m_look.name() + QStringLiteral(".png");
+    const bool isSaved = Camera::picture(place.intersected(QGuiApplication::primaryScreen()->geometry()))
+                             .save(m_options.outputFolder + u'/' + name);
+    return isSaved ? QStringList() : QStringList { name };
+}
