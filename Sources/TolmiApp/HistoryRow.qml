@@ -74,7 +74,6 @@ Item {
         y: 12
         width: date.x - x - 12
         role: Typography.strong
-        horizontalAlignment: Text.AlignLeft
         text: row.title
         Accessible.ignored: true
     }
@@ -93,7 +92,6 @@ Item {
         y: 31
         width: row.width - x - 16
         role: Typography.caption
-        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.Wrap
         maximumLineCount: 2
         opacity: 0.85

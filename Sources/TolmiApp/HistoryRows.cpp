@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace {
 /// More of a text than a row can show.
@@ -28,9 +29,6 @@ QByteArray searchForm(const QString &text) {
     return Text::caseFolded(text).toUtf8();
 }
 
-bool contains(const QByteArray &text, const QByteArray &part) {
-    return ::memmem(text.constData(), size_t(text.size()), part.constData(), size_t(part.size())) != nullptr;
-}
 } // namespace
 
 /// One entry, and what belongs to it as long as it is in the history.
@@ -39,12 +37,18 @@ struct HistoryRows::Item {
     /// Both texts in the form in which they are searched, with a byte between them that is in no text; null
     /// while it is not prepared.
     QByteArray searchText;
-    /// The row in the list that is being made; -1 when it is not in there.
+    /// The row in the shown list, or in the one that is being made; -1 when it is not in there.
     int row = -1;
 
     void prepareSearch() {
         if (searchText.isNull())
             searchText = searchForm(entry.rawText) + '\xFF' + searchForm(entry.refinedText);
+    }
+    bool contains(const QByteArray &query) {
+        prepareSearch();
+        return ::memmem(
+                   searchText.constData(), size_t(searchText.size()), query.constData(), size_t(query.size()))
+            != nullptr;
     }
 };
 
@@ -122,16 +126,20 @@ void HistoryRows::setEntries(const QList<HistoryEntry> &entries) {
         m_all.push_back(std::move(item));
     }
     m_preparedCount = 0;
-    show(matching());
+    show(matching(m_all, false));
     for (const Item *item : changed) {
         if (item->row >= 0)
             Q_EMIT dataChanged(index(item->row), index(item->row));
     }
 }
 
+// A text that has the longer phrase has the shorter one too, so each letter that is typed or taken away
+// settles a part of the texts without a look at them.
 void HistoryRows::setQuery(const QString &query) {
-    m_query = searchForm(query);
-    show(matching());
+    const QByteArray former = std::exchange(m_query, searchForm(query));
+    const bool isNarrower = m_query.contains(former);
+    const bool isWider = former.contains(m_query);
+    show(matching(isNarrower ? m_shown : m_all, isWider));
 }
 
 bool HistoryRows::prepareSearch(int count) {
@@ -141,13 +149,13 @@ bool HistoryRows::prepareSearch(int count) {
     return m_preparedCount < m_all.size();
 }
 
-HistoryRows::Items HistoryRows::matching() {
+HistoryRows::Items HistoryRows::matching(const Items &among, bool areShownOnesMatching) {
     if (m_query.isEmpty())
         return m_all;
     Items items;
-    for (const ItemPointer &item : m_all) {
-        item->prepareSearch();
-        if (contains(item->searchText, m_query))
+    for (const ItemPointer &item : among) {
+        const bool isKnown = areShownOnesMatching && item->row >= 0;
+        if (isKnown || item->contains(m_query))
             items.push_back(item);
     }
     return items;

@@ -76,7 +76,8 @@ private:
     using ItemPointer = std::shared_ptr<Item>;
     using Items = std::vector<ItemPointer>;
 
-    Items matching();
+    /// Those among the items that have the query; the shown ones are known to, if it is said.
+    Items matching(const Items &among, bool areShownOnesMatching);
     void show(Items items);
     void replaceBlock(int begin, int end, Items::const_iterator from, Items::const_iterator to);
     void removeGone(int begin, int end);

@@ -204,6 +204,32 @@ TEST_F(HistoryRowsTest, ASearchDoesNotReachAcrossTheTwoTexts) {
     EXPECT_EQ(rows.rowCount(), 0);
 }
 
+TEST_F(HistoryRowsTest, AQueryThatChangesByLettersFindsWhatItFindsAtOnce) {
+    std::mt19937 random(3);
+    const auto randomText = [&random](size_t longest) {
+        QString text;
+        for (size_t length = random() % (longest + 1); length > 0; --length)
+            text += QChar(u'a' + random() % 2);
+        return text;
+    };
+    QList<HistoryEntry> entries;
+    for (int number = 0; number < 60; ++number)
+        entries.append(entry(randomText(8)));
+    rows.setEntries(entries);
+    QString query;
+    for (int round = 0; round < 400; ++round) {
+        const auto kind = random() % 4;
+        query = kind == 0 ? randomText(4)
+            : kind == 1   ? query.chopped(query.isEmpty() ? 0 : 1)
+                          : query + randomText(1);
+        rows.setQuery(query);
+        int expected = 0;
+        for (const HistoryEntry &entry : entries)
+            expected += entry.rawText.contains(query) ? 1 : 0;
+        ASSERT_EQ(rows.rowCount(), expected) << query.toStdString();
+    }
+}
+
 TEST_F(HistoryRowsTest, APreparedSearchFindsTheSame) {
     show(QStringLiteral("ax b cx"));
     EXPECT_TRUE(rows.prepareSearch(2));
