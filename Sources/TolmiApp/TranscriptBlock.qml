@@ -8,6 +8,8 @@ Column {
     property string title
     property string text
     property string copyTitle
+    /// Characters that are laid out: a megabyte would hold up the window for seconds. The copy is always whole.
+    readonly property int longestShownText: 30000
 
     signal copyRequested
 
@@ -34,8 +36,9 @@ Column {
         }
     }
     TextBox {
+        objectName: "transcript"
         width: parent.width
-        text: block.text
+        text: block.text.length > block.longestShownText ? block.text.slice(0, block.longestShownText) + "…" : block.text
         label: block.title
     }
 }
