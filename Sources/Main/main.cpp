@@ -1,5 +1,6 @@
 #include "Main/Composition.h"
 #include "Main/UnixSignals.h"
+#include "Platform/Desktop/QtAudioPlayers.h"
 #include "Platform/Log.h"
 #include "TolmiApp/Views.h"
 
@@ -29,6 +30,7 @@ int main(int argc, char **argv) {
     // mask.
     const mode_t usersMask = umask(0077);
     preferX11();
+    QtAudioPlayers::chooseLibrary();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolmi"));
     QApplication::setDesktopFileName(QStringLiteral("tolmi"));

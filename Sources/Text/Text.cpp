@@ -3,6 +3,7 @@
 #include <QLocale>
 
 #include <unicode/brkiter.h>
+#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
@@ -80,6 +81,14 @@ QString lowerCased(const QString &text) {
 QString upperCased(const QString &text) {
     icu::UnicodeString result(aliased(text));
     return fromICU(result.toUpper(icu::Locale::getRoot()));
+}
+
+QString caseFolded(const QString &text) {
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Normalizer2 *composition = icu::Normalizer2::getNFCInstance(status);
+    icu::UnicodeString composed = composition->normalize(aliased(text), status);
+    // Folding takes some composed letters apart.
+    return fromICU(composition->normalize(composed.foldCase(), status));
 }
 
 qint64 characterCount(const QString &text) {

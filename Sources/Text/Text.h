@@ -28,6 +28,10 @@ QString lowerCased(const QString &text);
 /// Upper case by the rules of no particular language; it may be longer than the text.
 QString upperCased(const QString &text);
 
+/// The form in which texts are compared without regard to case or to how their letters are composed: fully
+/// case-folded, in normalization form C. Diacritics count.
+QString caseFolded(const QString &text);
+
 /// The number of characters as a reader counts them (extended grapheme clusters).
 qint64 characterCount(const QString &text);
 

@@ -2,6 +2,7 @@
 
 #include "TolmiApp/DictationState.h"
 #include "TolmiApp/HealthModel.h"
+#include "TolmiApp/HistoryWorkspaceModel.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ProfileChipModel.h"
@@ -85,4 +86,25 @@ struct TemplatesModelForViews {
     QML_FOREIGN(TemplatesModel)
     QML_NAMED_ELEMENT(TemplatesModel)
     QML_UNCREATABLE("The workspace is given one")
+};
+
+/// How much there is of an entry's recording, as HistoryEntryDetail.Available and so on.
+namespace HistoryEntryDetailForViews {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(HistoryEntryDetail)
+QML_NAMED_ELEMENT(HistoryEntryDetail)
+} // namespace HistoryEntryDetailForViews
+
+struct HistoryRowsForViews {
+    Q_GADGET
+    QML_FOREIGN(HistoryRows)
+    QML_NAMED_ELEMENT(HistoryRows)
+    QML_UNCREATABLE("The workspace has them")
+};
+
+struct HistoryWorkspaceModelForViews {
+    Q_GADGET
+    QML_FOREIGN(HistoryWorkspaceModel)
+    QML_NAMED_ELEMENT(HistoryWorkspaceModel)
+    QML_UNCREATABLE("The workspace gets it from the window")
 };

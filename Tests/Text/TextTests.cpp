@@ -65,6 +65,31 @@ INSTANTIATE_TEST_SUITE_P(Text, Pieces,
             { QStringLiteral("a\u200Bb"), QStringLiteral("\U0001F600") },
             { QStringLiteral("a\u200Bb"), QStringLiteral("\U0001F600") } }));
 
+class CaseFolded : public testing::TestWithParam<Change> { };
+
+TEST_P(CaseFolded, IsTheSameForTextsThatDifferInCaseAndComposition) {
+    EXPECT_EQ(Text::caseFolded(GetParam().given), Text::caseFolded(GetParam().expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(Text, CaseFolded,
+    testing::Values(Change { {}, {} }, Change { QStringLiteral("ȘEDINȚĂ"), QStringLiteral("ședință") },
+        Change { QStringLiteral("S\u0326EDIN\u021A\u0102"), QStringLiteral("ședință") },
+        Change { QStringLiteral("STRASSE"), QStringLiteral("straße") },
+        Change { QStringLiteral("ΟΔΟΣ"), QStringLiteral("οδος") },
+        Change { QStringLiteral("\uFB01n"), QStringLiteral("FIN") },
+        Change { QStringLiteral("J\u030C"), QStringLiteral("\u01F0") },
+        Change { QStringLiteral("\U00010400"), QStringLiteral("\U00010428") }));
+
+TEST(Text, CaseFoldingKeepsDiacritics) {
+    EXPECT_NE(Text::caseFolded(QStringLiteral("ș")), Text::caseFolded(QStringLiteral("s")));
+    EXPECT_NE(Text::caseFolded(QStringLiteral("ș")), Text::caseFolded(QStringLiteral("ş")));
+}
+
+TEST(Text, CaseFoldingLeavesBrokenTextAsItIs) {
+    EXPECT_EQ(Text::caseFolded(loneHighSurrogate), loneHighSurrogate);
+    EXPECT_EQ(Text::caseFolded(u'A' + loneLowSurrogate), u'a' + loneLowSurrogate);
+}
+
 TEST(Text, LowerAndUpperCase) {
     EXPECT_EQ(Text::lowerCased(QStringLiteral("ĂÂÎȘȚ I É Ω")), QStringLiteral("ăâîșț i é ω"));
     EXPECT_EQ(Text::upperCased(QStringLiteral("ăâîșț i é ω")), QStringLiteral("ĂÂÎȘȚ I É Ω"));

@@ -9,6 +9,7 @@
 #include "TolmiApp/ViewAppearance.h"
 #include "TolmiApp/ViewTexts.h"
 #include "Views/HealthStage.h"
+#include "Views/HistoryFixture.h"
 #include "Views/TemplatesStage.h"
 #include "Views/ViewsFixture.h"
 
@@ -63,6 +64,9 @@ private:
 class QmlFiles : public ViewsTest {
 protected:
     QmlFiles() {
+        history.openMany(3);
+        offerRow(*history.model()->rows());
+        requirements.offer(*history.model());
         requirements.offer(overlay);
         requirements.offer(popup);
         requirements.offer(*popup.profile());
@@ -83,6 +87,14 @@ protected:
         window.show();
     }
 
+    /// What a view of the list gives the delegate of its first row.
+    void offerRow(const HistoryRows &rows) {
+        const auto names = rows.roleNames();
+        for (auto role = names.cbegin(); role != names.cend(); ++role)
+            requirements.offer(role.value().constData(), rows.data(rows.index(0), role.key()));
+        requirements.offer("index", 0);
+    }
+
     FlowOverFakes flow;
     FakePasteboard pasteboard;
     FlowJournal journal;
@@ -99,6 +111,7 @@ protected:
     UpdatePrompt updatePrompt;
     UpdateDialogModel updates { updatePrompt, flow.store, {}, [](const FileURL &) {} };
     HealthStage health;
+    HistoryFixture history;
     TemplatesStage templates;
     Requirements requirements;
 };

@@ -1,5 +1,6 @@
 #include "TolmiApp/Views.h"
 #include "Views/HealthStage.h"
+#include "Views/HistoryFixture.h"
 #include "Views/PopupFixture.h"
 #include "Views/StudioStage.h"
 #include "Views/TemplatesStage.h"
@@ -16,6 +17,7 @@ public Q_SLOTS:
     void applicationAvailable() {
         Views::prepareApplication();
         qmlRegisterType<HealthStage>("TolmiTesting", 1, 0, "HealthStage");
+        qmlRegisterType<HistoryFixture>("TolmiTesting", 1, 0, "HistoryFixture");
         qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
         qmlRegisterType<StudioStage>("TolmiTesting", 1, 0, "StudioStage");
         qmlRegisterType<TemplatesStage>("TolmiTesting", 1, 0, "TemplatesStage");

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Support/FakeAtomicFileWriter.h"
+#include "Support/FakeAudioPlayers.h"
+#include "Support/FakeFileViewer.h"
+#include "Support/FakePasteboard.h"
+#include "Support/FakeSavePanel.h"
+#include "Support/SettingsOverFakes.h"
+#include "Text/DateTexts.h"
+#include "TolmiApp/HistoryCodec.h"
+#include "TolmiApp/HistoryWorkspaceModel.h"
+
+/// The history workspace of a user with the given entries, in English and in UTC, over a platform in memory.
+struct HistoryWorkspaceOverFakes {
+    explicit HistoryWorkspaceOverFakes(const QList<HistoryEntry> &entries = {})
+        : history(clock, withHistory(entries), writer) {
+        settings.store.setUiLanguage(AppLanguage::English);
+    }
+
+    /// The workspace as it is shown.
+    std::unique_ptr<HistoryWorkspaceModel> open() {
+        return std::make_unique<HistoryWorkspaceModel>(
+            HistoryWorkspaceModel::Subjects { history, settings.store, selection }, platform,
+            PlatformTexts::forLinux());
+    }
+
+    /// Where a recording lies that entries name by its file name.
+    static QString recordingPath(const QString &name) {
+        return QStringLiteral("/home/user/.local/share/Tolmi/audio-cache/") + name;
+    }
+    void addRecording(const QString &name) { files.files[recordingPath(name)] = "sound"; }
+
+    SettingsOverFakes settings;
+    VirtualClock &clock = settings.clock;
+    FakeFileManager &files = settings.files;
+    FakeAtomicFileWriter writer;
+    FakePasteboard pasteboard;
+    FakeAudioPlayers players;
+    FakeFileViewer fileViewer;
+    FakeSavePanel savePanel;
+    DateTexts dates { { QStringLiteral("UTC"), false } };
+    TranscriptionHistory history;
+    HistorySelection selection;
+    HistoryWorkspacePlatform platform { clock, files, writer, pasteboard, players, fileViewer, savePanel,
+        dates };
+
+private:
+    FileManager &withHistory(const QList<HistoryEntry> &entries) {
+        if (!entries.isEmpty())
+            files.files[QStringLiteral("/home/user/.local/share/Tolmi/history.json")]
+                = HistoryCodec::encode(entries).value();
+        return files;
+    }
+};

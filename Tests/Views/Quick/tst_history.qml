@@ -1,0 +1,302 @@
+import QtQuick
+import QtTest
+import Tolmi
+import TolmiTesting
+
+TestCase {
+    id: test
+
+    readonly property var entries: [
+        { raw: "meeting moves to ten", refined: "The meeting moves to ten.", minutesAgo: 0, app: "Writer",
+          bundleID: "org.writer", audio: "one.wav" },
+        { raw: "nota", refined: "Notă pentru mine.", minutesAgo: 5, language: "ro" },
+        { raw: "release notes", refined: "Release notes.", minutesAgo: 90, isPinned: true }
+    ]
+    property HistoryWorkspaceView view
+    property Item list
+
+    name: "History"
+    when: windowShown
+    width: 1140
+    height: 740
+    visible: true
+
+    HistoryFixture {
+        id: user
+    }
+    Component {
+        id: workspace
+
+        HistoryWorkspaceView {
+            width: test.width
+            height: test.height
+            model: user.model
+            texts: user.texts
+        }
+    }
+
+    function open(entries) {
+        user.open(entries);
+        view = createTemporaryObject(workspace, test);
+        list = findChild(view, "historyList");
+        list.forceActiveFocus();
+        waitForRendering(view);
+    }
+    function cleanup() {
+        view = null;
+        list = null;
+    }
+    /// The rows from top to bottom, by their titles.
+    function titles() {
+        return rows().map(row => row.title);
+    }
+    function rows() {
+        const inside = findChild(view, "list");
+        // The view lays its rows out in the next frame.
+        inside.forceLayout();
+        return Array.from({ length: inside.count }, (_, index) => inside.itemAtIndex(index)).filter(row => row);
+    }
+    /// Presses a row and waits until the detail of its entry is laid out.
+    function focusRow(index) {
+        mouseClick(rows()[index]);
+        waitForRendering(view);
+    }
+    function press(objectName, within) {
+        const control = findChild(within ?? view, objectName);
+        verify(control, objectName);
+        mouseClick(control);
+    }
+    function type(text) {
+        for (const letter of text)
+            keyClick(letter);
+    }
+    function shownText(objectName) {
+        const item = findChild(view, objectName);
+        return item && item.visible ? item.text : "";
+    }
+
+    function test_anEmptyHistorySaysHowToDictate() {
+        open([]);
+        compare(shownText("emptyTitle"), "No transcriptions yet");
+        compare(shownText("emptyHint"), "Use Right Alt (AltGr) to dictate.");
+        compare(shownText("selectToInspect"), "Select a transcription to inspect details.");
+        for (const name of ["exportSelected", "exportAll", "deleteSelected", "clearAll"])
+            verify(!findChild(view, name).enabled, name);
+    }
+    function test_entriesStandInTheirOrder() {
+        open(entries);
+        compare(titles(), ["Release notes.", "The meeting moves to ten.", "Notă pentru mine."]);
+        const [pinned, first, second] = rows();
+        compare([pinned.relativeDate, first.relativeDate, second.relativeDate], ["1 hr. ago", "now", "5 min. ago"]);
+        verify(findChild(first, "audioMark").visible);
+        verify(!findChild(second, "audioMark").visible);
+        // A header stands over the first row of each section.
+        verify(first.y - pinned.y > pinned.height + 20);
+        compare(second.y - first.y, 90);
+        compare(first.height, 86);
+    }
+    function test_searchNarrowsAndFindsNothing() {
+        open(entries);
+        keyClick(Qt.Key_F, Qt.ControlModifier);
+        verify(findChild(view, "search").activeFocus);
+        type("note");
+        compare(titles(), ["Release notes."]);
+        type("q");
+        compare(shownText("emptyTitle"), "No results");
+        compare(shownText("emptyHint"), "Try another search query.");
+        keyClick(Qt.Key_Escape);
+        compare(titles().length, 3);
+        keyClick(Qt.Key_Down);
+        verify(list.activeFocus);
+    }
+    function test_aRowThatIsPressedIsShown() {
+        open(entries);
+        focusRow(1);
+        compare(user.model.detail.refinedText, "The meeting moves to ten.");
+        compare(shownText("date"), "Jan 1, 2026, 00:00:00");
+        compare(shownText("language"), "Language: EN");
+        compare(findChild(view, "raw").text, "meeting moves to ten");
+        compare(shownText("audioFile"), "File: one.wav");
+        compare(user.model.detail.pasteFacts[0], "Pasted to: Writer");
+    }
+    function test_arrowsMoveTheFocus() {
+        open(entries);
+        keyClick(Qt.Key_Down);
+        compare(user.model.focusedRow, 1);
+        verify(rows()[1].isFocused);
+        keyClick(Qt.Key_End);
+        compare(user.model.focusedRow, 2);
+        keyClick(Qt.Key_Up);
+        keyClick(Qt.Key_Home);
+        compare(user.model.focusedRow, 0);
+    }
+    function test_spaceTicks() {
+        open(entries);
+        keyClick(Qt.Key_Space);
+        compare(user.model.selectedText, "1 selected");
+        verify(findChild(rows()[0], "tick").checked);
+        verify(findChild(view, "deleteSelected").enabled);
+        keyClick(Qt.Key_Space);
+        compare(user.model.selectedText, "0 selected");
+        verify(!findChild(rows()[0], "tick").checked);
+    }
+    function test_checkBoxTicksWithoutMovingTheFocus() {
+        open(entries);
+        press("tick", rows()[2]);
+        compare(user.model.selectedText, "1 selected");
+        compare(user.model.focusedRow, 0);
+        press("deleteSelected");
+        compare(titles(), ["Release notes.", "The meeting moves to ten."]);
+    }
+    function test_ticksStayWithTheirRowsAfterAPress() {
+        open(entries);
+        press("tick", rows()[2]);
+        keyClick(Qt.Key_End);
+        keyClick(Qt.Key_Space);
+        verify(!findChild(rows()[2], "tick").checked);
+    }
+    function test_deleteKeyDeletesTheFocusedEntry() {
+        open(entries);
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Delete);
+        compare(titles(), ["Release notes.", "Notă pentru mine."]);
+    }
+    function test_deleteButton() {
+        open(entries);
+        press("delete", rows()[2]);
+        compare(titles(), ["Release notes.", "The meeting moves to ten."]);
+    }
+    function test_pinButtonMovesTheEntry() {
+        open(entries);
+        press("pin", rows()[2]);
+        compare(titles(), ["Notă pentru mine.", "Release notes.", "The meeting moves to ten."]);
+        compare(findChild(rows()[0], "pin").symbol, "pin.fill");
+        compare(findChild(rows()[0], "pin").Accessible.name, "Unpin");
+        compare(findChild(rows()[2], "pin").Accessible.name, "Pin");
+    }
+    function test_copies() {
+        open(entries);
+        focusRow(1);
+        keyClick(Qt.Key_C, Qt.ControlModifier);
+        compare(user.clipboard(), "The meeting moves to ten.");
+        press("copy", findChild(view, "raw"));
+        compare(user.clipboard(), "meeting moves to ten");
+        press("copy", findChild(view, "refined"));
+        compare(user.clipboard(), "The meeting moves to ten.");
+        compare(findChild(findChild(view, "raw"), "copy").text, "Copy Raw");
+    }
+    function test_exports() {
+        open(entries);
+        press("exportAll");
+        verify(user.proposedNames()[0].startsWith("tolmi-history-all-2026-01-01-"));
+        verify(user.chooseFile("/all.txt"));
+        verify(user.writtenText().startsWith("=== Entry 1 ===\n"));
+        verify(user.writtenText().includes("=== Entry 3 ===\n"));
+        press("tick", rows()[0]);
+        press("exportSelected");
+        verify(user.chooseFile("/selected.txt"));
+        verify(!user.writtenText().includes("=== Entry 2 ===\n"));
+    }
+    function test_aFailedExportIsTold() {
+        open(entries);
+        user.setUnwritable();
+        press("exportAll");
+        verify(user.chooseFile("/forbidden.txt"));
+        const dialog = findChild(view, "exportErrorDialog");
+        tryVerify(() => dialog.opened);
+        compare(dialog.title, "Export failed");
+        compare(dialog.message, "Permission denied: /forbidden.txt");
+        keyClick(Qt.Key_Return);
+        tryVerify(() => !dialog.visible);
+        verify(!user.model.showingExportError);
+    }
+    function test_clearAllAsks() {
+        open(entries);
+        const dialog = findChild(view, "clearAllDialog");
+        press("clearAll");
+        tryVerify(() => dialog.opened);
+        compare(dialog.title, "Clear all transcription history?");
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => !dialog.visible);
+        compare(titles().length, 3);
+        press("clearAll");
+        tryVerify(() => dialog.opened);
+        dialog.accept();
+        tryVerify(() => !dialog.visible);
+        compare(shownText("emptyTitle"), "No transcriptions yet");
+        verify(!user.model.showingClearAllConfirmation);
+    }
+    function test_aRecordingIsPlayedPausedAndFound() {
+        open(entries);
+        focusRow(1);
+        compare(shownText("play"), "Play");
+        press("play");
+        compare(shownText("play"), "Pause");
+        press("play");
+        compare(shownText("play"), "Play");
+        press("reveal");
+        compare(user.playerCalls().map(call => call.split(" ")[0]), ["open", "prepare", "play", "pause"]);
+        verify(user.revealed()[0].endsWith("audio-cache/one.wav"));
+    }
+    function test_aRecordingThatHasGoneOrNeverWas() {
+        open(entries);
+        user.setVanished("one.wav");
+        focusRow(1);
+        compare(shownText("audioMessage"), "Audio file is no longer available (it may have been cleaned by retention).");
+        compare(shownText("play"), "");
+        press("reveal");
+        verify(user.revealed()[0].startsWith("openFolder "));
+        focusRow(2);
+        compare(shownText("audioMessage"), "No audio recording is available for this entry.");
+        compare(shownText("audioFile"), "");
+        compare(shownText("reveal"), "");
+    }
+    function test_aRecordingThatCannotBePlayedIsTold() {
+        open(entries);
+        user.setUnplayable();
+        focusRow(1);
+        press("play");
+        const dialog = findChild(view, "audioErrorDialog");
+        tryVerify(() => dialog.opened);
+        compare(dialog.title, "Audio playback failed");
+        compare(dialog.message, "Please try again or show the file in its folder.");
+        dialog.accept();
+        tryVerify(() => !dialog.visible);
+        verify(!user.model.showingAudioError);
+    }
+    function test_everythingFollowsTheLanguage() {
+        open(entries);
+        user.setRomanian();
+        compare(findChild(view, "exportAll").text, "Exporta tot");
+        compare(findChild(findChild(view, "refined"), "copy").text, "Copiaza Rafinat");
+        compare(shownText("language"), "Limba: EN");
+        compare(rows()[1].relativeDate, "acum");
+    }
+    function test_emptyLargeAndForeignTextsAreShown() {
+        open([{ raw: "", refined: "" }, { raw: "only raw", refined: "", minutesAgo: 1 },
+              { raw: "שלום עולם", minutesAgo: 2 }, { raw: "e\u0301\u0323 s\u0326", minutesAgo: 3 },
+              { raw: "word ".repeat(20000), minutesAgo: 4 }]);
+        compare(titles().slice(0, 4), ["(empty transcript)", "only raw", "שלום עולם", "e\u0301\u0323 s\u0326"]);
+        for (let step = 0; step < 4; ++step)
+            keyClick(Qt.Key_Down);
+        // Not all of it is laid out, but all of it is copied.
+        const raw = findChild(view, "raw");
+        compare(findChild(raw, "transcript").text.length, raw.longestShownText + 1);
+        press("copy", raw);
+        compare(user.clipboard().length, 100000);
+    }
+    function test_aLongListMakesFewRows() {
+        user.openMany(5000);
+        view = createTemporaryObject(workspace, test);
+        list = findChild(view, "historyList");
+        list.forceActiveFocus();
+        waitForRendering(view);
+        verify(rows().length < 20);
+        keyClick(Qt.Key_End);
+        waitForRendering(view);
+        compare(titles().pop(), "Entry 4999");
+        verify(rows().length < 20);
+        keyClick(Qt.Key_PageUp);
+        verify(user.model.focusedRow < 4999);
+    }
+}
