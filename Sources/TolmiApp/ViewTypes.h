@@ -1,9 +1,12 @@
 #pragma once
 
+#include "TolmiApp/AppUpdater.h"
 #include "TolmiApp/DictationState.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ProfileChipModel.h"
+#include "TolmiApp/SettingsModel.h"
+#include "TolmiApp/SettingsStore.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -38,4 +41,28 @@ struct ProfileChipModelForViews {
     QML_FOREIGN(ProfileChipModel)
     QML_NAMED_ELEMENT(ProfileChipModel)
     QML_UNCREATABLE("The model of the view has one")
+};
+
+/// Everything that the user has set.
+struct SettingsStoreForViews {
+    Q_GADGET
+    QML_FOREIGN(SettingsStore)
+    QML_NAMED_ELEMENT(SettingsStore)
+    QML_UNCREATABLE("The program has one already")
+};
+
+/// The state of the updater.
+struct AppUpdaterForViews {
+    Q_GADGET
+    QML_FOREIGN(AppUpdater)
+    QML_NAMED_ELEMENT(AppUpdater)
+    QML_UNCREATABLE("The program has one already")
+};
+
+/// The model of the settings workspace, made by the program's root.
+struct SettingsModelForViews {
+    Q_GADGET
+    QML_FOREIGN(SettingsModel)
+    QML_NAMED_ELEMENT(SettingsModel)
+    QML_UNCREATABLE("The workspace has one already")
 };

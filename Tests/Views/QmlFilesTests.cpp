@@ -1,5 +1,6 @@
 #include "Support/FakePasteboard.h"
 #include "Support/FlowOverFakes.h"
+#include "Support/SettingsModelOverFakes.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ViewTexts.h"
@@ -33,6 +34,10 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     const QStringList popupFiles { QStringLiteral("MenuBarPopupView.qml"),
         QStringLiteral("PopupControls.qml"), QStringLiteral("PopupHeader.qml"),
         QStringLiteral("PopupStatus.qml") };
+    SettingsModelOverFakes settings;
+    const QStringList settingsFiles { QStringLiteral("EngineSettingsTab.qml"),
+        QStringLiteral("GeneralSettingsTab.qml"), QStringLiteral("RefinementSettingsTab.qml"),
+        QStringLiteral("SettingsView.qml") };
     QQuickWindow window;
     window.resize(600, 400);
     QQuickItem anchor(window.contentItem());
@@ -47,6 +52,9 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
             required.insert(QStringLiteral("anchorItem"), QVariant::fromValue(&anchor));
         if (popupFiles.contains(file))
             required = { { QStringLiteral("model"), QVariant::fromValue(&popup) },
+                { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&texts) } };
+        if (settingsFiles.contains(file))
+            required = { { QStringLiteral("model"), QVariant::fromValue(&settings.model) },
                 { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&texts) } };
         const bool isSingleton = file == QStringLiteral("Metrics.qml") || file == QStringLiteral("Motion.qml")
             || file == QStringLiteral("TolmiPalette.qml") || file == QStringLiteral("Typography.qml");

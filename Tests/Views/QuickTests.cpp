@@ -1,5 +1,6 @@
 #include "TolmiApp/Views.h"
 #include "Views/PopupFixture.h"
+#include "Views/SettingsFixture.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -12,6 +13,7 @@ public Q_SLOTS:
     void applicationAvailable() {
         Views::prepareApplication();
         qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
+        qmlRegisterType<SettingsFixture>("TolmiTesting", 1, 0, "SettingsFixture");
     }
     void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
 };

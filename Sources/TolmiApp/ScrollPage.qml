@@ -1,0 +1,50 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tolmi
+
+/// A page that scrolls where it is higher than its place, with the usual distance around what stands in it.
+Flickable {
+    id: page
+
+    default property alias content: inside.data
+    readonly property Item focusedItem: Window.activeFocusItem
+
+    contentWidth: width
+    contentHeight: inside.height + 2 * Metrics.workspacePadding
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    T.ScrollBar.vertical: StudioScrollBar { }
+    onFocusedItemChanged: {
+        if (isInside(focusedItem))
+            reveal(focusedItem);
+    }
+
+    function isInside(item: Item): bool {
+        let ancestor = item;
+        while (ancestor && ancestor !== inside)
+            ancestor = ancestor.parent;
+        return ancestor !== null;
+    }
+    /// Scrolls as little as brings the whole item into sight. An item that is higher than the page and partly in sight
+    /// stays where it is, so that a press into a long text does not move it away.
+    function reveal(item: Item) {
+        const top = item.mapToItem(inside, 0, 0).y;
+        const bottom = top + item.height + 2 * Metrics.workspacePadding;
+        const isHigher = bottom - top > height;
+        if (isHigher && top < contentY + height && bottom > contentY)
+            return;
+        if (top < contentY)
+            contentY = top;
+        else if (bottom > contentY + height)
+            contentY = Math.min(top, Math.min(bottom, contentHeight) - height);
+    }
+
+    Item {
+        id: inside
+
+        x: Metrics.workspacePadding
+        y: Metrics.workspacePadding
+        width: page.width - 2 * Metrics.workspacePadding
+        height: childrenRect.height
+    }
+}
