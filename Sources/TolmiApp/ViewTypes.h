@@ -2,11 +2,13 @@
 
 #include "TolmiApp/AppUpdater.h"
 #include "TolmiApp/DictationState.h"
+#include "TolmiApp/HealthModel.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ProfileChipModel.h"
 #include "TolmiApp/SettingsModel.h"
 #include "TolmiApp/SettingsStore.h"
+#include "TolmiApp/TemplatesModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -65,4 +67,25 @@ struct SettingsModelForViews {
     QML_FOREIGN(SettingsModel)
     QML_NAMED_ELEMENT(SettingsModel)
     QML_UNCREATABLE("The workspace has one already")
+};
+
+/// How a check went, as HealthCheckItem.Ok and so on.
+namespace HealthCheckItemForViews {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(HealthCheckItem)
+QML_NAMED_ELEMENT(HealthCheckItem)
+} // namespace HealthCheckItemForViews
+
+/// The models of workspaces, made for each showing.
+struct HealthModelForViews {
+    Q_GADGET
+    QML_FOREIGN(HealthModel)
+    QML_NAMED_ELEMENT(HealthModel)
+    QML_UNCREATABLE("The workspace is given one")
+};
+struct TemplatesModelForViews {
+    Q_GADGET
+    QML_FOREIGN(TemplatesModel)
+    QML_NAMED_ELEMENT(TemplatesModel)
+    QML_UNCREATABLE("The workspace is given one")
 };

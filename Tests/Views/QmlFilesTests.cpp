@@ -4,6 +4,8 @@
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ViewTexts.h"
+#include "Views/HealthStage.h"
+#include "Views/TemplatesStage.h"
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
@@ -38,6 +40,8 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     const QStringList settingsFiles { QStringLiteral("EngineSettingsTab.qml"),
         QStringLiteral("GeneralSettingsTab.qml"), QStringLiteral("RefinementSettingsTab.qml"),
         QStringLiteral("SettingsView.qml") };
+    HealthStage health;
+    TemplatesStage templates;
     QQuickWindow window;
     window.resize(600, 400);
     QQuickItem anchor(window.contentItem());
@@ -48,6 +52,14 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
         QVariantMap required;
         if (file == QStringLiteral("OverlayContentView.qml"))
             required.insert(QStringLiteral("viewModel"), QVariant::fromValue(&model));
+        if (file == QStringLiteral("HealthCheckRow.qml"))
+            required.insert(QStringLiteral("item"), QVariant::fromValue(health.model()->items().first()));
+        if (file == QStringLiteral("StudioHealthView.qml"))
+            required = { { QStringLiteral("model"), QVariant::fromValue(health.model()) },
+                { QStringLiteral("texts"), QVariant::fromValue(health.texts()) } };
+        if (file == QStringLiteral("StudioTemplatesView.qml"))
+            required = { { QStringLiteral("model"), QVariant::fromValue(templates.model()) },
+                { QStringLiteral("texts"), QVariant::fromValue(templates.texts()) } };
         if (file == QStringLiteral("OverlayToolTip.qml"))
             required.insert(QStringLiteral("anchorItem"), QVariant::fromValue(&anchor));
         if (popupFiles.contains(file))

@@ -1,6 +1,8 @@
 #include "TolmiApp/Views.h"
+#include "Views/HealthStage.h"
 #include "Views/PopupFixture.h"
 #include "Views/SettingsFixture.h"
+#include "Views/TemplatesStage.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -12,8 +14,10 @@ class Setup : public QObject {
 public Q_SLOTS:
     void applicationAvailable() {
         Views::prepareApplication();
+        qmlRegisterType<HealthStage>("TolmiTesting", 1, 0, "HealthStage");
         qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
         qmlRegisterType<SettingsFixture>("TolmiTesting", 1, 0, "SettingsFixture");
+        qmlRegisterType<TemplatesStage>("TolmiTesting", 1, 0, "TemplatesStage");
     }
     void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
 };
