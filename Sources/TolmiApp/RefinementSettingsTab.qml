@@ -70,7 +70,7 @@ Column {
                 objectName: "systemPrompt"
                 x: 14
                 width: parent.width - 28
-                height: 260
+                height: 220
                 isMonospaced: true
                 label: tab.texts.settingsSystemPrompt
                 value: tab.model.settings.ollamaSystemPrompt

@@ -6,6 +6,7 @@
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ProfileChipModel.h"
+#include "TolmiApp/ProfileWorkspaceModel.h"
 #include "TolmiApp/SettingsModel.h"
 #include "TolmiApp/SettingsStore.h"
 #include "TolmiApp/TemplatesModel.h"
@@ -61,14 +62,6 @@ struct AppUpdaterForViews {
     QML_UNCREATABLE("The program has one already")
 };
 
-/// The model of the settings workspace, made by the program's root.
-struct SettingsModelForViews {
-    Q_GADGET
-    QML_FOREIGN(SettingsModel)
-    QML_NAMED_ELEMENT(SettingsModel)
-    QML_UNCREATABLE("The workspace has one already")
-};
-
 /// How a check went, as HealthCheckItem.Ok and so on.
 namespace HealthCheckItemForViews {
 Q_NAMESPACE
@@ -81,6 +74,18 @@ struct HealthModelForViews {
     Q_GADGET
     QML_FOREIGN(HealthModel)
     QML_NAMED_ELEMENT(HealthModel)
+    QML_UNCREATABLE("The workspace is given one")
+};
+struct ProfileWorkspaceModelForViews {
+    Q_GADGET
+    QML_FOREIGN(ProfileWorkspaceModel)
+    QML_NAMED_ELEMENT(ProfileWorkspaceModel)
+    QML_UNCREATABLE("The workspace is given one")
+};
+struct SettingsModelForViews {
+    Q_GADGET
+    QML_FOREIGN(SettingsModel)
+    QML_NAMED_ELEMENT(SettingsModel)
     QML_UNCREATABLE("The workspace is given one")
 };
 struct TemplatesModelForViews {

@@ -83,7 +83,7 @@ void spoilOnce(Random &random, QByteArray &content) {
         content[at % std::min<qsizetype>(content.size(), 64)] = char(random());
         break;
     case 3:
-        content.replace(at, qsizetype(1 + below(random, 4)), 4, edges[below(random, edges.size())]);
+        content.replace(at, 4, QByteArray(4, edges[below(random, edges.size())]));
         break;
     case 4:
         content.truncate(at);
@@ -97,7 +97,7 @@ void spoilOnce(Random &random, QByteArray &content) {
 }
 
 QByteArray spoiled(Random &random, QByteArray content) {
-    const quint64 count = 1 + below(random, 8);
+    const quint64 count = 1 + below(random, 4);
     for (quint64 done = 0; done < count; ++done)
         spoilOnce(random, content);
     const bool isMended = below(random, 4) != 0;

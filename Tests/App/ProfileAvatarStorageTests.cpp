@@ -95,7 +95,8 @@ TEST_F(AvatarStorageTest, FilesAreForTheUserAlone) {
     import(QStringLiteral("me.png"), png);
     for (const QString &name : stored()) {
         struct stat status { };
-        ASSERT_EQ(::stat(QFile::encodeName(storage.rootDirectoryURL().path() + u'/' + name), &status), 0);
+        const QByteArray path = QFile::encodeName(storage.rootDirectoryURL().path() + u'/' + name);
+        ASSERT_EQ(::stat(path.constData(), &status), 0);
         EXPECT_EQ(status.st_mode & 0777, 0600u) << name.toStdString();
     }
 }
@@ -158,7 +159,7 @@ TEST_F(AvatarStorageTest, WhatCannotBeReadIsAFailedWrite) {
     QDir(m_folder.path()).mkdir(QStringLiteral("folder.png"));
     EXPECT_EQ(importError(FileURL(at(QStringLiteral("folder.png")))), Error::writeFailed());
     const QString pipe = at(QStringLiteral("pipe.png"));
-    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe), 0600), 0);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     EXPECT_EQ(importError(FileURL(pipe)), Error::writeFailed());
 }
 

@@ -1,5 +1,6 @@
 #include "Support/FakePasteboard.h"
 #include "Support/FlowOverFakes.h"
+#include "Support/ProfileModelOverFakes.h"
 #include "Support/SettingsModelOverFakes.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
@@ -40,6 +41,8 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     const QStringList settingsFiles { QStringLiteral("EngineSettingsTab.qml"),
         QStringLiteral("GeneralSettingsTab.qml"), QStringLiteral("RefinementSettingsTab.qml"),
         QStringLiteral("SettingsView.qml") };
+    ProfileModelOverFakes profile;
+    profile.open();
     HealthStage health;
     TemplatesStage templates;
     QQuickWindow window;
@@ -67,6 +70,9 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
                 { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&texts) } };
         if (settingsFiles.contains(file))
             required = { { QStringLiteral("model"), QVariant::fromValue(&settings.model) },
+                { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&texts) } };
+        if (file == QStringLiteral("ProfileWorkspaceView.qml"))
+            required = { { QStringLiteral("model"), QVariant::fromValue(&*profile.model) },
                 { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&texts) } };
         const bool isSingleton = file == QStringLiteral("Metrics.qml") || file == QStringLiteral("Motion.qml")
             || file == QStringLiteral("TolmiPalette.qml") || file == QStringLiteral("Typography.qml");

@@ -1,6 +1,7 @@
 #include "TolmiApp/Views.h"
 #include "Views/HealthStage.h"
 #include "Views/PopupFixture.h"
+#include "Views/ProfileFixture.h"
 #include "Views/SettingsFixture.h"
 #include "Views/TemplatesStage.h"
 
@@ -16,6 +17,7 @@ public Q_SLOTS:
         Views::prepareApplication();
         qmlRegisterType<HealthStage>("TolmiTesting", 1, 0, "HealthStage");
         qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
+        qmlRegisterType<ProfileFixture>("TolmiTesting", 1, 0, "ProfileFixture");
         qmlRegisterType<SettingsFixture>("TolmiTesting", 1, 0, "SettingsFixture");
         qmlRegisterType<TemplatesStage>("TolmiTesting", 1, 0, "TemplatesStage");
     }
