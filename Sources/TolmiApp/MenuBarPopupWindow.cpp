@@ -104,7 +104,8 @@ QRect MenuBarPopupWindow::frame() const {
 }
 
 void MenuBarPopupWindow::close() {
-    m_window->hide();
+    if (m_window)
+        m_window->hide();
 }
 
 void MenuBarPopupWindow::closeWithoutKeyboard() {

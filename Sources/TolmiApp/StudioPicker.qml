@@ -28,8 +28,13 @@ T.ComboBox {
     currentIndex: options.findIndex(option => option.value === value)
     Accessible.role: Accessible.ComboBox
     Accessible.name: label
-    Keys.onReturnPressed: popup.open()
-    Keys.onEnterPressed: popup.open()
+    // At the release, as the other keys do: opened at the press, the list would take the release for a choice.
+    Keys.onReleased: event => {
+        if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !popup.visible) {
+            popup.open();
+            event.accepted = true;
+        }
+    }
     onActivated: index => {
         picked(options[index].value);
         // The store decides what the value is now; it may have refused the choice.

@@ -18,17 +18,27 @@ QIcon whiteIcon() {
 class InTray {
 public:
     StatusItem &item() { return m_item; }
+
+    /// Presses it, each time at another point: a quick second press at the same one ends a double click.
     void press() {
-        ASSERT_TRUE(untilTrue([this] { return m_item.geometry().has_value(); }));
-        const QPoint middle = m_item.geometry()->center();
+        ASSERT_TRUE(untilTrue([this] { return isInTheTray(); }));
+        m_offset = -m_offset;
+        const QPoint point = m_item.geometry()->center() + QPoint(m_offset, 0);
         ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"),
-                      { QStringLiteral("mousemove"), QString::number(middle.x()), QString::number(middle.y()),
+                      { QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y()),
                           QStringLiteral("click"), QStringLiteral("1") }),
             0);
     }
 
 private:
+    /// The tray is at the lower edge of the screen; the item comes into being elsewhere.
+    bool isInTheTray() {
+        const auto place = m_item.geometry();
+        return place && place->top() > 1000;
+    }
+
     QtStatusItem m_item { whiteIcon() };
+    int m_offset = 6;
 };
 
 } // namespace

@@ -56,6 +56,8 @@ TEST_F(MenuBarPopupWindowTest, LoadsNothingBeforeItIsShown) {
     EXPECT_EQ(popup.window(), nullptr);
     EXPECT_TRUE(dressed.isEmpty());
     EXPECT_EQ(system.preparedCount, 0);
+    popup.close();
+    EXPECT_EQ(popup.window(), nullptr);
     show();
     popup.toggle(item);
     show();

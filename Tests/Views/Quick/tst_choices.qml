@@ -104,6 +104,16 @@ TestCase {
         compare(control.picks, ["auto"]);
         compare(control.displayText, "Auto-detect");
     }
+    function test_pickerOpensByReturn() {
+        const control = createTemporaryObject(picker, test);
+        control.forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Return);
+        tryVerify(() => control.popup.opened);
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Return);
+        tryVerify(() => !control.popup.visible);
+        compare(control.picks, ["auto"]);
+    }
     function test_pickerByPointer() {
         const control = createTemporaryObject(picker, test);
         mouseClick(control);
