@@ -218,7 +218,7 @@ TestCase {
     function test_everyControlHasANameAndTheKeyboard() {
         const settings = open();
         const tabs = settings.child("tabs");
-        for (const tab of [0, 1, 2]) {
+        for (const tab of [1, 2, 0]) {
             tabs.currentIndex = tab;
             waitForRendering(settings.view);
             tabs.forceActiveFocus();
