@@ -3,19 +3,8 @@
 #include "Platform/Pasteboard.h"
 #include "TolmiApp/DictationFlowManager.h"
 #include "TolmiApp/L10n.h"
+#include "TolmiApp/PickerOptions.h"
 #include "TolmiApp/SettingsStore.h"
-
-#include <array>
-
-namespace {
-
-constexpr std::array transcriptionLanguages { u"ro", u"en", u"auto", u"es", u"fr", u"de", u"it", u"pt" };
-
-QVariantMap option(const QString &value, const QString &text) {
-    return { { QStringLiteral("value"), value }, { QStringLiteral("text"), text } };
-}
-
-} // namespace
 
 MenuBarPopupModel::MenuBarPopupModel(
     std::shared_ptr<DictationFlowManager> flow, Pasteboard &pasteboard, Actions actions, QObject *parent)
@@ -101,19 +90,11 @@ const QString &MenuBarPopupModel::lastTranscript() const {
 }
 
 QVariantList MenuBarPopupModel::uiLanguageOptions() const {
-    QVariantList options;
-    for (const AppLanguage language : allCases<AppLanguage>())
-        options.append(option(rawValue(language), L10n::appLanguageName(language, settings().uiLanguage())));
-    return options;
+    return PickerOptions::of(allCases<AppLanguage>(), L10n::appLanguageName, settings().uiLanguage());
 }
 
 QVariantList MenuBarPopupModel::transcriptionLanguageOptions() const {
-    QVariantList options;
-    for (const char16_t *const known : transcriptionLanguages) {
-        const QString code = QString::fromUtf16(known);
-        options.append(option(code, L10n::transcriptionLanguageName(code, settings().uiLanguage())));
-    }
-    return options;
+    return PickerOptions::transcriptionLanguages(settings().uiLanguage());
 }
 
 QString MenuBarPopupModel::uiLanguage() const {

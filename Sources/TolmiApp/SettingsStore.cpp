@@ -323,9 +323,7 @@ void SettingsStore::validateCustomAvatarPathsIfNeeded(bool persistFixes) {
 
 std::optional<FileURL> SettingsStore::resolveProfileAssetURL(
     const std::optional<QString> &relativePath) const {
-    if (!relativePath || relativePath->isEmpty())
-        return std::nullopt;
-    if (relativePath->startsWith(u'/') || relativePath->contains(u".."))
+    if (!staysInFolder(relativePath))
         return std::nullopt;
     const FileURL url = tolmiRootDirectoryURL(m_fileManager).appendingPathComponent(*relativePath);
     return m_fileManager.fileExists(url.path()) ? std::optional(url) : std::nullopt;

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "TolmiApp/AppUpdater.h"
 #include "TolmiApp/DictationState.h"
 #include "TolmiApp/HealthModel.h"
 #include "TolmiApp/HistoryWorkspaceModel.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ProfileChipModel.h"
+#include "TolmiApp/ProfileWorkspaceModel.h"
+#include "TolmiApp/SettingsModel.h"
+#include "TolmiApp/SettingsStore.h"
 #include "TolmiApp/TemplatesModel.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
 #include "TolmiApp/UpdateDialogModel.h"
@@ -107,4 +111,34 @@ struct HistoryWorkspaceModelForViews {
     QML_FOREIGN(HistoryWorkspaceModel)
     QML_NAMED_ELEMENT(HistoryWorkspaceModel)
     QML_UNCREATABLE("The workspace gets it from the window")
+};
+
+/// Everything that the user has set.
+struct SettingsStoreForViews {
+    Q_GADGET
+    QML_FOREIGN(SettingsStore)
+    QML_NAMED_ELEMENT(SettingsStore)
+    QML_UNCREATABLE("The program has one already")
+};
+
+/// The state of the updater.
+struct AppUpdaterForViews {
+    Q_GADGET
+    QML_FOREIGN(AppUpdater)
+    QML_NAMED_ELEMENT(AppUpdater)
+    QML_UNCREATABLE("The program has one already")
+};
+
+struct ProfileWorkspaceModelForViews {
+    Q_GADGET
+    QML_FOREIGN(ProfileWorkspaceModel)
+    QML_NAMED_ELEMENT(ProfileWorkspaceModel)
+    QML_UNCREATABLE("The workspace is given one")
+};
+
+struct SettingsModelForViews {
+    Q_GADGET
+    QML_FOREIGN(SettingsModel)
+    QML_NAMED_ELEMENT(SettingsModel)
+    QML_UNCREATABLE("The workspace is given one")
 };

@@ -2,6 +2,8 @@
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/FakePasteboard.h"
 #include "Support/FlowOverFakes.h"
+#include "Support/ProfileModelOverFakes.h"
+#include "Support/SettingsModelOverFakes.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
@@ -74,6 +76,9 @@ protected:
         requirements.offer(updates);
         requirements.offer(*health.model());
         requirements.offer(*templates.model());
+        requirements.offer(settings.model);
+        profile.open();
+        requirements.offer(*profile.model);
         requirements.offer("item", QVariant::fromValue(health.model()->items().first()));
         requirements.offer("texts", QVariant::fromValue<QObject *>(&texts));
         requirements.offer("appearance", QVariant::fromValue<QObject *>(appearance));
@@ -113,6 +118,8 @@ protected:
     HealthStage health;
     HistoryFixture history;
     TemplatesStage templates;
+    SettingsModelOverFakes settings;
+    ProfileModelOverFakes profile;
     Requirements requirements;
 };
 

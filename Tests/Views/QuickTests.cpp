@@ -2,6 +2,8 @@
 #include "Views/HealthStage.h"
 #include "Views/HistoryFixture.h"
 #include "Views/PopupFixture.h"
+#include "Views/ProfileFixture.h"
+#include "Views/SettingsFixture.h"
 #include "Views/StudioStage.h"
 #include "Views/TemplatesStage.h"
 #include "Views/UpdateStage.h"
@@ -19,6 +21,8 @@ public Q_SLOTS:
         qmlRegisterType<HealthStage>("TolmiTesting", 1, 0, "HealthStage");
         qmlRegisterType<HistoryFixture>("TolmiTesting", 1, 0, "HistoryFixture");
         qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
+        qmlRegisterType<ProfileFixture>("TolmiTesting", 1, 0, "ProfileFixture");
+        qmlRegisterType<SettingsFixture>("TolmiTesting", 1, 0, "SettingsFixture");
         qmlRegisterType<StudioStage>("TolmiTesting", 1, 0, "StudioStage");
         qmlRegisterType<TemplatesStage>("TolmiTesting", 1, 0, "TemplatesStage");
         qmlRegisterType<UpdateStage>("TolmiTesting", 1, 0, "UpdateStage");

@@ -186,8 +186,8 @@ TestCase {
         const popup = open();
         popup.fixture.setUpdatesPossible();
         popup.fixture.dictate("Hello.");
-        for (const next of ["profile", "copy", "uiLanguage", "transcriptionLanguage", "refinement", "openStudio",
-                            "settings", "checkForUpdates", "quit", "profile"]) {
+        for (const next of ["profile", "copy", "content", "uiLanguage", "transcriptionLanguage", "refinement",
+                            "openStudio", "settings", "checkForUpdates", "quit", "profile"]) {
             keyClick(Qt.Key_Tab);
             verify(popup.child(next).activeFocus, next);
         }

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Support/ProfileModelOverFakes.h"
+#include "TolmiApp/ViewTexts.h"
+
+/// The real model of the profile workspace over a platform in memory, for tests written in QML. The interface
+/// is in English.
+class ProfileFixture : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(ProfileWorkspaceModel *model READ model CONSTANT)
+    Q_PROPERTY(QObject *texts READ texts CONSTANT)
+
+public:
+    ProfileFixture() { m_place.open(); }
+
+    ProfileWorkspaceModel *model() { return &*m_place.model; }
+    QObject *texts() { return &m_texts; }
+
+    Q_INVOKABLE void setLanguage(const QString &code) {
+        m_place.store.setUiLanguage(rawValueOrDefault<AppLanguage>(code));
+    }
+    Q_INVOKABLE void useCustomAvatar() { m_place.useCustomAvatar(); }
+    Q_INVOKABLE void addDictation() { m_place.addDictation(); }
+    Q_INVOKABLE void grantEverything();
+    Q_INVOKABLE void completeOnboarding() { m_place.store.markOnboardingCompleted(); }
+    /// Ends the panel that asks for a picture; an empty path is none.
+    Q_INVOKABLE void choose(const QString &path);
+    Q_INVOKABLE int panelCount() const { return int(m_place.panel.requests.size()); }
+    Q_INVOKABLE int resumeCount() const { return m_place.resumeCount; }
+
+private:
+    ProfileModelOverFakes m_place;
+    ViewTexts m_texts { m_place.store, PlatformTexts::forLinux() };
+};
