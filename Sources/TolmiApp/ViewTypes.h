@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TolmiApp/CommandCenterModel.h"
+#include "TolmiApp/DictationLiveModel.h"
 #include "TolmiApp/DictationState.h"
 #include "TolmiApp/OverlayPanel.h"
 
@@ -20,4 +22,28 @@ struct OverlayViewModelForViews {
     QML_FOREIGN(OverlayViewModel)
     QML_NAMED_ELEMENT(OverlayViewModel)
     QML_UNCREATABLE("The overlay has one already")
+};
+
+/// The dictation as the models of several workspaces show it.
+struct DictationControlForViews {
+    Q_GADGET
+    QML_FOREIGN(DictationControl)
+    QML_NAMED_ELEMENT(DictationControl)
+    QML_UNCREATABLE("The model of a workspace has one already")
+};
+
+/// The model of the start page, made by the program.
+struct CommandCenterModelForViews {
+    Q_GADGET
+    QML_FOREIGN(CommandCenterModel)
+    QML_NAMED_ELEMENT(CommandCenterModel)
+    QML_UNCREATABLE("The program makes it")
+};
+
+/// The model of the stage for dictating, made by the program.
+struct DictationLiveModelForViews {
+    Q_GADGET
+    QML_FOREIGN(DictationLiveModel)
+    QML_NAMED_ELEMENT(DictationLiveModel)
+    QML_UNCREATABLE("The program makes it")
 };

@@ -1,4 +1,6 @@
 #include "TolmiApp/OverlayPanel.h"
+#include "Views/CommandCenterStage.h"
+#include "Views/DictationLiveStage.h"
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
@@ -12,6 +14,28 @@ namespace {
 
 class QmlFiles : public ViewsTest { };
 
+/// What the views of the flow's workspaces need.
+class FlowRequirements {
+public:
+    QVariantMap of(const QString &file) { return m_requirements.value(file); }
+
+private:
+    template <typename Stage>
+    static QVariantMap modelOf(Stage &stage) {
+        return { { QStringLiteral("model"), QVariant::fromValue(stage.model()) },
+            { QStringLiteral("texts"), QVariant::fromValue(stage.texts()) } };
+    }
+
+    CommandCenterStage m_commandCenter;
+    DictationLiveStage m_live;
+    const QHash<QString, QVariantMap> m_requirements {
+        { QStringLiteral("StudioCommandCenterView.qml"), modelOf(m_commandCenter) },
+        { QStringLiteral("StudioDictationLiveView.qml"), modelOf(m_live) },
+        { QStringLiteral("DictationButton.qml"),
+            { { QStringLiteral("dictation"), QVariant::fromValue(m_live.model()->dictation()) } } },
+    };
+};
+
 QStringList filesOfModule() {
     return QDir(QStringLiteral(":/qt/qml/Tolmi")).entryList({ QStringLiteral("*.qml") });
 }
@@ -22,6 +46,7 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     const QStringList files = filesOfModule();
     ASSERT_GT(files.size(), 40);
     OverlayViewModel model;
+    FlowRequirements flow;
     QQuickWindow window;
     window.resize(600, 400);
     QQuickItem anchor(window.contentItem());
@@ -29,7 +54,7 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
         SCOPED_TRACE(file.toStdString());
         QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/") + file));
         ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        QVariantMap required;
+        QVariantMap required = flow.of(file);
         if (file == QStringLiteral("OverlayContentView.qml"))
             required.insert(QStringLiteral("viewModel"), QVariant::fromValue(&model));
         if (file == QStringLiteral("OverlayToolTip.qml"))

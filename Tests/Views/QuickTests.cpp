@@ -1,4 +1,6 @@
 #include "TolmiApp/Views.h"
+#include "Views/CommandCenterStage.h"
+#include "Views/DictationLiveStage.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -9,7 +11,11 @@ class Setup : public QObject {
 
 public Q_SLOTS:
     void applicationAvailable() { Views::prepareApplication(); }
-    void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
+    void qmlEngineAvailable(QQmlEngine *engine) {
+        Views::prepareEngine(*engine);
+        qmlRegisterType<CommandCenterStage>("TolmiTesting", 1, 0, "CommandCenterStage");
+        qmlRegisterType<DictationLiveStage>("TolmiTesting", 1, 0, "DictationLiveStage");
+    }
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(tolmi, Setup)
