@@ -18,7 +18,7 @@ GlassPanel {
     signal pressed()
 
     padding: Metrics.cardPadding
-    implicitHeight: header.height + 14 + Math.max(words.height, 60) + (note === "" ? 0 : 28) + 20 + button.height
+    implicitHeight: header.height + 14 + words.height + (note === "" ? 0 : 28) + 20 + button.height
                     + 2 * padding
 
     Item {

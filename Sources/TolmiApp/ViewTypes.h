@@ -3,6 +3,7 @@
 #include "TolmiApp/CommandCenterModel.h"
 #include "TolmiApp/DictationLiveModel.h"
 #include "TolmiApp/DictationState.h"
+#include "TolmiApp/OnboardingWizardModel.h"
 #include "TolmiApp/OverlayPanel.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -45,5 +46,13 @@ struct DictationLiveModelForViews {
     Q_GADGET
     QML_FOREIGN(DictationLiveModel)
     QML_NAMED_ELEMENT(DictationLiveModel)
+    QML_UNCREATABLE("The program makes it")
+};
+
+/// The model of the wizard of the first start, made by the program.
+struct OnboardingWizardModelForViews {
+    Q_GADGET
+    QML_FOREIGN(OnboardingWizardModel)
+    QML_NAMED_ELEMENT(OnboardingWizardModel)
     QML_UNCREATABLE("The program makes it")
 };

@@ -1,6 +1,7 @@
 #include "TolmiApp/OverlayPanel.h"
 #include "Views/CommandCenterStage.h"
 #include "Views/DictationLiveStage.h"
+#include "Views/OnboardingStage.h"
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
@@ -28,9 +29,14 @@ private:
 
     CommandCenterStage m_commandCenter;
     DictationLiveStage m_live;
+    OnboardingStage m_onboarding;
     const QHash<QString, QVariantMap> m_requirements {
         { QStringLiteral("StudioCommandCenterView.qml"), modelOf(m_commandCenter) },
         { QStringLiteral("StudioDictationLiveView.qml"), modelOf(m_live) },
+        { QStringLiteral("OnboardingWizardView.qml"), modelOf(m_onboarding) },
+        { QStringLiteral("OnboardingProfilePanel.qml"), modelOf(m_onboarding) },
+        { QStringLiteral("OnboardingPermissionsPanel.qml"), modelOf(m_onboarding) },
+        { QStringLiteral("OnboardingDictationPanel.qml"), modelOf(m_onboarding) },
         { QStringLiteral("DictationButton.qml"),
             { { QStringLiteral("dictation"), QVariant::fromValue(m_live.model()->dictation()) } } },
     };

@@ -1,6 +1,7 @@
 #include "TolmiApp/Views.h"
 #include "Views/CommandCenterStage.h"
 #include "Views/DictationLiveStage.h"
+#include "Views/OnboardingStage.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -15,6 +16,7 @@ public Q_SLOTS:
         Views::prepareEngine(*engine);
         qmlRegisterType<CommandCenterStage>("TolmiTesting", 1, 0, "CommandCenterStage");
         qmlRegisterType<DictationLiveStage>("TolmiTesting", 1, 0, "DictationLiveStage");
+        qmlRegisterType<OnboardingStage>("TolmiTesting", 1, 0, "OnboardingStage");
     }
 };
 
