@@ -31,6 +31,8 @@
 #include "TolmiApp/DictationFlowManager.h"
 #include "TolmiApp/GlobalHotkeyManager.h"
 #include "TolmiApp/LiveAudioCapture.h"
+#include "TolmiApp/MenuBarPopupModel.h"
+#include "TolmiApp/MenuBarPopupWindow.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ProcessingTransitionSoundPlayer.h"
 #include "TolmiApp/QuickOverlayWindow.h"
@@ -39,11 +41,15 @@
 #include "TolmiApp/StatusItemController.h"
 #include "TolmiApp/SystemPasteService.h"
 #include "TolmiApp/TranscriptionHistory.h"
+#include "TolmiApp/ViewTexts.h"
 #include "TolmiCore/OllamaRefiner.h"
 #include "TolmiCore/RuleBasedRefiner.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QIcon>
+#include <QPalette>
+#include <QQmlComponent>
 
 namespace {
 BundleInfo bundleInfo(const char *programArgument) {
@@ -54,6 +60,34 @@ BundleInfo bundleInfo(const char *programArgument) {
 void logHow(const QString &reason) {
     logLine(QStringLiteral("Tolmi: the key and the paste do not work: ") + reason);
 }
+
+/// Draws the windows of an engine in the look that is set.
+void followAppearance(QQmlEngine &engine, const SettingsStore &settings) {
+    QQmlComponent component(&engine);
+    component.setData("import QtQml; import Tolmi; QtObject { property QtObject palette: TolmiPalette }", {});
+    const std::unique_ptr<QObject> holder(component.create());
+    auto *const palette = holder->property("palette").value<QObject *>();
+    const auto apply = [palette] {
+        const bool isDark = QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
+        palette->setProperty("scheme", isDark ? 1 : 0);
+    };
+    QObject::connect(&settings, &SettingsStore::appearanceChanged, palette, apply);
+    apply();
+}
+
+/// The popup with all that is made for it at the first press of the status item.
+struct Popup {
+    Popup(MenuBarPopupModel::Actions actions, std::shared_ptr<DictationFlowManager> flow,
+        Pasteboard &pasteboard, OverlayWindowSystem &system, const Clock &clock)
+        : model(flow, pasteboard, std::move(actions))
+        , texts(flow->settings(), PlatformTexts::forLinux())
+        , window({ model, texts, system, clock,
+              [flow](QQmlEngine &engine) { followAppearance(engine, flow->settings()); } }) { }
+
+    MenuBarPopupModel model;
+    ViewTexts texts;
+    MenuBarPopupWindow window;
+};
 } // namespace
 
 /// Declared in the order of construction: whatever is named lower uses what is named above it.
@@ -66,6 +100,8 @@ struct Composition::Parts {
     DictationFlowCollaborators collaborators();
     std::shared_ptr<SettingsStore> makeSettings();
     void startFlow();
+    void togglePopup();
+    MenuBarPopupModel::Actions popupActions();
 
     BundleInfo bundle;
     std::function<void()> quit;
@@ -99,6 +135,7 @@ struct Composition::Parts {
     std::shared_ptr<DictationFlowManager> flow;
     std::unique_ptr<QtStatusItem> statusItem;
     std::unique_ptr<StatusItemController> status;
+    std::unique_ptr<Popup> popup;
 };
 
 DictationFlowCollaborators Composition::Parts::collaborators() {
@@ -138,9 +175,25 @@ void Composition::Parts::startFlow() {
     flow = DictationFlowManager::create(collaborators(), { clock, fileManager, application }, makeSettings());
     statusItem = std::make_unique<QtStatusItem>(QIcon(QStringLiteral(":/AppIcon.png")));
     status = std::make_unique<StatusItemController>(*statusItem, flow, quit);
+    status->setPopup([this] { togglePopup(); });
     const Availability tray = statusItem->availability();
     if (!tray.isAvailable())
         logLine(QStringLiteral("Tolmi: there is no sign of it in a panel, because ") + tray.reason);
+}
+
+MenuBarPopupModel::Actions Composition::Parts::popupActions() {
+    const auto nothing = [] {};
+    return { .openCommandCenter = nothing,
+        .openProfile = nothing,
+        .openSettings = nothing,
+        .checkForUpdates = nothing,
+        .quit = quit };
+}
+
+void Composition::Parts::togglePopup() {
+    if (!popup)
+        popup = std::make_unique<Popup>(popupActions(), flow, pasteboard, overlayWindows, clock);
+    popup->window.toggle(statusItem->geometry());
 }
 
 Composition::Composition(Surroundings surroundings)

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <functional>
+#include <QObject>
+
 #include <optional>
 
 /// A look that is forced on the program's windows.
@@ -10,13 +11,14 @@ enum class Appearance {
 };
 
 /// The running application as the desktop sees it. Main thread only.
-class Application {
-public:
-    virtual ~Application() = default;
+class Application : public QObject {
+    Q_OBJECT
 
+public:
     /// Applies the look to the process and every open window; absent follows the system.
     virtual void setAppearance(std::optional<Appearance> appearance) = 0;
 
-    /// Calls `observer` each time the application comes to the front; replaces an earlier observer.
-    virtual void setDidBecomeActiveObserver(std::function<void()> observer) = 0;
+Q_SIGNALS:
+    /// The application has come to the front.
+    void didBecomeActive();
 };

@@ -28,6 +28,9 @@ public:
     /// The attributes of the item itself; links are not followed. Throws SystemError.
     virtual FileAttributes attributes(const FileURL &url) const = 0;
 
+    /// The attributes of what a link leads to, else of the item itself. Throws SystemError.
+    virtual FileAttributes attributesOfTarget(const FileURL &url) const = 0;
+
     /// Removes a file, or a link but not what it names; never a folder. Throws SystemError.
     virtual void removeItem(const FileURL &url) = 0;
 };

@@ -1,19 +1,27 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QRect>
 
 class QWindow;
+
+/// A rectangle with round corners, in a window's logical pixels. With a radius of half its side a square is a
+/// disc.
+struct RoundedRectangle {
+    QRect frame;
+    int radius;
+};
 
 /// What a desktop must be told about a window that floats above everything.
 class OverlayWindowSystem {
 public:
     virtual ~OverlayWindowSystem() = default;
 
-    /// Before the window is shown for the first time: above all windows and on all desktops, never with the
-    /// focus, in no task list.
+    /// Before the window is shown for the first time: above all windows and on all desktops, in no task list,
+    /// and exactly where the program puts it.
     virtual void prepare(QWindow &window) = 0;
 
-    /// Leaves the pointer to the windows below, save for a disc in the middle of this window; and where the
-    /// desktop cannot show translucent windows, cuts the window down to a disc. Diameters in logical pixels.
-    virtual void setShape(QWindow &window, int touchedDiameter, int drawnDiameter) = 0;
+    /// Leaves the pointer to the windows below, save for the `touched` part of this window; and where the
+    /// desktop cannot show translucent windows, cuts the window down to the `drawn` part.
+    virtual void setShape(QWindow &window, const RoundedRectangle &touched, const RoundedRectangle &drawn)
+        = 0;
 };

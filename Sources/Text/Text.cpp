@@ -15,6 +15,10 @@ bool isTrimmedAway(char32_t codePoint) {
     return (U_GET_GC_MASK(UChar32(codePoint)) & U_GC_Z_MASK) != 0;
 }
 
+bool isBlank(char32_t codePoint) {
+    return codePoint == 0x09 || u_charType(UChar32(codePoint)) == U_SPACE_SEPARATOR;
+}
+
 icu::UnicodeString aliased(const QString &text) {
     return icu::UnicodeString(false, reinterpret_cast<const char16_t *>(text.utf16()), int32_t(text.size()));
 }
@@ -43,7 +47,7 @@ qint64 countCodePoints(const QString &text, Predicate predicate) {
 
 namespace Text {
 
-// All characters of the set lie in the basic plane, so code units can be looked at one by one.
+// All characters of the sets lie in the basic plane, so code units can be looked at one by one.
 QString trimmed(const QString &text) {
     qsizetype start = 0;
     qsizetype end = text.size();
@@ -52,6 +56,20 @@ QString trimmed(const QString &text) {
     while (end > start && isTrimmedAway(text[end - 1].unicode()))
         --end;
     return text.mid(start, end - start);
+}
+
+QStringList pieces(const QString &text, Separators separators) {
+    const auto isSeparator = separators == Separators::Blanks ? isBlank : isTrimmedAway;
+    QStringList found;
+    qsizetype start = 0;
+    for (qsizetype index = 0; index <= text.size(); ++index) {
+        if (index < text.size() && !isSeparator(text[index].unicode()))
+            continue;
+        if (index > start)
+            found.append(text.mid(start, index - start));
+        start = index + 1;
+    }
+    return found;
 }
 
 QString lowerCased(const QString &text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -9,6 +10,17 @@ namespace Text {
 
 /// The text without white space and line ends at both ends: categories Z*, TAB, U+000A to U+000D, U+0085.
 QString trimmed(const QString &text);
+
+/// Which characters part a text.
+enum class Separators {
+    /// Category Zs and TAB.
+    Blanks,
+    /// All that trimmed() takes away.
+    BlanksAndLineEnds,
+};
+
+/// The pieces of the text between separators, without empty ones.
+QStringList pieces(const QString &text, Separators separators);
 
 /// Lower case by the rules of no particular language.
 QString lowerCased(const QString &text);

@@ -5,3 +5,8 @@ FileURL tolmiRootDirectoryURL(const FileManager &fileManager) {
     const FileURL base = applicationSupport ? *applicationSupport : fileManager.temporaryDirectory();
     return base.appendingPathComponent(QStringLiteral("Tolmi"));
 }
+
+bool staysInFolder(const std::optional<QString> &relativePath) {
+    return relativePath && !relativePath->isEmpty() && !relativePath->startsWith(u'/')
+        && !relativePath->contains(QStringLiteral(".."));
+}

@@ -5,8 +5,8 @@ import Tolmi
 Item {
     id: avatar
 
-    /// Address of the picture; empty shows the symbol.
-    property url picture
+    /// A null picture shows the symbol.
+    property alias picture: round.image
     property string symbol: "person.crop.circle.fill"
     property real size: 20
 
@@ -15,21 +15,15 @@ Item {
 
     Symbol {
         anchors.centerIn: parent
-        visible: !image.visible
+        visible: round.isEmpty
         name: avatar.symbol
         size: avatar.size
         color: TolmiPalette.cloud
     }
-    Image {
-        id: image
+    RoundPicture {
+        id: round
 
         anchors.fill: parent
-        visible: status === Image.Ready
-        source: avatar.picture
-        sourceSize: Qt.size(avatar.size * 2, avatar.size * 2)
-        fillMode: Image.PreserveAspectCrop
-        // The picture may change while its address stays the same.
-        cache: false
-        mipmap: true
+        visible: !isEmpty
     }
 }

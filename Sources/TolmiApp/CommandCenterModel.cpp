@@ -1,7 +1,6 @@
 #include "TolmiApp/CommandCenterModel.h"
 
 #include "TolmiApp/L10n.h"
-#include "TolmiApp/ProfileAvatarPreset.h"
 #include "TolmiApp/ProfileReadinessScorer.h"
 #include "TolmiApp/SettingsStore.h"
 #include "TolmiApp/TranscriptionHistory.h"
@@ -14,16 +13,14 @@ CommandCenterModel::CommandCenterModel(std::shared_ptr<DictationFlowManager> flo
     , m_history(history)
     , m_microphone(platform.microphone)
     , m_navigation(std::move(navigation))
-    , m_dictation(m_flow, platform.clock) {
+    , m_dictation(m_flow, platform.clock)
+    , m_profile(settings()) {
     observeSettings();
     observeProgress();
     connect(&m_history, &TranscriptionHistory::entriesChanged, this, &CommandCenterModel::historyChanged);
 }
 
 void CommandCenterModel::observeSettings() {
-    connect(&settings(), &SettingsStore::profileDisplayNameChanged, this,
-        &CommandCenterModel::displayNameChanged);
-    connect(&settings(), &SettingsStore::profileAvatarIDChanged, this, &CommandCenterModel::avatarChanged);
     connect(&settings(), &SettingsStore::hasCompletedOnboardingChanged, this,
         &CommandCenterModel::onboardingReminderChanged);
     connect(&settings(), &SettingsStore::onboardingVersionChanged, this,
@@ -46,14 +43,6 @@ void CommandCenterModel::observeProgress() {
         &CommandCenterModel::onboardingProgressChanged);
     connect(&m_history, &TranscriptionHistory::entriesChanged, this,
         &CommandCenterModel::onboardingProgressChanged);
-}
-
-QString CommandCenterModel::displayName() const {
-    return settings().profileDisplayName();
-}
-
-QString CommandCenterModel::avatarSymbol() const {
-    return normalizedProfileAvatarID(settings().profileAvatarID());
 }
 
 bool CommandCenterModel::showsOnboardingReminder() const {

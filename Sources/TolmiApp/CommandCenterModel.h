@@ -2,6 +2,7 @@
 
 #include "Platform/Audio.h"
 #include "TolmiApp/DictationControl.h"
+#include "TolmiApp/ProfileChipModel.h"
 #include "TolmiApp/StudioDestination.h"
 
 #include <functional>
@@ -13,9 +14,7 @@ class TranscriptionHistory;
 class CommandCenterModel final : public QObject {
     Q_OBJECT
     Q_PROPERTY(DictationControl *dictation READ dictation CONSTANT)
-    Q_PROPERTY(QString displayName READ displayName NOTIFY displayNameChanged)
-    /// Name of the symbol of the chosen preset avatar.
-    Q_PROPERTY(QString avatarSymbol READ avatarSymbol NOTIFY avatarChanged)
+    Q_PROPERTY(ProfileChipModel *profile READ profile CONSTANT)
     /// Whether the wizard of the first start waits to be finished.
     Q_PROPERTY(bool showsOnboardingReminder READ showsOnboardingReminder NOTIFY onboardingReminderChanged)
     Q_PROPERTY(QString onboardingProgress READ onboardingProgress NOTIFY onboardingProgressChanged)
@@ -43,8 +42,7 @@ public:
         const Platform &platform, Navigation navigation);
 
     DictationControl *dictation() { return &m_dictation; }
-    QString displayName() const;
-    QString avatarSymbol() const;
+    ProfileChipModel *profile() { return &m_profile; }
     bool showsOnboardingReminder() const;
     QString onboardingProgress() const;
     QString historyCount() const;
@@ -63,8 +61,6 @@ public:
     Q_INVOKABLE void resumeOnboarding() { m_navigation.onResumeOnboarding(); }
 
 Q_SIGNALS:
-    void displayNameChanged();
-    void avatarChanged();
     void onboardingReminderChanged();
     void onboardingProgressChanged();
     void historyChanged();
@@ -80,4 +76,5 @@ private:
     MicrophonePermission &m_microphone;
     const Navigation m_navigation;
     DictationControl m_dictation;
+    ProfileChipModel m_profile;
 };

@@ -7,8 +7,6 @@
 #include "TolmiApp/DictationStages.h"
 #include "TolmiApp/SettingsStore.h"
 
-#include <QPointer>
-
 std::shared_ptr<DictationFlowManager> DictationFlowManager::create(DictationFlowCollaborators collaborators,
     DictationFlowPlatform platform, std::shared_ptr<SettingsStore> settings) {
     const std::shared_ptr<DictationFlowManager> manager(
@@ -44,11 +42,9 @@ void DictationFlowManager::observeSettings() {
 }
 
 void DictationFlowManager::observeActivation() {
-    m_platform.application.setDidBecomeActiveObserver([manager = QPointer(this)] {
-        if (!manager)
-            return;
-        manager->refreshAccessibilityAndHotkeyState();
-        manager->m_collaborators.liveCapture->warmupIfAuthorized();
+    connect(&m_platform.application, &Application::didBecomeActive, this, [this] {
+        refreshAccessibilityAndHotkeyState();
+        m_collaborators.liveCapture->warmupIfAuthorized();
     });
 }
 

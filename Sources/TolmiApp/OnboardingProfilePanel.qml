@@ -75,7 +75,8 @@ FocusScope {
                     }
                     AvatarView {
                         anchors.centerIn: parent
-                        size: 30
+                        size: panel.model.hasCustomAvatar ? 48 : 30
+                        picture: panel.model.profile.picture
                         symbol: panel.model.avatarPreset
                     }
                 }

@@ -51,6 +51,7 @@ OnboardingWizardModel::OnboardingWizardModel(std::shared_ptr<DictationFlowManage
     , m_platform(platform)
     , m_place(std::move(place))
     , m_dictation(m_flow, platform.clock)
+    , m_profile(settings())
     , m_currentStep(firstStep(settings()))
     , m_initialHistoryCount(history.entries().size())
     , m_hasCustomAvatar(settings().resolvedCustomAvatarThumbnailURL().has_value())

@@ -4,6 +4,7 @@
 #include "TolmiApp/DictationControl.h"
 #include "TolmiApp/OnboardingStep.h"
 #include "TolmiApp/PlatformTexts.h"
+#include "TolmiApp/ProfileChipModel.h"
 
 #include <QStringList>
 #include <QVariantList>
@@ -26,6 +27,7 @@ class OnboardingWizardModel final : public QObject {
     Q_PROPERTY(bool canAdvance READ canAdvance NOTIFY progressChanged)
     Q_PROPERTY(QString continueButtonTitle READ continueButtonTitle NOTIFY progressChanged)
 
+    Q_PROPERTY(ProfileChipModel *profile READ profile CONSTANT)
     Q_PROPERTY(QString displayName READ displayName WRITE setDisplayName NOTIFY profileChanged)
     /// The chosen preset avatar, which is the name of its symbol.
     Q_PROPERTY(QString avatarPreset READ avatarPreset WRITE setAvatarPreset NOTIFY profileChanged)
@@ -83,6 +85,7 @@ public:
     bool canAdvance() const;
     QString continueButtonTitle() const;
 
+    ProfileChipModel *profile() { return &m_profile; }
     QString displayName() const;
     void setDisplayName(const QString &name);
     QString avatarPreset() const;
@@ -156,6 +159,7 @@ private:
     const Platform m_platform;
     const Place m_place;
     DictationControl m_dictation;
+    ProfileChipModel m_profile;
     OnboardingStep m_currentStep;
     const qsizetype m_initialHistoryCount;
     bool m_dictationTestCompleted = false;

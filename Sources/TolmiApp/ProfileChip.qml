@@ -6,7 +6,8 @@ import Tolmi
 T.Button {
     id: chip
 
-    property url picture
+    /// A null picture shows the symbol.
+    property alias picture: avatar.picture
     property string symbol: "person.crop.circle.fill"
     property bool isSmall: false
     /// Wider names are elided.
@@ -40,10 +41,11 @@ T.Button {
     }
     contentItem: Item {
         AvatarView {
+            id: avatar
+
             anchors.verticalCenter: parent.verticalCenter
             x: chip.isSmall ? 5 : 7
             size: chip.isSmall ? 16 : 20
-            picture: chip.picture
             symbol: chip.symbol
         }
         StudioText {

@@ -31,6 +31,12 @@ double opacityAt(double part) {
     return 1 - easeInOut.valueForProgress(part);
 }
 
+/// In the middle of the panel.
+RoundedRectangle disc(int diameter) {
+    const int edge = (OverlayPanelController::panelSize - diameter) / 2;
+    return { QRect(edge, edge, diameter, diameter), diameter / 2 };
+}
+
 } // namespace
 
 QuickOverlayWindow::QuickOverlayWindow(OverlayViewModel &viewModel, OverlayWindowSystem &system)
@@ -73,7 +79,7 @@ void QuickOverlayWindow::orderFront() {
 
 void QuickOverlayWindow::reshape() {
     const bool isRecording = m_viewModel.state().kind() == DictationState::Kind::Recording;
-    m_system.setShape(*m_view, touchedDiameter, isRecording ? ringDiameter : iconDiameter);
+    m_system.setShape(*m_view, disc(touchedDiameter), disc(isRecording ? ringDiameter : iconDiameter));
 }
 
 void QuickOverlayWindow::fadeOut(double seconds, std::function<void()> completion) {

@@ -25,14 +25,18 @@ Flickable {
             ancestor = ancestor.parent;
         return ancestor !== null;
     }
-    /// Scrolls as little as brings the whole item into sight.
+    /// Scrolls as little as brings the whole item into sight. An item that is higher than the page and partly in sight
+    /// stays where it is, so that a press into a long text does not move it away.
     function reveal(item: Item) {
         const top = item.mapToItem(inside, 0, 0).y;
         const bottom = top + item.height + 2 * Metrics.workspacePadding;
+        const isHigher = bottom - top > height;
+        if (isHigher && top < contentY + height && bottom > contentY)
+            return;
         if (top < contentY)
             contentY = top;
         else if (bottom > contentY + height)
-            contentY = Math.min(bottom, contentHeight) - height;
+            contentY = Math.min(top, Math.min(bottom, contentHeight) - height);
     }
 
     Item {

@@ -2,10 +2,10 @@
 
 #include "Platform/Log.h"
 #include "Platform/Uuid.h"
-#include "Text/RegularExpression.h"
 #include "Text/Text.h"
 #include "TolmiApp/ApplicationFolder.h"
 #include "TolmiApp/ProfileAvatarPreset.h"
+#include "TolmiApp/ProfileDisplayName.h"
 #include "TolmiCore/OllamaConfiguration.h"
 #include "TolmiCore/TolmiDefaultPaths.h"
 
@@ -323,18 +323,10 @@ void SettingsStore::validateCustomAvatarPathsIfNeeded(bool persistFixes) {
 
 std::optional<FileURL> SettingsStore::resolveProfileAssetURL(
     const std::optional<QString> &relativePath) const {
-    if (!relativePath || relativePath->isEmpty())
-        return std::nullopt;
-    if (relativePath->startsWith(u'/') || relativePath->contains(u".."))
+    if (!staysInFolder(relativePath))
         return std::nullopt;
     const FileURL url = tolmiRootDirectoryURL(m_fileManager).appendingPathComponent(*relativePath);
     return m_fileManager.fileExists(url.path()) ? std::optional(url) : std::nullopt;
-}
-
-QString SettingsStore::sanitizedProfileDisplayName(const QString &name) {
-    static const RegularExpression whiteSpace(QStringLiteral("\\s+"));
-    const QString oneLine = whiteSpace.replacingMatches(Text::trimmed(name), QStringLiteral(" "));
-    return oneLine.isEmpty() ? QStringLiteral("User") : Text::firstCharacters(oneLine, 40);
 }
 
 QString SettingsStore::nowISO8601() const {

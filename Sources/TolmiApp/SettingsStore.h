@@ -144,7 +144,6 @@ private:
     void validateCustomAvatarPathsIfNeeded(bool persistFixes);
     std::optional<FileURL> resolveProfileAssetURL(const std::optional<QString> &relativePath) const;
 
-    static QString sanitizedProfileDisplayName(const QString &name);
     QString nowISO8601() const;
 
     template <typename Enum>

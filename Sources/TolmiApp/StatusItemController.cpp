@@ -17,6 +17,12 @@ StatusItemController::StatusItemController(
     refresh();
 }
 
+void StatusItemController::setPopup(std::function<void()> toggle) {
+    m_togglePopup = std::move(toggle);
+    m_item.setActivationObserver(m_togglePopup);
+    refresh();
+}
+
 void StatusItemController::announce() {
     m_item.showMessage(L10n::text(L10n::Key::menuBarTitle, m_flow->settings().uiLanguage()), stateText());
 }
@@ -24,7 +30,11 @@ void StatusItemController::announce() {
 void StatusItemController::refresh() {
     const AppLanguage language = m_flow->settings().uiLanguage();
     m_item.setToolTip(L10n::text(L10n::Key::menuBarTitle, language) + QStringLiteral(": ") + stateText());
-    m_item.setMenu({ { stateText(), {} }, { L10n::text(L10n::Key::menuBarQuit, language), m_quit } });
+    std::vector<StatusMenuEntry> menu { { stateText(), {} } };
+    if (m_togglePopup)
+        menu.push_back({ L10n::text(L10n::Key::menuBarTitle, language), m_togglePopup });
+    menu.push_back({ L10n::text(L10n::Key::menuBarQuit, language), m_quit });
+    m_item.setMenu(menu);
 }
 
 void StatusItemController::reportError() {

@@ -17,6 +17,10 @@ public:
     StatusItemController(
         StatusItem &item, std::shared_ptr<DictationFlowManager> flow, std::function<void()> quit);
 
+    /// Has a press of the item show and hide the popup. An entry of the menu does the same, for desktops that
+    /// open the menu at every press.
+    void setPopup(std::function<void()> toggle);
+
     /// Tells the user where the program is, for a start of a program that runs already.
     void announce();
 
@@ -28,4 +32,5 @@ private:
     StatusItem &m_item;
     std::shared_ptr<DictationFlowManager> m_flow;
     std::function<void()> m_quit;
+    std::function<void()> m_togglePopup;
 };

@@ -38,8 +38,9 @@ ScrollPage {
 
                 x: parent.width - width
                 y: 2
-                symbol: page.model.avatarSymbol
-                text: page.model.displayName
+                picture: page.model.profile.picture
+                symbol: page.model.profile.symbol
+                text: page.model.profile.displayName
                 onClicked: page.model.openProfile()
             }
         }

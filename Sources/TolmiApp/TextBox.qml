@@ -5,15 +5,38 @@ import Tolmi
 Item {
     id: box
 
-    property alias text: content.text
+    property string text
     property TextStyle role: Typography.body
     property real padding: 12
-    /// Lines shown; what is longer is elided, and cannot be selected. 0 shows all.
+    /// Lines shown; what is longer ends in an ellipsis. 0 shows all.
     property int maximumLines: 0
     /// What the text is.
     property string label
 
-    implicitHeight: (maximumLines > 0 ? elided.implicitHeight : content.contentHeight) + 2 * padding - 2
+    implicitHeight: content.contentHeight + 2 * padding - 2
+
+    component Words: TextEdit {
+        x: box.padding
+        y: box.padding - 1
+        width: box.width - 2 * box.padding
+        readOnly: true
+        wrapMode: TextEdit.Wrap
+        textFormat: TextEdit.PlainText
+        font: box.role.font
+    }
+
+    /// What the lines have room for.
+    function beginning(): string {
+        const isWhole = measure.text.length === text.length;
+        if (maximumLines === 0 || (isWhole && measure.lineCount <= maximumLines))
+            return text;
+        const lineHeight = measure.contentHeight / measure.lineCount;
+        const y = (maximumLines - 0.5) * lineHeight;
+        const ellipsis = 2 * lineHeight;
+        // A line from right to left ends at the left.
+        const end = Math.max(measure.positionAt(ellipsis, y), measure.positionAt(measure.width - ellipsis, y));
+        return text.slice(0, end).replace(/\s+$/, "") + "\u2026";
+    }
 
     Plate {
         anchors.fill: parent
@@ -21,19 +44,20 @@ Item {
         fill: TolmiPalette.surfaceFill
         border: TolmiPalette.surfaceStroke
     }
-    TextEdit {
+    Words {
+        id: measure
+
+        visible: false
+        // No letter is narrower than a pixel; what comes after that cannot be shown and need not be laid out.
+        text: box.text.slice(0, box.maximumLines * Math.max(0, Math.ceil(width)))
+    }
+    Words {
         id: content
 
-        x: box.padding
-        y: box.padding - 1
-        width: box.width - 2 * box.padding
-        visible: box.maximumLines === 0
-        readOnly: true
+        objectName: "content"
+        text: box.beginning()
         selectByMouse: true
         activeFocusOnTab: true
-        wrapMode: TextEdit.Wrap
-        textFormat: TextEdit.PlainText
-        font: box.role.font
         color: TolmiPalette.primaryText
         selectionColor: TolmiPalette.faded(TolmiPalette.frost, 0.24)
         selectedTextColor: TolmiPalette.primaryText
@@ -41,18 +65,6 @@ Item {
         Accessible.role: Accessible.EditableText
         Accessible.readOnly: true
         Accessible.name: box.label
-    }
-    StudioText {
-        id: elided
-
-        x: box.padding
-        y: box.padding - 1
-        width: box.width - 2 * box.padding
-        visible: box.maximumLines > 0
-        role: box.role
-        text: box.text
-        wrapMode: Text.Wrap
-        maximumLineCount: Math.max(1, box.maximumLines)
     }
     FocusRing {
         visible: content.activeFocus

@@ -1,10 +1,17 @@
 #pragma once
 
+#include "TolmiApp/AppUpdater.h"
 #include "TolmiApp/CommandCenterModel.h"
 #include "TolmiApp/DictationLiveModel.h"
 #include "TolmiApp/DictationState.h"
+#include "TolmiApp/HealthModel.h"
+#include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OnboardingWizardModel.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/ProfileChipModel.h"
+#include "TolmiApp/SettingsModel.h"
+#include "TolmiApp/SettingsStore.h"
+#include "TolmiApp/TemplatesModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -55,4 +62,65 @@ struct OnboardingWizardModelForViews {
     QML_FOREIGN(OnboardingWizardModel)
     QML_NAMED_ELEMENT(OnboardingWizardModel)
     QML_UNCREATABLE("The program makes it")
+};
+
+/// The model of the popup, made by the program's root.
+struct MenuBarPopupModelForViews {
+    Q_GADGET
+    QML_FOREIGN(MenuBarPopupModel)
+    QML_NAMED_ELEMENT(MenuBarPopupModel)
+    QML_UNCREATABLE("The popup has one already")
+};
+
+/// The user as the models of views give them.
+struct ProfileChipModelForViews {
+    Q_GADGET
+    QML_FOREIGN(ProfileChipModel)
+    QML_NAMED_ELEMENT(ProfileChipModel)
+    QML_UNCREATABLE("The model of the view has one")
+};
+
+/// Everything that the user has set.
+struct SettingsStoreForViews {
+    Q_GADGET
+    QML_FOREIGN(SettingsStore)
+    QML_NAMED_ELEMENT(SettingsStore)
+    QML_UNCREATABLE("The program has one already")
+};
+
+/// The state of the updater.
+struct AppUpdaterForViews {
+    Q_GADGET
+    QML_FOREIGN(AppUpdater)
+    QML_NAMED_ELEMENT(AppUpdater)
+    QML_UNCREATABLE("The program has one already")
+};
+
+/// The model of the settings workspace, made by the program's root.
+struct SettingsModelForViews {
+    Q_GADGET
+    QML_FOREIGN(SettingsModel)
+    QML_NAMED_ELEMENT(SettingsModel)
+    QML_UNCREATABLE("The workspace has one already")
+};
+
+/// How a check went, as HealthCheckItem.Ok and so on.
+namespace HealthCheckItemForViews {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(HealthCheckItem)
+QML_NAMED_ELEMENT(HealthCheckItem)
+} // namespace HealthCheckItemForViews
+
+/// The models of workspaces, made for each showing.
+struct HealthModelForViews {
+    Q_GADGET
+    QML_FOREIGN(HealthModel)
+    QML_NAMED_ELEMENT(HealthModel)
+    QML_UNCREATABLE("The workspace is given one")
+};
+struct TemplatesModelForViews {
+    Q_GADGET
+    QML_FOREIGN(TemplatesModel)
+    QML_NAMED_ELEMENT(TemplatesModel)
+    QML_UNCREATABLE("The workspace is given one")
 };

@@ -4,8 +4,7 @@ class DictationFlowSetup : public DictationFlowFixture { };
 
 TEST_F(DictationFlowSetup, constructionOnlyLooksAtTheRightAndAppliesTheLook) {
     create();
-    EXPECT_EQ(fakes.journal.lines,
-        QStringList({ "hotkey.check", "application.observe", "application.setAppearance dark" }));
+    EXPECT_EQ(fakes.journal.lines, QStringList({ "hotkey.check", "application.setAppearance dark" }));
     EXPECT_EQ(manager->state(), Kind::Idle);
     EXPECT_TRUE(manager->accessibilityGranted());
     EXPECT_EQ(manager->lastTranscript(), QString());

@@ -53,6 +53,20 @@ TEST_F(StatusItemControllerTest, showsAnErrorAsAMessage) {
     EXPECT_EQ(item.messages.size(), 1);
 }
 
+TEST_F(StatusItemControllerTest, pressAndMenuToggleThePopup) {
+    int toggles = 0;
+    show();
+    controller->setPopup([&toggles] { ++toggles; });
+    item.activate();
+    EXPECT_EQ(toggles, 1);
+    ASSERT_EQ(item.menu.size(), 3U);
+    EXPECT_EQ(item.menu[1].title, QStringLiteral("Tolmi Flow"));
+    item.menu[1].action();
+    EXPECT_EQ(toggles, 2);
+    record();
+    EXPECT_EQ(item.menu.size(), 3U);
+}
+
 TEST_F(StatusItemControllerTest, announcesALaterStart) {
     show();
     controller->announce();

@@ -123,6 +123,12 @@ TEST_P(FileListingContract, AFolderIsNoRegularFile) {
     EXPECT_FALSE(listing().attributes(addFolder("inner")).isRegularFile);
 }
 
+TEST_P(FileListingContract, WhatIsNoLinkIsItsOwnTarget) {
+    const FileURL file = addFile("a.wav", 12345);
+    EXPECT_EQ(listing().attributesOfTarget(file), listing().attributes(file));
+    EXPECT_FALSE(listing().attributesOfTarget(addFolder("inner")).isRegularFile);
+}
+
 TEST_P(FileListingContract, RemovesAFile) {
     const FileURL file = addFile("a.wav");
     addFile("b.wav");
@@ -133,6 +139,7 @@ TEST_P(FileListingContract, RemovesAFile) {
 TEST_P(FileListingContract, WhatIsNotThereIsAnError) {
     const QString expected = QStringLiteral("No such file or directory: ") + at("nothing").path();
     EXPECT_EQ(systemErrorOf([this] { listing().attributes(at("nothing")); }), expected);
+    EXPECT_EQ(systemErrorOf([this] { listing().attributesOfTarget(at("nothing")); }), expected);
     EXPECT_EQ(systemErrorOf([this] { listing().removeItem(at("nothing")); }), expected);
 }
 
@@ -164,6 +171,7 @@ TEST_F(LinuxFileListingTest, ALinkIsNoRegularFileAndGoesAlone) {
     ASSERT_TRUE(target.open(QIODevice::WriteOnly));
     ASSERT_TRUE(QFile::link(target.fileName(), at("link").path()));
     EXPECT_FALSE(m_listing.attributes(at("link")).isRegularFile);
+    EXPECT_TRUE(m_listing.attributesOfTarget(at("link")).isRegularFile);
     m_listing.removeItem(at("link"));
     EXPECT_TRUE(target.exists());
     EXPECT_FALSE(QFile::exists(at("link").path()));

@@ -24,5 +24,7 @@ public:
 
     std::vector<FileURL> contentsOfDirectory(const FileURL &url) const override;
     FileAttributes attributes(const FileURL &url) const override;
+    /// There are no links here.
+    FileAttributes attributesOfTarget(const FileURL &url) const override { return attributes(url); }
     void removeItem(const FileURL &url) override;
 };

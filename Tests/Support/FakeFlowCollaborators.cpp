@@ -121,11 +121,6 @@ void FakeApplication::setAppearance(std::optional<Appearance> appearance) {
     m_journal.add(QStringLiteral("application.setAppearance ") + describe(appearance));
 }
 
-void FakeApplication::setDidBecomeActiveObserver(std::function<void()> observer) {
-    m_journal.add(QStringLiteral("application.observe"));
-    didBecomeActive = std::move(observer);
-}
-
 DictationFlowCollaborators FakeFlowCollaborators::asCollaborators() {
     return { .hotkeyManager = hotkey,
         .liveCapture = live,

@@ -202,10 +202,7 @@ public:
     explicit FakeApplication(FlowJournal &journal)
         : m_journal(journal) { }
 
-    std::function<void()> didBecomeActive;
-
     void setAppearance(std::optional<Appearance> appearance) override;
-    void setDidBecomeActiveObserver(std::function<void()> observer) override;
 
 private:
     FlowJournal &m_journal;

@@ -35,6 +35,36 @@ INSTANTIATE_TEST_SUITE_P(Text, Trimmed,
         Change { u' ' + loneHighSurrogate + u' ', loneHighSurrogate },
         Change { u' ' + loneLowSurrogate + u' ', loneLowSurrogate }));
 
+struct Parting {
+    QString text;
+    QStringList betweenBlanks;
+    QStringList betweenBlanksAndLineEnds;
+};
+
+class Pieces : public testing::TestWithParam<Parting> { };
+
+TEST_P(Pieces, LieBetweenSeparators) {
+    const Parting &parting = GetParam();
+    EXPECT_EQ(Text::pieces(parting.text, Text::Separators::Blanks), parting.betweenBlanks);
+    EXPECT_EQ(
+        Text::pieces(parting.text, Text::Separators::BlanksAndLineEnds), parting.betweenBlanksAndLineEnds);
+}
+
+INSTANTIATE_TEST_SUITE_P(Text, Pieces,
+    testing::Values(Parting { {}, {}, {} }, Parting { QStringLiteral(" \t "), {}, {} },
+        Parting { QStringLiteral("one"), { "one" }, { "one" } },
+        Parting { QStringLiteral("  one \t two\u00A0three\u3000"), { "one", "two", "three" },
+            { "one", "two", "three" } },
+        Parting { QStringLiteral("a\nb\r\nc d"), { "a\nb\r\nc", "d" }, { "a", "b", "c", "d" } },
+        Parting { QStringLiteral("a\u2028b\u2029c\u0085d\ve\ff"),
+            { QStringLiteral("a\u2028b\u2029c\u0085d\ve\ff") }, { "a", "b", "c", "d", "e", "f" } },
+        // A mark that combines with a blank does not keep it from parting.
+        Parting { QStringLiteral("a \u0301b"), { "a", QStringLiteral("\u0301b") },
+            { "a", QStringLiteral("\u0301b") } },
+        Parting { QStringLiteral("a\u200Bb \U0001F600"),
+            { QStringLiteral("a\u200Bb"), QStringLiteral("\U0001F600") },
+            { QStringLiteral("a\u200Bb"), QStringLiteral("\U0001F600") } }));
+
 TEST(Text, LowerAndUpperCase) {
     EXPECT_EQ(Text::lowerCased(QStringLiteral("ĂÂÎȘȚ I É Ω")), QStringLiteral("ăâîșț i é ω"));
     EXPECT_EQ(Text::upperCased(QStringLiteral("ăâîșț i é ω")), QStringLiteral("ĂÂÎȘȚ I É Ω"));

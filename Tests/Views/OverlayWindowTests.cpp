@@ -1,8 +1,9 @@
+#include "Support/UntilTrue.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/QuickOverlayWindow.h"
+#include "Views/RecordingWindowSystem.h"
 #include "Views/ViewsFixture.h"
 
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickView>
@@ -11,33 +12,12 @@ using Kind = DictationState::Kind;
 
 namespace {
 
-/// A desktop that only remembers what it was asked for.
-class RecordingSystem final : public OverlayWindowSystem {
-public:
-    int preparedCount = 0;
-    QList<std::pair<int, int>> shapes;
-
-    void prepare(QWindow &) override { ++preparedCount; }
-    void setShape(QWindow &, int touchedDiameter, int drawnDiameter) override {
-        shapes.append({ touchedDiameter, drawnDiameter });
-    }
-};
-
 class OverlayWindowTest : public ViewsTest {
 protected:
-    /// Lets the program run until something holds, for ten seconds at most.
-    static bool becomes(const std::function<bool()> &condition) {
-        QElapsedTimer since;
-        since.start();
-        while (!condition() && since.elapsed() < 10000)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
-        return condition();
-    }
-
     QQuickView &view() { return window->view(); }
     bool isTimelineRunning() { return view().rootObject()->property("isTimelineRunning").toBool(); }
 
-    RecordingSystem system;
+    RecordingWindowSystem system;
     QuickOverlayWindow *window = nullptr;
     OverlayPanelController controller { [this](OverlayViewModel &model) {
         auto made = std::make_unique<QuickOverlayWindow>(model, system);
@@ -67,8 +47,9 @@ TEST_F(OverlayWindowTest, ShapeFollowsTheState) {
     controller.show(Kind::Recording, AppLanguage::English);
     controller.show(Kind::Done, AppLanguage::English);
     ASSERT_EQ(system.shapes.size(), 2);
-    EXPECT_EQ(system.shapes[0].first, 44);
-    EXPECT_GT(system.shapes[0].second, system.shapes[1].second);
+    EXPECT_EQ(system.shapes[0].first.frame, QRect(53, 53, 44, 44));
+    EXPECT_EQ(system.shapes[0].first.radius, 22);
+    EXPECT_GT(system.shapes[0].second.frame.width(), system.shapes[1].second.frame.width());
 }
 
 TEST_F(OverlayWindowTest, TimelineRunsOnlyWhileRecording) {
@@ -87,9 +68,9 @@ TEST_F(OverlayWindowTest, HiddenOneDrawsNothing) {
     controller.updateAudioLevel(0.6);
     int frames = 0;
     QObject::connect(&view(), &QQuickView::frameSwapped, &view(), [&frames] { ++frames; });
-    ASSERT_TRUE(becomes([&] { return frames > 3; }));
+    ASSERT_TRUE(untilTrue([&] { return frames > 3; }));
     controller.hide();
-    ASSERT_TRUE(becomes([&] { return !view().isVisible(); }));
+    ASSERT_TRUE(untilTrue([&] { return !view().isVisible(); }));
     EXPECT_FALSE(isTimelineRunning());
     QCoreApplication::processEvents();
     frames = 0;
@@ -107,6 +88,6 @@ TEST_F(OverlayWindowTest, ShownAgainWhileFadingItGoesWhenTheFadeIsOver) {
     controller.show(Kind::Recording, AppLanguage::English);
     EXPECT_TRUE(view().isVisible());
     EXPECT_EQ(view().opacity(), 1);
-    EXPECT_TRUE(becomes([&] { return !view().isVisible(); }));
+    EXPECT_TRUE(untilTrue([&] { return !view().isVisible(); }));
     EXPECT_EQ(view().opacity(), 1);
 }

@@ -1,7 +1,14 @@
+#include "Support/FakePasteboard.h"
+#include "Support/FlowOverFakes.h"
+#include "Support/SettingsModelOverFakes.h"
+#include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/OverlayPanel.h"
+#include "TolmiApp/ViewTexts.h"
 #include "Views/CommandCenterStage.h"
 #include "Views/DictationLiveStage.h"
+#include "Views/HealthStage.h"
 #include "Views/OnboardingStage.h"
+#include "Views/TemplatesStage.h"
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
@@ -52,7 +59,20 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
     const QStringList files = filesOfModule();
     ASSERT_GT(files.size(), 40);
     OverlayViewModel model;
-    FlowRequirements flow;
+    FlowRequirements workspaces;
+    FlowOverFakes flow;
+    FakePasteboard pasteboard;
+    MenuBarPopupModel popup(flow.flow, pasteboard, {});
+    ViewTexts texts(flow.store, PlatformTexts::forLinux());
+    const QStringList popupFiles { QStringLiteral("MenuBarPopupView.qml"),
+        QStringLiteral("PopupControls.qml"), QStringLiteral("PopupHeader.qml"),
+        QStringLiteral("PopupStatus.qml") };
+    SettingsModelOverFakes settings;
+    const QStringList settingsFiles { QStringLiteral("EngineSettingsTab.qml"),
+        QStringLiteral("GeneralSettingsTab.qml"), QStringLiteral("RefinementSettingsTab.qml"),
+        QStringLiteral("SettingsView.qml") };
+    HealthStage health;
+    TemplatesStage templates;
     QQuickWindow window;
     window.resize(600, 400);
     QQuickItem anchor(window.contentItem());
@@ -60,11 +80,25 @@ TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
         SCOPED_TRACE(file.toStdString());
         QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/") + file));
         ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        QVariantMap required = flow.of(file);
+        QVariantMap required = workspaces.of(file);
         if (file == QStringLiteral("OverlayContentView.qml"))
             required.insert(QStringLiteral("viewModel"), QVariant::fromValue(&model));
+        if (file == QStringLiteral("HealthCheckRow.qml"))
+            required.insert(QStringLiteral("item"), QVariant::fromValue(health.model()->items().first()));
+        if (file == QStringLiteral("StudioHealthView.qml"))
+            required = { { QStringLiteral("model"), QVariant::fromValue(health.model()) },
+                { QStringLiteral("texts"), QVariant::fromValue(health.texts()) } };
+        if (file == QStringLiteral("StudioTemplatesView.qml"))
+            required = { { QStringLiteral("model"), QVariant::fromValue(templates.model()) },
+                { QStringLiteral("texts"), QVariant::fromValue(templates.texts()) } };
         if (file == QStringLiteral("OverlayToolTip.qml"))
             required.insert(QStringLiteral("anchorItem"), QVariant::fromValue(&anchor));
+        if (popupFiles.contains(file))
+            required = { { QStringLiteral("model"), QVariant::fromValue(&popup) },
+                { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&texts) } };
+        if (settingsFiles.contains(file))
+            required = { { QStringLiteral("model"), QVariant::fromValue(&settings.model) },
+                { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&texts) } };
         const bool isSingleton = file == QStringLiteral("Metrics.qml") || file == QStringLiteral("Motion.qml")
             || file == QStringLiteral("TolmiPalette.qml") || file == QStringLiteral("Typography.qml");
         if (isSingleton)

@@ -1,7 +1,11 @@
 #include "TolmiApp/Views.h"
 #include "Views/CommandCenterStage.h"
 #include "Views/DictationLiveStage.h"
+#include "Views/HealthStage.h"
 #include "Views/OnboardingStage.h"
+#include "Views/PopupFixture.h"
+#include "Views/SettingsFixture.h"
+#include "Views/TemplatesStage.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -11,13 +15,17 @@ class Setup : public QObject {
     Q_OBJECT
 
 public Q_SLOTS:
-    void applicationAvailable() { Views::prepareApplication(); }
-    void qmlEngineAvailable(QQmlEngine *engine) {
-        Views::prepareEngine(*engine);
+    void applicationAvailable() {
+        Views::prepareApplication();
         qmlRegisterType<CommandCenterStage>("TolmiTesting", 1, 0, "CommandCenterStage");
         qmlRegisterType<DictationLiveStage>("TolmiTesting", 1, 0, "DictationLiveStage");
+        qmlRegisterType<HealthStage>("TolmiTesting", 1, 0, "HealthStage");
         qmlRegisterType<OnboardingStage>("TolmiTesting", 1, 0, "OnboardingStage");
+        qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
+        qmlRegisterType<SettingsFixture>("TolmiTesting", 1, 0, "SettingsFixture");
+        qmlRegisterType<TemplatesStage>("TolmiTesting", 1, 0, "TemplatesStage");
     }
+    void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(tolmi, Setup)

@@ -22,16 +22,12 @@ QPalette darkPalette() {
 
 QtApplication::QtApplication() {
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state == Qt::ApplicationActive && m_didBecomeActive)
-            m_didBecomeActive();
+        if (state == Qt::ApplicationActive)
+            Q_EMIT didBecomeActive();
     });
 }
 
 void QtApplication::setAppearance(std::optional<Appearance> appearance) {
     QApplication::setPalette(
         appearance == Appearance::Dark ? darkPalette() : QApplication::style()->standardPalette());
-}
-
-void QtApplication::setDidBecomeActiveObserver(std::function<void()> observer) {
-    m_didBecomeActive = std::move(observer);
 }

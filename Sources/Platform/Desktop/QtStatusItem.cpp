@@ -3,6 +3,11 @@
 QtStatusItem::QtStatusItem(const QIcon &icon)
     : m_icon(icon) {
     m_icon.setContextMenu(&m_menu);
+    QObject::connect(
+        &m_icon, &QSystemTrayIcon::activated, &m_icon, [this](QSystemTrayIcon::ActivationReason reason) {
+            if (reason == QSystemTrayIcon::Trigger && m_activated)
+                m_activated();
+        });
     m_icon.show();
 }
 
@@ -23,6 +28,15 @@ void QtStatusItem::setMenu(const std::vector<StatusMenuEntry> &entries) {
         line->setEnabled(bool(entry.action));
         QObject::connect(line, &QAction::triggered, line, [action = entry.action] { action(); });
     }
+}
+
+void QtStatusItem::setActivationObserver(std::function<void()> observer) {
+    m_activated = std::move(observer);
+}
+
+std::optional<QRect> QtStatusItem::geometry() {
+    const QRect geometry = m_icon.geometry();
+    return geometry.isEmpty() ? std::nullopt : std::optional(geometry);
 }
 
 void QtStatusItem::showMessage(const QString &title, const QString &text) {

@@ -13,9 +13,12 @@ public:
     Availability availability() override;
     void setToolTip(const QString &text) override;
     void setMenu(const std::vector<StatusMenuEntry> &entries) override;
+    void setActivationObserver(std::function<void()> observer) override;
+    std::optional<QRect> geometry() override;
     void showMessage(const QString &title, const QString &text) override;
 
 private:
+    std::function<void()> m_activated;
     // The menu outlives the tray icon that shows it.
     QMenu m_menu;
     QSystemTrayIcon m_icon;

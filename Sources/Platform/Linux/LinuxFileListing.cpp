@@ -22,6 +22,12 @@ std::unique_ptr<DIR, CloseDirectory> openDirectory(const FileURL &url) {
         throw SystemError::fromErrno(errno, url.path());
     return directory;
 }
+
+FileAttributes attributesOf(const struct stat &status) {
+    const Date modifiedAt
+        = Date::fromSecondsSince1970(double(status.st_mtim.tv_sec)) + double(status.st_mtim.tv_nsec) * 1e-9;
+    return { bool(S_ISREG(status.st_mode)), qint64(status.st_size), modifiedAt };
+}
 } // namespace
 
 std::vector<FileURL> LinuxFileListing::contentsOfDirectory(const FileURL &url) const {
@@ -43,9 +49,14 @@ FileAttributes LinuxFileListing::attributes(const FileURL &url) const {
     struct stat status { };
     if (::lstat(QFile::encodeName(url.path()).constData(), &status) != 0)
         throw SystemError::fromErrno(errno, url.path());
-    const Date modifiedAt
-        = Date::fromSecondsSince1970(double(status.st_mtim.tv_sec)) + double(status.st_mtim.tv_nsec) * 1e-9;
-    return { bool(S_ISREG(status.st_mode)), qint64(status.st_size), modifiedAt };
+    return attributesOf(status);
+}
+
+FileAttributes LinuxFileListing::attributesOfTarget(const FileURL &url) const {
+    struct stat status { };
+    if (::stat(QFile::encodeName(url.path()).constData(), &status) != 0)
+        throw SystemError::fromErrno(errno, url.path());
+    return attributesOf(status);
 }
 
 void LinuxFileListing::removeItem(const FileURL &url) {

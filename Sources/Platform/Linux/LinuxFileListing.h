@@ -7,5 +7,6 @@ class LinuxFileListing final : public FileListing {
 public:
     std::vector<FileURL> contentsOfDirectory(const FileURL &url) const override;
     FileAttributes attributes(const FileURL &url) const override;
+    FileAttributes attributesOfTarget(const FileURL &url) const override;
     void removeItem(const FileURL &url) override;
 };

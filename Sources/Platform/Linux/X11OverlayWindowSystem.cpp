@@ -24,12 +24,21 @@ bool isComposited(Display *display) {
     return XGetSelectionOwner(display, XInternAtom(display, name.constData(), False)) != None;
 }
 
-QRegion disc(const QWindow &window, int diameter) {
+QRegion nativeRegion(const QWindow &window, const RoundedRectangle &shape) {
     const double ratio = window.devicePixelRatio();
-    const int side = qRound(diameter * ratio);
-    const QPoint corner(
-        qRound((window.width() * ratio - side) / 2), qRound((window.height() * ratio - side) / 2));
-    return QRegion(QRect(corner, QSize(side, side)), QRegion::Ellipse);
+    const QRect frame(
+        QRectF(QPointF(shape.frame.topLeft()) * ratio, QSizeF(shape.frame.size()) * ratio).toRect());
+    const int radius = qRound(shape.radius * ratio);
+    QRegion region(frame.adjusted(radius, 0, -radius, 0));
+    region += frame.adjusted(0, radius, 0, -radius);
+    QRect corner(frame.topLeft(), QSize(2 * radius, 2 * radius));
+    for (const int left : { frame.left(), frame.right() + 1 - corner.width() }) {
+        for (const int top : { frame.top(), frame.bottom() + 1 - corner.height() }) {
+            corner.moveTo(left, top);
+            region += QRegion(corner, QRegion::Ellipse);
+        }
+    }
+    return region;
 }
 
 void combine(Display *display, const QWindow &window, int kind, const QRegion &region) {
@@ -62,14 +71,15 @@ void X11OverlayWindowSystem::prepare(QWindow &window) {
     XFlush(server);
 }
 
-void X11OverlayWindowSystem::setShape(QWindow &window, int touchedDiameter, int drawnDiameter) {
+void X11OverlayWindowSystem::setShape(
+    QWindow &window, const RoundedRectangle &touched, const RoundedRectangle &drawn) {
     Display *const server = display();
     if (server == nullptr)
         return;
-    combine(server, window, ShapeInput, disc(window, touchedDiameter));
+    combine(server, window, ShapeInput, nativeRegion(window, touched));
     if (isComposited(server))
         XShapeCombineMask(server, window.winId(), ShapeBounding, 0, 0, None, ShapeSet);
     else
-        combine(server, window, ShapeBounding, disc(window, drawnDiameter));
+        combine(server, window, ShapeBounding, nativeRegion(window, drawn));
     XFlush(server);
 }

@@ -7,5 +7,5 @@
 class X11OverlayWindowSystem final : public OverlayWindowSystem {
 public:
     void prepare(QWindow &window) override;
-    void setShape(QWindow &window, int touchedDiameter, int drawnDiameter) override;
+    void setShape(QWindow &window, const RoundedRectangle &touched, const RoundedRectangle &drawn) override;
 };

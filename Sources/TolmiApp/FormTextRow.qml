@@ -1,0 +1,21 @@
+import QtQuick
+
+/// A row with a line to write in, for what a program reads rather than a person.
+FormRow {
+    id: row
+
+    property alias value: field.value
+    property real fieldWidth: 400
+
+    signal edited(string newText)
+
+    StudioTextField {
+        id: field
+
+        objectName: "field"
+        width: Math.min(row.fieldWidth, row.width - 190)
+        isMonospaced: true
+        label: row.label
+        onEdited: newText => row.edited(newText)
+    }
+}

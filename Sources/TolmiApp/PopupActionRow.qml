@@ -1,0 +1,65 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tolmi
+
+/// A line of the popup to press: symbol, words, and perhaps the keys that do the same elsewhere.
+T.Button {
+    id: row
+
+    /// Name of the symbol.
+    property string symbol
+    /// Keys, as words.
+    property string shortcut
+
+    implicitWidth: 308
+    implicitHeight: 34
+    opacity: enabled ? 1 : 0.42
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: text
+    Accessible.description: shortcut
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    background: Item {
+        HoverVeil {
+            radius: Metrics.chipRadius
+            isShown: row.hovered || row.down
+        }
+        FocusRing {
+            anchors.margins: 0
+            radius: Metrics.chipRadius
+            visible: row.visualFocus
+        }
+    }
+    contentItem: Item {
+        opacity: row.down ? 0.9 : 1
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            x: 8
+            name: row.symbol
+            size: 16
+            color: TolmiPalette.frost
+        }
+        StudioText {
+            anchors.verticalCenter: parent.verticalCenter
+            x: 33
+            width: keys.x - x - 8
+            role: Typography.value
+            text: row.text
+            color: TolmiPalette.frost
+            Accessible.ignored: true
+        }
+        StudioText {
+            id: keys
+
+            anchors.verticalCenter: parent.verticalCenter
+            x: parent.width - width - 8
+            role: Typography.caption
+            text: row.shortcut
+            color: TolmiPalette.tertiaryText
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,42 @@
+import QtQuick
+import Tolmi
+
+/// The workspace that tells whether this machine can dictate right now.
+ScrollPage {
+    id: view
+
+    required property HealthModel model
+    required property var texts
+
+    Component.onCompleted: model.runChecks()
+
+    Column {
+        width: parent.width
+        spacing: 12
+
+        WorkspaceHeader {
+            width: parent.width
+            height: implicitHeight + 4
+            title: view.texts.healthTitle
+            subtitle: view.texts.healthSubtitle
+
+            StudioButton {
+                objectName: "run"
+                text: view.texts.healthRunChecksAgain
+                enabled: !view.model.isRefreshing
+                onClicked: view.model.runChecks()
+            }
+        }
+        // There is always one row for each check, so the rows stay and only what they show changes.
+        Repeater {
+            model: view.model.items.length
+
+            HealthCheckRow {
+                required property int index
+
+                width: parent.width
+                item: view.model.items[index]
+            }
+        }
+    }
+}

@@ -1,0 +1,144 @@
+// The popup of the real program in a real tray: presses of the item, of other windows and of keys.
+
+#include "dictate/Editor.h"
+#include "dictate/Home.h"
+#include "dictate/RunningProgram.h"
+#include "dictate/VirtualUser.h"
+#include "dictate/Waiting.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QRect>
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr double patience = 20;
+constexpr int shadow = 40;
+
+QString outputOf(const QString &program, const QStringList &arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+QRect geometryOf(const QString &window) {
+    const QString told = outputOf(QStringLiteral("xdotool"), { "getwindowgeometry", "--shell", window });
+    const auto value = [&told](const QString &name) {
+        return QRegularExpression(name + "=(-?\\d+)").match(told).captured(1).toInt();
+    };
+    return { value("X"), value("Y"), value("WIDTH"), value("HEIGHT") };
+}
+
+class PopupOfTheProgram : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(prepareHome({ .settings = { { "tolmi.hasCompletedOnboarding", true } } }));
+        ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM))) << m_program.output().toStdString();
+        ASSERT_TRUE(waitUntil([this] { return !item().isNull(); }, patience))
+            << "there is no item in the tray";
+    }
+
+    void TearDown() override { EXPECT_TRUE(m_program.quit()); }
+
+    /// The program's visible window of a kind, told by its width; null when there is none.
+    static QRect windowOfWidth(int least, int most) {
+        const QString found
+            = outputOf(QStringLiteral("xdotool"), { "search", "--onlyvisible", "--class", "^tolmi$" });
+        for (const QString &window : found.split('\n', Qt::SkipEmptyParts)) {
+            const QRect geometry = geometryOf(window);
+            if (geometry.width() >= least && geometry.width() <= most)
+                return geometry;
+        }
+        return {};
+    }
+
+    static QRect item() { return windowOfWidth(10, 40); }
+    /// Without the shadow around it.
+    static QRect popup() {
+        const QRect window = windowOfWidth(320 + 2 * shadow, 320 + 2 * shadow);
+        return window.isNull() ? QRect() : window.adjusted(shadow, shadow, -shadow, -shadow);
+    }
+
+    static void press(const QPoint &point) {
+        outputOf(QStringLiteral("xdotool"),
+            { "mousemove", QString::number(point.x()), QString::number(point.y()), "click", "1" });
+    }
+
+    void open() {
+        press(item().center());
+        ASSERT_TRUE(waitUntil([] { return !popup().isNull(); }, patience))
+            << m_program.output().toStdString();
+    }
+    static bool isGone() {
+        return waitUntil([] { return popup().isNull(); }, patience);
+    }
+
+    /// Presses a key until it shows an effect: the window may not have the keyboard yet.
+    bool typeUntil(const char *key, const std::function<bool()> &holds) {
+        for (int attempt = 0; attempt < 10; ++attempt) {
+            m_user.type(key);
+            if (waitUntil(holds, 2))
+                return true;
+        }
+        return false;
+    }
+
+    static QJsonValue stored(const QString &key) {
+        QFile file(settingsPath());
+        return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object().value(key)
+                                              : QJsonValue();
+    }
+
+    VirtualUser m_user;
+    RunningProgram m_program;
+};
+
+} // namespace
+
+TEST_F(PopupOfTheProgram, StandsOverItsItemInTheCorner) {
+    open();
+    EXPECT_EQ(popup().width(), 320);
+    EXPECT_EQ(popup().right() + 1, 1920 - 8);
+    EXPECT_EQ(popup().bottom() + 1, item().top() - 6);
+}
+
+TEST_F(PopupOfTheProgram, ASecondPressHidesIt) {
+    open();
+    press(item().center());
+    EXPECT_TRUE(isGone());
+    open();
+}
+
+TEST_F(PopupOfTheProgram, APressOfAnotherWindowHidesIt) {
+    Editor editor(m_user);
+    ASSERT_TRUE(editor.open());
+    open();
+    press({ 200, 200 });
+    EXPECT_TRUE(isGone());
+}
+
+TEST_F(PopupOfTheProgram, EscapeHidesItAndTheEditorHasTheKeyboardAgain) {
+    Editor editor(m_user);
+    ASSERT_TRUE(editor.open());
+    open();
+    EXPECT_TRUE(typeUntil("Escape", [] { return popup().isNull(); }));
+    EXPECT_TRUE(typeUntil("a", [&editor] { return editor.text().startsWith('a'); }));
+}
+
+TEST_F(PopupOfTheProgram, RefinementIsSwitchedAndStored) {
+    open();
+    const QPoint refinement(popup().right() - 32, popup().top() + 230);
+    press(refinement);
+    EXPECT_TRUE(waitUntil([] { return stored("tolmi.refinementEnabled") == QJsonValue(false); }, patience));
+    EXPECT_FALSE(popup().isNull());
+    press(refinement);
+    EXPECT_TRUE(waitUntil([] { return stored("tolmi.refinementEnabled") == QJsonValue(true); }, patience));
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Support/FakeFlowCollaborators.h"
+#include "Support/ScriptedOperation.h"
+#include "Support/SettingsOverFakes.h"
+#include "TolmiApp/HealthModel.h"
+#include "TolmiApp/ViewTexts.h"
+
+/// What the workspace of the health checks needs, on a machine whose state the test sets. All is well at
+/// first, and the interface speaks English.
+class HealthStage : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(HealthModel *model READ model CONSTANT)
+    Q_PROPERTY(ViewTexts *texts READ texts CONSTANT)
+    Q_PROPERTY(bool isMicrophoneDenied MEMBER m_isMicrophoneDenied)
+    Q_PROPERTY(bool isModelThere MEMBER m_isModelThere)
+    /// How often Ollama was asked.
+    Q_PROPERTY(int probeCount READ probeCount)
+
+public:
+    HealthStage();
+
+    HealthModel *model() { return m_model.get(); }
+    ViewTexts *texts() { return &m_texts; }
+    int probeCount() const { return m_probeCount; }
+
+    /// Ollama answers the oldest question that waits.
+    Q_INVOKABLE void answerProbe(bool isReachable) { m_probe.answer(isReachable); }
+    Q_INVOKABLE void speak(const QString &language);
+    /// The user stops wanting Ollama.
+    Q_INVOKABLE void disableRefinement() { m_settings.store.setRefinementEnabled(false); }
+    /// The application comes to the front.
+    Q_INVOKABLE void activate() { Q_EMIT m_application.didBecomeActive(); }
+
+private:
+    StudioHealthCheckService service();
+    Task<bool> probe();
+
+    SettingsOverFakes m_settings;
+    FlowJournal m_journal;
+    FakeApplication m_application { m_journal };
+    bool m_isMicrophoneDenied = false;
+    bool m_isModelThere = true;
+    int m_probeCount = 0;
+    ScriptedOperation<bool> m_probe;
+    std::unique_ptr<HealthModel> m_model;
+    ViewTexts m_texts { m_settings.store, PlatformTexts::forLinux() };
+};

@@ -1,0 +1,155 @@
+#include "TolmiApp/MenuBarPopupWindow.h"
+
+#include "Support/FakePasteboard.h"
+#include "Support/FlowOverFakes.h"
+#include "Support/UntilTrue.h"
+#include "TolmiApp/MenuBarPopupModel.h"
+#include "TolmiApp/ViewTexts.h"
+#include "Views/RecordingWindowSystem.h"
+#include "Views/ViewsFixture.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QQuickWindow>
+#include <QScreen>
+
+namespace {
+
+class MenuBarPopupWindowTest : public ViewsTest {
+protected:
+    MenuBarPopupWindowTest() {
+        flow.store.setRefinementEnabled(false);
+        flow.setUp();
+    }
+
+    bool isShown() { return popup.window() != nullptr && popup.window()->isVisible(); }
+
+    void show() {
+        popup.toggle(item);
+        ASSERT_TRUE(isShown());
+        ASSERT_TRUE(untilTrue([this] { return popup.window()->isActive(); }));
+    }
+
+    /// Another window takes the keyboard, as it does when it is pressed.
+    void pressElsewhere() {
+        elsewhere.show();
+        elsewhere.requestActivate();
+        ASSERT_TRUE(untilTrue([this] { return !isShown(); }));
+    }
+
+    const QRect item { 500, 4, 24, 24 };
+    FlowOverFakes flow;
+    FakePasteboard pasteboard;
+    RecordingWindowSystem system;
+    QList<QQmlEngine *> dressed;
+    MenuBarPopupModel model { flow.flow, pasteboard, {} };
+    ViewTexts texts { flow.store, PlatformTexts::forLinux() };
+    MenuBarPopupWindow popup { { model, texts, system, flow.clock,
+        [this](QQmlEngine &each) { dressed.append(&each); } } };
+    QWindow elsewhere;
+};
+
+} // namespace
+
+TEST_F(MenuBarPopupWindowTest, LoadsNothingBeforeItIsShown) {
+    EXPECT_EQ(popup.window(), nullptr);
+    EXPECT_TRUE(dressed.isEmpty());
+    EXPECT_EQ(system.preparedCount, 0);
+    show();
+    popup.toggle(item);
+    show();
+    EXPECT_EQ(dressed.size(), 1);
+    EXPECT_EQ(system.preparedCount, 1);
+}
+
+TEST_F(MenuBarPopupWindowTest, StandsUnderTheItem) {
+    show();
+    EXPECT_EQ(popup.frame().width(), 320);
+    EXPECT_EQ(popup.frame().x(), 500 + 12 - 160);
+    EXPECT_EQ(popup.frame().y(), 4 + 24 + 6);
+}
+
+TEST_F(MenuBarPopupWindowTest, StandsAtThePointerWhereTheItemHasNoPlace) {
+    QCursor::setPos(300, 100);
+    popup.toggle(std::nullopt);
+    ASSERT_TRUE(isShown());
+    EXPECT_EQ(popup.frame().topLeft(), QPoint(300 - 159, 107));
+}
+
+TEST_F(MenuBarPopupWindowTest, AnswersThePointerWithoutItsShadow) {
+    show();
+    const auto &[touched, drawn] = system.shapes.constLast();
+    EXPECT_EQ(touched.frame.translated(popup.window()->position()), popup.frame());
+    EXPECT_EQ(drawn.frame, touched.frame);
+    EXPECT_EQ(touched.radius, 12);
+}
+
+TEST_F(MenuBarPopupWindowTest, IsTransparentAroundThePopup) {
+    show();
+    EXPECT_TRUE(popup.window()->flags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_EQ(popup.window()->color(), QColor(Qt::transparent));
+    EXPECT_FALSE(popup.window()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
+}
+
+TEST_F(MenuBarPopupWindowTest, GoesWithTheKeyboard) {
+    show();
+    pressElsewhere();
+}
+
+TEST_F(MenuBarPopupWindowTest, ThePressThatTookTheKeyboardDoesNotOpenItAgain) {
+    show();
+    pressElsewhere();
+    flow.clock.shift(0.2);
+    popup.toggle(item);
+    EXPECT_FALSE(isShown());
+    popup.toggle(item);
+    EXPECT_TRUE(isShown());
+}
+
+TEST_F(MenuBarPopupWindowTest, ALaterPressDoes) {
+    show();
+    pressElsewhere();
+    flow.clock.shift(0.5);
+    popup.toggle(item);
+    EXPECT_TRUE(isShown());
+}
+
+TEST_F(MenuBarPopupWindowTest, ASecondPressHides) {
+    show();
+    popup.toggle(item);
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(MenuBarPopupWindowTest, EscapeHides) {
+    show();
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(popup.window(), &press);
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(MenuBarPopupWindowTest, OneThatGrowsStaysAtItsItem) {
+    const QScreen *const screen = QGuiApplication::primaryScreen();
+    const QRect below(500, screen->geometry().bottom() - 24, 24, 24);
+    popup.toggle(below);
+    const QRect before = popup.frame();
+    flow.dictate(QStringLiteral("Move the review to Thursday."));
+    ASSERT_TRUE(untilTrue([&] { return popup.frame().height() > before.height(); }));
+    EXPECT_EQ(popup.frame().bottom(), before.bottom());
+    EXPECT_EQ(system.shapes.constLast().first.frame.size(), popup.frame().size());
+}
+
+TEST_F(MenuBarPopupWindowTest, HiddenOneDrawsNothing) {
+    show();
+    flow.record();
+    flow.transcribe();
+    int frames = 0;
+    QObject::connect(popup.window(), &QQuickWindow::frameSwapped, popup.window(), [&frames] { ++frames; });
+    ASSERT_TRUE(untilTrue([&] { return frames > 2; })) << "the spinner turns";
+    popup.toggle(item);
+    QCoreApplication::processEvents();
+    frames = 0;
+    for (int turn = 0; turn < 50; ++turn)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    EXPECT_EQ(frames, 0);
+}

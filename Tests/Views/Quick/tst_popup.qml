@@ -1,0 +1,196 @@
+import QtQuick
+import QtTest
+import Tolmi
+import TolmiTesting
+
+TestCase {
+    id: test
+
+    name: "Popup"
+    when: windowShown
+    width: 420
+    height: 720
+    visible: true
+
+    Component {
+        id: fixtures
+
+        PopupFixture { }
+    }
+    Component {
+        id: views
+
+        MenuBarPopupView { }
+    }
+    SignalSpy {
+        id: closing
+
+        signalName: "closeRequested"
+    }
+
+    /// A popup over a flow that is set up.
+    function open(isTrusted = true): var {
+        const fixture = createTemporaryObject(fixtures, test);
+        fixture.start(isTrusted);
+        const view = createTemporaryObject(views, test, { model: fixture.model, texts: fixture.texts });
+        closing.target = view;
+        closing.clear();
+        view.forceActiveFocus();
+        return { fixture: fixture, view: view, child: name => findChild(view, name) };
+    }
+
+    function test_isAsWideAsThePanel() {
+        compare(open().view.width, 320);
+    }
+    function test_tellsHowToDictate() {
+        const popup = open();
+        verify(popup.child("hotkeyReminder").visible);
+        verify(!popup.child("accessibilityWarning").visible);
+    }
+    function test_withoutTheRightItWarnsInstead() {
+        const popup = open(false);
+        verify(!popup.child("hotkeyReminder").visible);
+        verify(popup.child("accessibilityWarning").visible);
+        mouseClick(popup.child("grant"));
+        compare(popup.fixture.promptCount(), 1);
+    }
+    function test_transcriptShowsAfterTheFirstDictation() {
+        const popup = open();
+        const height = popup.view.height;
+        verify(!popup.child("lastTranscript").visible);
+        popup.fixture.dictate("Move the review to Thursday.");
+        verify(popup.child("lastTranscript").visible);
+        verify(popup.view.height > height);
+        mouseClick(popup.child("copy"));
+        compare(popup.fixture.copiedText(), "Move the review to Thursday.");
+        compare(closing.count, 0);
+    }
+    function test_longTranscriptsEndAfterFourLines() {
+        const popup = open();
+        popup.fixture.dictate("one two three four five six seven ".repeat(5));
+        const height = popup.view.height;
+        popup.fixture.record();
+        popup.fixture.dictate("one two three four five six seven ".repeat(40));
+        compare(popup.view.height, height);
+    }
+    function test_badgeFollowsTheState() {
+        const popup = open();
+        const badge = popup.child("stateBadge");
+        compare(badge.text, "Ready");
+        compare(badge.dotColor, TolmiPalette.frost);
+        popup.fixture.record();
+        compare(badge.text, "Recording");
+        compare(badge.dotColor, Qt.rgba(1, 1, 1, 1));
+        verify(!badge.isBusy);
+        popup.fixture.transcribe();
+        compare(badge.dotColor, TolmiPalette.cloud);
+        verify(badge.isBusy);
+    }
+    function test_anotherLanguageRenamesEverything() {
+        const popup = open();
+        const language = popup.child("uiLanguage");
+        const transcription = popup.child("transcriptionLanguage");
+        popup.fixture.setLanguage("pt");
+        compare(language.displayText, "English");
+        compare(transcription.displayText, "Portuguese");
+        language.picked("ro");
+        compare(language.displayText, "Romana");
+        compare(transcription.displayText, "Portugheza");
+        compare(transcription.options[2].text, popup.fixture.model.transcriptionLanguageOptions[2].text);
+        compare(popup.child("quit").text, "Inchide Tolmi");
+        compare(popup.child("stateBadge").text, "Gata");
+        compare(transcription.label, "Limba transcriere");
+    }
+    function test_unknownTranscriptionLanguageLeavesThePickerEmpty() {
+        const popup = open();
+        const picker = popup.child("transcriptionLanguage");
+        popup.fixture.setLanguage("hu");
+        compare(picker.currentIndex, -1);
+        compare(picker.displayText, "");
+        popup.child("uiLanguage").picked("ro");
+        compare(picker.currentIndex, -1);
+        compare(popup.fixture.language(), "hu");
+    }
+    function test_aPickedLanguageIsStored() {
+        const popup = open();
+        const picker = popup.child("transcriptionLanguage");
+        picker.forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Return);
+        tryVerify(() => picker.popup.opened);
+        const list = picker.popup.contentItem;
+        tryVerify(() => list.itemAtIndex(4) !== null);
+        mouseClick(list.itemAtIndex(4));
+        compare(popup.fixture.language(), "fr");
+        compare(picker.displayText, "French");
+        compare(closing.count, 0);
+    }
+    function test_escapeInAListClosesTheListOnly() {
+        const popup = open();
+        const picker = popup.child("uiLanguage");
+        picker.forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Return);
+        tryVerify(() => picker.popup.opened);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => !picker.popup.visible);
+        compare(closing.count, 0);
+        keyClick(Qt.Key_Escape);
+        compare(closing.count, 1);
+    }
+    function test_switchStoresAndFollows() {
+        const popup = open();
+        const control = popup.child("refinement");
+        verify(!control.checked);
+        mouseClick(control);
+        verify(popup.fixture.refinementEnabled());
+        verify(control.checked);
+        popup.fixture.setRefinementEnabled(false);
+        verify(!control.checked);
+        control.forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Space);
+        verify(popup.fixture.refinementEnabled());
+    }
+    function test_waysOutCloseThePopup_data() {
+        return [{ tag: "profile", way: "profile" }, { tag: "openStudio", way: "command center" },
+                { tag: "settings", way: "settings" }, { tag: "checkForUpdates", way: "updates" }];
+    }
+    function test_waysOutCloseThePopup(data) {
+        const popup = open();
+        popup.fixture.setUpdatesPossible();
+        mouseClick(popup.child(data.tag));
+        compare(popup.fixture.ways, [data.way]);
+        compare(closing.count, 1);
+    }
+    function test_quits() {
+        const popup = open();
+        mouseClick(popup.child("quit"));
+        compare(popup.fixture.ways, ["quit"]);
+    }
+    function test_updatesWaitUntilTheyCanBeChecked() {
+        const popup = open();
+        const row = popup.child("checkForUpdates");
+        verify(!row.enabled);
+        mouseClick(row);
+        compare(popup.fixture.ways, []);
+        popup.fixture.setUpdatesPossible();
+        verify(row.enabled);
+    }
+    function test_tabWalksFromTopToBottom() {
+        const popup = open();
+        popup.fixture.setUpdatesPossible();
+        popup.fixture.dictate("Hello.");
+        for (const next of ["profile", "copy", "uiLanguage", "transcriptionLanguage", "refinement", "openStudio",
+                            "settings", "checkForUpdates", "quit", "profile"]) {
+            keyClick(Qt.Key_Tab);
+            verify(popup.child(next).activeFocus, next);
+        }
+    }
+    function test_namesForThoseWhoCannotSee() {
+        const popup = open();
+        compare(popup.view.Accessible.role, Accessible.Dialog);
+        compare(popup.view.Accessible.name, "Tolmi Flow");
+        for (const name of ["profile", "uiLanguage", "transcriptionLanguage", "refinement", "openStudio", "settings",
+                            "checkForUpdates", "quit", "stateBadge"])
+            verify(popup.child(name).Accessible.name !== "", name);
+        compare(popup.child("settings").Accessible.description, "Ctrl+,");
+    }
+}

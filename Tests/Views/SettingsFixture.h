@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Support/SettingsModelOverFakes.h"
+#include "TolmiApp/ViewTexts.h"
+
+#include <optional>
+
+/// The real model of the settings workspace over a platform in memory, for tests written in QML. The
+/// interface is in English.
+class SettingsFixture : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(SettingsModel *model READ model CONSTANT)
+    Q_PROPERTY(SettingsStore *store READ store CONSTANT)
+    Q_PROPERTY(QObject *texts READ texts CONSTANT)
+
+public:
+    /// Makes everything, for a program with or without an updater. To be called once, first.
+    Q_INVOKABLE void start(bool isConfigured);
+
+    SettingsModel *model() { return &m_place->model; }
+    SettingsStore *store() { return &m_place->store; }
+    QObject *texts() { return &*m_texts; }
+
+    /// The sounds that were played and stopped, in order.
+    Q_INVOKABLE QStringList soundCalls() const { return m_place->sounds.calls; }
+    Q_INVOKABLE int updateCheckCount() const { return m_place->controller->checkCount; }
+    Q_INVOKABLE void setCanCheckForUpdates(bool canCheck);
+    /// How often the user was led to another workspace.
+    Q_INVOKABLE int navigationCount() const { return int(m_place->destinations.size()); }
+
+private:
+    std::optional<SettingsModelOverFakes> m_place;
+    std::optional<ViewTexts> m_texts;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Support/FakeAtomicFileWriter.h"
+#include "Support/FakePasteboard.h"
+#include "Support/SettingsOverFakes.h"
+#include "TolmiApp/HistorySelection.h"
+#include "TolmiApp/TemplatesModel.h"
+#include "TolmiApp/TranscriptionHistory.h"
+#include "TolmiApp/ViewTexts.h"
+
+/// What the workspace of the templates needs, and what surrounds it. The interface speaks English at first.
+class TemplatesStage : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(TemplatesModel *model READ model CONSTANT)
+    Q_PROPERTY(ViewTexts *texts READ texts CONSTANT)
+
+public:
+    TemplatesStage();
+
+    TemplatesModel *model() { return &m_model; }
+    ViewTexts *texts() { return &m_texts; }
+
+    /// Adds an entry to the history and chooses it.
+    Q_INVOKABLE void choose(const QString &refinedText, const QString &rawText = {});
+    Q_INVOKABLE void deleteEverything() { m_history.clear(); }
+    Q_INVOKABLE void speak(const QString &language);
+    /// What was copied as plain text; empty when nothing was.
+    Q_INVOKABLE QString clipboard() const;
+
+private:
+    SettingsOverFakes m_settings;
+    FakeAtomicFileWriter m_writer;
+    TranscriptionHistory m_history { m_settings.clock, m_settings.files, m_writer };
+    HistorySelection m_selection;
+    FakePasteboard m_pasteboard;
+    TemplatesModel m_model { m_history, m_settings.store, m_selection, m_pasteboard };
+    ViewTexts m_texts { m_settings.store, PlatformTexts::forLinux() };
+};
