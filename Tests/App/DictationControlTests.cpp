@@ -35,6 +35,10 @@ struct Look {
     const char *processingMessage;
 };
 
+void PrintTo(const Look &look, std::ostream *stream) {
+    *stream << look.label;
+}
+
 class DictationControlLook : public DictationControlTest, public testing::WithParamInterface<Look> {
 protected:
     void expectLook() {
