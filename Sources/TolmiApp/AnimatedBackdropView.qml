@@ -9,6 +9,8 @@ Item {
     readonly property bool hasShaders: GraphicsInfo.api !== GraphicsInfo.Software
                                        && GraphicsInfo.api !== GraphicsInfo.Unknown
     readonly property bool isDrifting: sweeping.running
+    /// Of the backdrop's own corners, where it does not fill a window.
+    property real cornerRadius: 0
 
     clip: true
 
@@ -39,7 +41,9 @@ Item {
             readonly property color meshTint: TolmiPalette.backdropMesh
             readonly property color vignette: TolmiPalette.backdropVignette
 
-            blending: false
+            readonly property real cornerRadius: backdrop.cornerRadius
+
+            blending: cornerRadius > 0
             fragmentShader: "qrc:/qt/qml/Tolmi/Resources/backdrop.frag.qsb"
         }
     }
@@ -56,6 +60,7 @@ Item {
             sweepSoft: TolmiPalette.backdropSweepSoft
             mesh: TolmiPalette.backdropMesh
             vignette: TolmiPalette.backdropVignette
+            cornerRadius: backdrop.cornerRadius
         }
     }
 }

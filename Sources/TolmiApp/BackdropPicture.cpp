@@ -68,6 +68,7 @@ void BackdropPicture::paint(QPainter &painter) const {
     drawSweeps(painter);
     drawMesh(painter);
     drawVignette(painter);
+    cutCorners(painter);
 }
 
 void BackdropPicture::drawBase(QPainter &painter) const {
@@ -107,4 +108,14 @@ void BackdropPicture::drawVignette(QPainter &painter) const {
     fall.setColorAt(0, faded(vignette(), 0));
     fall.setColorAt(1, vignette());
     painter.fillRect(boundingRect(), fall);
+}
+
+void BackdropPicture::cutCorners(QPainter &painter) const {
+    QPainterPath corners;
+    corners.addRect(boundingRect());
+    corners.addRoundedRect(boundingRect(), cornerRadius(), cornerRadius());
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(corners, Qt::black);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }

@@ -20,6 +20,7 @@ class BackdropPicture : public PictureItem {
     TOLMI_PICTURE_PROPERTY(QColor, vignette, setVignette, Qt::transparent)
     /// 0 at one end of the way of the sweeps, 1 at the other.
     TOLMI_PICTURE_PROPERTY(double, drift, setDrift, 0)
+    TOLMI_PICTURE_PROPERTY(double, cornerRadius, setCornerRadius, 0)
 
 public:
     using PictureItem::PictureItem;
@@ -32,4 +33,5 @@ private:
     void drawSweeps(QPainter &painter) const;
     void drawMesh(QPainter &painter) const;
     void drawVignette(QPainter &painter) const;
+    void cutCorners(QPainter &painter) const;
 };

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "TolmiApp/AppUpdater.h"
+#include "TolmiApp/CommandCenterModel.h"
+#include "TolmiApp/DictationLiveModel.h"
 #include "TolmiApp/DictationState.h"
 #include "TolmiApp/HealthModel.h"
 #include "TolmiApp/HistoryWorkspaceModel.h"
 #include "TolmiApp/MenuBarPopupModel.h"
+#include "TolmiApp/OnboardingWizardModel.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/ProfileChipModel.h"
 #include "TolmiApp/ProfileWorkspaceModel.h"
@@ -141,4 +144,36 @@ struct SettingsModelForViews {
     QML_FOREIGN(SettingsModel)
     QML_NAMED_ELEMENT(SettingsModel)
     QML_UNCREATABLE("The workspace is given one")
+};
+
+/// The dictation as the models of several workspaces show it.
+struct DictationControlForViews {
+    Q_GADGET
+    QML_FOREIGN(DictationControl)
+    QML_NAMED_ELEMENT(DictationControl)
+    QML_UNCREATABLE("The model of a workspace has one already")
+};
+
+/// The model of the start page, made by the program.
+struct CommandCenterModelForViews {
+    Q_GADGET
+    QML_FOREIGN(CommandCenterModel)
+    QML_NAMED_ELEMENT(CommandCenterModel)
+    QML_UNCREATABLE("The program makes it")
+};
+
+/// The model of the stage for dictating, made by the program.
+struct DictationLiveModelForViews {
+    Q_GADGET
+    QML_FOREIGN(DictationLiveModel)
+    QML_NAMED_ELEMENT(DictationLiveModel)
+    QML_UNCREATABLE("The program makes it")
+};
+
+/// The model of the wizard of the first start, made by the program.
+struct OnboardingWizardModelForViews {
+    Q_GADGET
+    QML_FOREIGN(OnboardingWizardModel)
+    QML_NAMED_ELEMENT(OnboardingWizardModel)
+    QML_UNCREATABLE("The program makes it")
 };

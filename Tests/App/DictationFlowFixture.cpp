@@ -21,8 +21,8 @@ void DictationFlowFixture::letGo() {
 }
 
 void DictationFlowFixture::create() {
-    manager = DictationFlowManager::create(
-        fakes.asCollaborators(), { clock, fileManager, fakes.application }, settings);
+    manager
+        = DictationFlowManager::create(collaborators(), { clock, fileManager, fakes.application }, settings);
     weakManager = manager;
     recordPublishedFields();
 }

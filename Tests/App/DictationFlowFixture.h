@@ -18,6 +18,8 @@ protected:
     DictationFlowFixture();
     ~DictationFlowFixture() override;
 
+    /// What the manager is built with.
+    virtual DictationFlowCollaborators collaborators() { return fakes.asCollaborators(); }
     /// Builds the manager; its setup has not run yet.
     void create();
     /// Builds the manager, runs its setup and empties the journal.

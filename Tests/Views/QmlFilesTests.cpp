@@ -10,8 +10,11 @@
 #include "TolmiApp/UpdateDialogModel.h"
 #include "TolmiApp/ViewAppearance.h"
 #include "TolmiApp/ViewTexts.h"
+#include "Views/CommandCenterStage.h"
+#include "Views/DictationLiveStage.h"
 #include "Views/HealthStage.h"
 #include "Views/HistoryFixture.h"
+#include "Views/OnboardingStage.h"
 #include "Views/TemplatesStage.h"
 #include "Views/ViewsFixture.h"
 
@@ -77,6 +80,10 @@ protected:
         requirements.offer(*health.model());
         requirements.offer(*templates.model());
         requirements.offer(settings.model);
+        requirements.offer(*commandCenter.model());
+        requirements.offer(*live.model());
+        requirements.offer(*live.model()->dictation());
+        requirements.offer(*onboarding.model());
         profile.open();
         requirements.offer(*profile.model);
         requirements.offer("item", QVariant::fromValue(health.model()->items().first()));
@@ -119,6 +126,9 @@ protected:
     HistoryFixture history;
     TemplatesStage templates;
     SettingsModelOverFakes settings;
+    CommandCenterStage commandCenter;
+    DictationLiveStage live;
+    OnboardingStage onboarding;
     ProfileModelOverFakes profile;
     Requirements requirements;
 };

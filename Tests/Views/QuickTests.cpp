@@ -1,6 +1,9 @@
 #include "TolmiApp/Views.h"
+#include "Views/CommandCenterStage.h"
+#include "Views/DictationLiveStage.h"
 #include "Views/HealthStage.h"
 #include "Views/HistoryFixture.h"
+#include "Views/OnboardingStage.h"
 #include "Views/PopupFixture.h"
 #include "Views/ProfileFixture.h"
 #include "Views/SettingsFixture.h"
@@ -18,8 +21,11 @@ class Setup : public QObject {
 public Q_SLOTS:
     void applicationAvailable() {
         Views::prepareApplication();
+        qmlRegisterType<CommandCenterStage>("TolmiTesting", 1, 0, "CommandCenterStage");
+        qmlRegisterType<DictationLiveStage>("TolmiTesting", 1, 0, "DictationLiveStage");
         qmlRegisterType<HealthStage>("TolmiTesting", 1, 0, "HealthStage");
         qmlRegisterType<HistoryFixture>("TolmiTesting", 1, 0, "HistoryFixture");
+        qmlRegisterType<OnboardingStage>("TolmiTesting", 1, 0, "OnboardingStage");
         qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
         qmlRegisterType<ProfileFixture>("TolmiTesting", 1, 0, "ProfileFixture");
         qmlRegisterType<SettingsFixture>("TolmiTesting", 1, 0, "SettingsFixture");

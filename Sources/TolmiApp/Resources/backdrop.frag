@@ -20,6 +20,7 @@ layout(std140, binding = 0) uniform Parameters {
     vec4 sweepSoft;
     vec4 meshTint;
     vec4 vignette;
+    float cornerRadius;
 };
 
 // Error function, to within 1.5e-7.
@@ -52,6 +53,13 @@ float noise(vec2 place) {
     return fract(52.9829189 * fract(dot(place, vec2(0.06711056, 0.00583715))));
 }
 
+// How much of a pixel lies inside the rounded corners.
+float insideCorners(vec2 away, vec2 halfSize) {
+    vec2 beyond = abs(away) - halfSize + cornerRadius;
+    float distance = length(max(beyond, 0.0)) + min(max(beyond.x, beyond.y), 0.0) - cornerRadius;
+    return clamp(0.5 - distance, 0.0, 1.0);
+}
+
 void main() {
     vec2 place = qt_TexCoord0 * size;
     vec2 middle = size / 2.0;
@@ -73,5 +81,5 @@ void main() {
     color = mix(color, overlay, clamp(1.0 - across, 0.0, 1.0) * meshTint.a);
 
     color = over(color, vignette, clamp(qt_TexCoord0.y * 2.0 - 1.0, 0.0, 1.0));
-    fragColor = vec4(color + (noise(gl_FragCoord.xy) - 0.5) / 255.0, 1.0) * qt_Opacity;
+    fragColor = vec4(color + (noise(gl_FragCoord.xy) - 0.5) / 255.0, 1.0) * qt_Opacity * insideCorners(place - middle, middle);
 }

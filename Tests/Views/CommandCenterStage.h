@@ -1,0 +1,31 @@
+#pragma once
+
+#include "TolmiApp/CommandCenterModel.h"
+#include "Views/FlowStage.h"
+
+#include <optional>
+
+/// The start page's model.
+class CommandCenterStage : public FlowStage {
+    Q_OBJECT
+    Q_PROPERTY(CommandCenterModel *model READ model CONSTANT)
+    /// The stored names of the workspaces that were asked for, in order.
+    Q_PROPERTY(QStringList destinations READ destinations)
+    /// How often the wizard was asked for.
+    Q_PROPERTY(int resumptions READ resumptions)
+
+public:
+    CommandCenterStage();
+
+    CommandCenterModel *model() { return &*m_model; }
+    const QStringList &destinations() const { return m_destinations; }
+    int resumptions() const { return m_resumptions; }
+
+    /// Puts an entry into the history; an empty target is none.
+    Q_INVOKABLE void addEntry(const QString &target);
+
+private:
+    QStringList m_destinations;
+    int m_resumptions = 0;
+    std::optional<CommandCenterModel> m_model;
+};

@@ -1,0 +1,27 @@
+#include "Views/FlowStage.h"
+
+#include <QMetaEnum>
+
+QString FlowStage::copiedText() const {
+    for (const PasteboardItem &item : pasteboard.content) {
+        for (const auto &[type, bytes] : item.representations) {
+            if (type == pasteboardTextType)
+                return QString::fromUtf8(bytes);
+        }
+    }
+    return {};
+}
+
+void FlowStage::reach(const QString &kind) {
+    const int value = QMetaEnum::fromType<DictationState::Kind>().keyToValue(kind.toLatin1().constData());
+    StudioFixture::reach(DictationState::Kind(value));
+}
+
+void FlowStage::dictateText(const QString &text) {
+    dictate(text);
+    clock.advance(2);
+}
+
+void FlowStage::setLevel(double level) {
+    fakes.live->level = level;
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "App/StudioFixture.h"
+#include "TolmiApp/ViewTexts.h"
+
+/// A flow for the tests of a view that drives it, over a platform in memory and on a clock that stands still.
+class FlowStage : public QObject, protected StudioFixture {
+    Q_OBJECT
+    Q_PROPERTY(QObject *texts READ texts CONSTANT)
+    Q_PROPERTY(QString lastTranscript READ lastTranscript)
+    /// The plain text on the clipboard.
+    Q_PROPERTY(QString copiedText READ copiedText)
+
+public:
+    FlowStage() { createSetUp(); }
+
+    QObject *texts() { return &m_texts; }
+    QString lastTranscript() const { return manager->lastTranscript(); }
+    QString copiedText() const;
+
+    /// Brings the idle flow to the state of that name.
+    Q_INVOKABLE void reach(const QString &kind);
+    /// A whole dictation, back to idle.
+    Q_INVOKABLE void dictateText(const QString &text);
+    /// The next recording will be allowed.
+    Q_INVOKABLE void allowRecording() { fakes.recorder->permission.give(true); }
+    /// The next transcription will give this text.
+    Q_INVOKABLE void prepareTranscript(const QString &text) {
+        fakes.transcriber->outcomes.give(outcome(text));
+    }
+    Q_INVOKABLE void setLevel(double level);
+    Q_INVOKABLE void advance(double seconds) { clock.advance(seconds); }
+    /// Lets what was posted happen.
+    Q_INVOKABLE void runPosted() { clock.runPosted(); }
+    Q_INVOKABLE void speakRomanian() { settings->setUiLanguage(AppLanguage::Romanian); }
+    Q_INVOKABLE void setDisplayName(const QString &name) { settings->setProfileDisplayName(name); }
+    Q_INVOKABLE void finishOnboarding() { settings->markOnboardingCompleted(); }
+
+private:
+    void TestBody() override { }
+
+    ViewTexts m_texts { *settings, PlatformTexts::forLinux() };
+};

@@ -1,0 +1,23 @@
+#include "Views/OnboardingStage.h"
+
+OnboardingStage::OnboardingStage() {
+    fileManager.addExecutable(settings->whisperBinaryPath());
+    fileManager.files[settings->modelPath()] = "model";
+    m_model.emplace(manager, *history,
+        OnboardingWizardModel::Platform { clock, microphone, m_accessibility, fileManager },
+        OnboardingWizardModel::Place { PlatformTexts::forLinux(),
+            { [this](std::function<void(L10n::Key)> onFailure) { m_failAvatar = std::move(onFailure); },
+                [] { return std::optional<L10n::Key>(); } },
+            [this] { ++m_closings; } });
+}
+
+void OnboardingStage::refuseRights() {
+    microphone.present = AuthorizationStatus::Denied;
+    fakes.hotkey->isTrusted = false;
+    fakes.application.didBecomeActive();
+}
+
+void OnboardingStage::removeTranscription() {
+    settings->setWhisperBinaryPath(QStringLiteral("/nowhere/whisper-cli"));
+    settings->setModelPath(QStringLiteral("/nowhere/model.bin"));
+}

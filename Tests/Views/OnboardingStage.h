@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Support/FakeKeyboard.h"
+#include "TolmiApp/OnboardingWizardModel.h"
+#include "Views/FlowStage.h"
+
+#include <optional>
+
+/// The wizard's model, of a user who has nothing yet but a program and a model to transcribe with.
+class OnboardingStage : public FlowStage {
+    Q_OBJECT
+    Q_PROPERTY(OnboardingWizardModel *model READ model CONSTANT)
+    /// How often the wizard was closed.
+    Q_PROPERTY(int closings READ closings)
+    Q_PROPERTY(bool isFinished READ isFinished)
+    Q_PROPERTY(QString displayName READ displayName)
+
+public:
+    OnboardingStage();
+
+    OnboardingWizardModel *model() { return &*m_model; }
+    int closings() const { return m_closings; }
+    bool isFinished() const { return settings->hasCompletedOnboarding(); }
+    QString displayName() const { return settings->profileDisplayName(); }
+
+    /// The microphone and the keys are refused.
+    Q_INVOKABLE void refuseRights();
+    /// The user answers the question for the microphone.
+    Q_INVOKABLE void answerMicrophone(bool isGranted) { microphone.answerAll(isGranted); }
+    Q_INVOKABLE void forgetMicrophone() { microphone.present = AuthorizationStatus::NotDetermined; }
+    /// Takes away what transcribes.
+    Q_INVOKABLE void removeTranscription();
+    /// Changing the avatar fails with the key of this message.
+    Q_INVOKABLE void failAvatar() { m_failAvatar(L10n::Key::profileAvatarErrorTooLarge); }
+
+private:
+    int m_closings = 0;
+    FakeAccessibilityRight m_accessibility;
+    std::function<void(L10n::Key)> m_failAvatar;
+    std::optional<OnboardingWizardModel> m_model;
+};

@@ -1,0 +1,71 @@
+import QtQuick
+import QtTest
+import Tolmi
+
+/// The tests of one view: each begins with a view of its own over a stage of its own.
+TestCase {
+    id: test
+
+    required property Component stages
+    required property Component views
+    property var stage: null
+    property Item view: null
+
+    when: windowShown
+    width: 900
+    height: 700
+    visible: true
+
+    function init() {
+        stage = createTemporaryObject(stages, test);
+        view = views.createObject(test, {
+            model: stage.model, texts: stage.texts, width: test.width, height: test.height
+        });
+    }
+    function cleanup() {
+        // Before the stage, whose model it shows.
+        view.destroy();
+        wait(0);
+    }
+    function itemsBelow(item, condition) {
+        let found = [];
+        for (let index = 0; index < item.children.length; ++index) {
+            const child = item.children[index];
+            if (condition(child))
+                found.push(child);
+            found = found.concat(itemsBelow(child, condition));
+        }
+        return found;
+    }
+    /// The visible items of the view for which `condition` holds.
+    function shown(condition) {
+        return itemsBelow(view, item => item.visible && condition(item));
+    }
+    function shows(text) {
+        return shown(item => item.text === text).length > 0;
+    }
+    /// The one visible button with this title.
+    function button(title) {
+        const found = shown(item => item instanceof StudioButton && item.text === title);
+        compare(found.length, 1, title);
+        return found[0];
+    }
+    /// Clicks and lets happen what comes of it.
+    function press(title) {
+        mouseClick(button(title));
+        stage.runPosted();
+    }
+    function placeOf(item) {
+        return item.mapToItem(view, 0, 0);
+    }
+    /// The texts of the controls that Tab reaches from the beginning on.
+    function tabOrder(count) {
+        const order = [];
+        view.forceActiveFocus();
+        for (let presses = 0; presses < count; ++presses) {
+            keyClick(Qt.Key_Tab);
+            order.push(test.Window.activeFocusItem.text);
+        }
+        return order;
+    }
+}

@@ -1,0 +1,171 @@
+import QtQuick
+import QtTest
+import Tolmi
+import TolmiTesting
+
+ViewCase {
+    name: "Onboarding"
+    width: 680
+    height: 540
+    stages: Component {
+        OnboardingStage { }
+    }
+    views: Component {
+        OnboardingWizardView { }
+    }
+
+    function nameField() {
+        return shown(item => item instanceof StudioTextField)[0];
+    }
+    function typeName(name) {
+        // The field has the keyboard, with the name that stands for none ready to be replaced.
+        for (const letter of name)
+            keyClick(letter);
+    }
+    /// The symbols of the three steps, in their order.
+    function stepSymbols() {
+        return shown(item => item instanceof OnboardingProgress)[0].symbols;
+    }
+    function goTo(index) {
+        stage.setDisplayName("Ana");
+        for (let step = 0; step < index; ++step)
+            press("Continue");
+    }
+
+    function test_leadsFromNothingToADictation() {
+        compare(stepSymbols(), ["circle.inset.filled", "circle", "circle"]);
+        verify(!button("Continue").enabled);
+        verify(!button("Back").enabled);
+        typeName("Ana");
+        compare(stage.displayName, "Ana");
+        compare(stepSymbols()[0], "checkmark.circle.fill");
+        press("Continue");
+        verify(shows("Microphone"));
+        verify(shows("Accessibility"));
+        press("Continue");
+        verify(!button("Finish onboarding").enabled);
+        verify(shows("Record and transcribe once to complete this step."));
+        stage.allowRecording();
+        press("Start Recording");
+        verify(shows("Recording"));
+        stage.prepareTranscript("hello");
+        press("Stop + Transcribe");
+        verify(shows("Dictation test completed."));
+        compare(stepSymbols(), Array(3).fill("checkmark.circle.fill"));
+        compare(stage.closings, 0);
+        press("Finish onboarding");
+        compare(stage.closings, 1);
+        verify(stage.isFinished);
+    }
+    function test_nameUserDoesNotPass() {
+        typeName("User");
+        verify(!button("Continue").enabled);
+    }
+    function test_returnInTheNameFieldContinues() {
+        keyClick(Qt.Key_Return);
+        compare(view.model.currentStepIndex, 0);
+        typeName("Ana");
+        keyClick(Qt.Key_Return);
+        compare(view.model.currentStepIndex, 1);
+    }
+    function test_backKeepsWhatWasEntered() {
+        goTo(1);
+        press("Back");
+        compare(nameField().text, "Ana");
+        verify(!button("Back").enabled);
+    }
+    function test_skipCloses() {
+        goTo(1);
+        press("Skip for now");
+        compare(stage.closings, 1);
+        verify(!stage.isFinished);
+    }
+    function test_presetIsChosen() {
+        const picker = shown(item => item instanceof StudioPicker)[0];
+        compare(picker.count, 4);
+        picker.picked("sparkles");
+        compare(shown(item => item instanceof AvatarView)[0].symbol, "sparkles");
+    }
+    function test_avatarFailureIsTold() {
+        for (let times = 0; times < 2; ++times) {
+            mouseClick(button("Upload avatar"));
+            stage.failAvatar();
+            compare(view.model.avatarErrorMessage, "This file is too large. Choose an image under 10MB.");
+            tryVerify(() => view.Window.activeFocusItem.text === "OK");
+            keyClick(Qt.Key_Return);
+            tryCompare(view.model, "avatarErrorMessage", "");
+        }
+    }
+    function test_missingRightsTellTheWayOut() {
+        stage.refuseRights();
+        goTo(1);
+        verify(!button("Continue").enabled);
+        verify(shows("Access denied. Allow Tolmi to use the microphone in your desktop's privacy settings."));
+        verify(shown(item => String(item.text).startsWith("Access missing. ")).length === 1);
+        button("Grant accessibility");
+        button("Grant microphone");
+    }
+    function test_microphoneIsAskedFor() {
+        stage.forgetMicrophone();
+        goTo(1);
+        press("Grant microphone");
+        stage.answerMicrophone(true);
+        compare(shown(item => item.text === "Grant microphone").length, 0);
+        verify(button("Continue").enabled);
+    }
+    function test_missingTranscriptionTellsTheWayOut() {
+        stage.removeTranscription();
+        goTo(2);
+        verify(shows("whisper-cli: Binary missing or not executable. Update path in Settings > Engine."));
+        verify(shows("Whisper model: Model file missing. Install or select a valid model file path in Settings > Engine."));
+    }
+    function test_failedDictationStaysPending() {
+        goTo(2);
+        stage.reach("Error");
+        press("Start Recording");
+        verify(shows("Error"));
+        verify(!button("Finish onboarding").enabled);
+        stage.advance(3);
+        verify(shown(item => String(item.text).startsWith("Microphone access denied")).length === 1);
+    }
+    function test_busyButtonIsDisabled() {
+        goTo(2);
+        stage.reach("Transcribing");
+        verify(!button("Start Recording").enabled);
+        verify(shows("Transcribing"));
+    }
+    function test_tabStaysInOrder() {
+        stage.setDisplayName("Ana");
+        nameField().forceActiveFocus();
+        const order = [];
+        for (let presses = 0; presses < 4; ++presses) {
+            keyClick(Qt.Key_Tab);
+            const item = view.Window.activeFocusItem;
+            order.push(item.text ?? item.label);
+        }
+        compare(order.slice(1), ["Upload avatar", "Continue", "Skip for now"]);
+    }
+    function test_stepTakesTheKeyboard() {
+        goTo(2);
+        compare(view.Window.activeFocusItem.text, "Start Recording");
+    }
+    function test_speaksRomanian() {
+        stage.speakRomanian();
+        verify(shows("Bine ai venit in Tolmi"));
+        verify(shows("Profil"));
+        verify(shows("Continua"));
+    }
+    function test_fitsItsSmallestSize() {
+        stage.removeTranscription();
+        view.width = 640;
+        view.height = 460;
+        stage.speakRomanian();
+        stage.setDisplayName("Ana");
+        for (const title of ["Continua", "Continua", ""]) {
+            for (const control of shown(item => item instanceof StudioButton))
+                verify(placeOf(control).x >= 20 && placeOf(control).x + control.width <= 620, control.text);
+            if (title !== "")
+                press(title);
+        }
+    }
+}
