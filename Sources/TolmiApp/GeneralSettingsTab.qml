@@ -61,6 +61,8 @@ Column {
 
         FormRow {
             label: tab.texts.settingsProfileManagedInStudio
+        }
+        FormRow {
             isLast: true
 
             StudioButton {
