@@ -29,7 +29,7 @@ constexpr int hiddenMilliseconds = 3000;
 class PlainSystem final : public OverlayWindowSystem {
 public:
     void prepare(QWindow &) override { }
-    void setShape(QWindow &, int, int) override { }
+    void setShape(QWindow &, const RoundedRectangle &, const RoundedRectangle &) override { }
 };
 
 /// Counts the timers that fire in the main thread.

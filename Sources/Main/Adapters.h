@@ -3,10 +3,14 @@
 #include "Platform/Desktop/FileUserDefaults.h"
 #include "Platform/Desktop/LocalSocketInstance.h"
 #include "Platform/Desktop/MainLoopClock.h"
+#include "Platform/Desktop/QtAudioPlayers.h"
 #include "Platform/Desktop/QtHttpClient.h"
+#include "Platform/Desktop/QtOpenPanel.h"
+#include "Platform/Desktop/QtSavePanel.h"
 #include "Platform/Desktop/QtSystemSounds.h"
 #include "Platform/Desktop/SndFileStore.h"
 #include "Platform/Desktop/SodiumSignatureVerifier.h"
+#include "Platform/Linux/DBusFileViewer.h"
 #include "Platform/Linux/InjectedKeys.h"
 #include "Platform/Linux/LinuxAtomicFileWriter.h"
 #include "Platform/Linux/LinuxFileListing.h"
@@ -60,4 +64,8 @@ struct Adapters {
     X11FrontmostApplication frontmost { DesktopEntries::ofThisDesktop() };
     X11Pasteboard pasteboard;
     X11OverlayWindowSystem overlayWindows;
+    QtAudioPlayers audioPlayers;
+    DBusFileViewer fileViewer;
+    QtOpenPanel openPanel;
+    QtSavePanel savePanel;
 };

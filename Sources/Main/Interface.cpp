@@ -1,18 +1,16 @@
 #include "Main/Interface.h"
 
 #include "Main/Adapters.h"
+#include "Main/Workspaces.h"
 #include "Platform/Desktop/QtStatusItem.h"
 #include "TolmiApp/AppUpdater.h"
 #include "TolmiApp/DictationFlowManager.h"
-#include "TolmiApp/HealthModel.h"
 #include "TolmiApp/MenuBarPopupModel.h"
 #include "TolmiApp/MenuBarPopupWindow.h"
 #include "TolmiApp/QuickStudioWindow.h"
 #include "TolmiApp/SettingsStore.h"
 #include "TolmiApp/StatusItemController.h"
 #include "TolmiApp/StudioRouting.h"
-#include "TolmiApp/TemplatesModel.h"
-#include "TolmiApp/TolmiStudioWindowModel.h"
 #include "TolmiApp/ViewAppearance.h"
 #include "TolmiApp/ViewTexts.h"
 
@@ -39,9 +37,6 @@ struct Popup {
 struct Interface::Parts {
     explicit Parts(Program given);
 
-    TolmiStudioWindowModel::Content studioContent();
-    std::unique_ptr<QObject> templates(TolmiStudioWindowModel &studio);
-    std::unique_ptr<QObject> health();
     StatusItemController::Actions statusActions();
     MenuBarPopupModel::Actions popupActions();
     std::function<void()> opening(StudioDestination destination);
@@ -50,8 +45,9 @@ struct Interface::Parts {
     void tellWhetherUpdatesCanBeChecked();
 
     const Program program;
+    Workspaces workspaces { program };
     StudioRouter router { program.adapters.application };
-    TolmiStudioWindowModel studioModel { program.flow->settings(), router, studioContent() };
+    TolmiStudioWindowModel studioModel { program.flow->settings(), router, workspaces.content() };
     QuickStudioWindow studio { studioModel, program.flow->settings(), program.adapters.look };
     std::unique_ptr<Popup> popup;
     QtStatusItem statusItem { QIcon(QStringLiteral(":/AppIcon.png")) };
@@ -63,26 +59,6 @@ Interface::Parts::Parts(Program given)
     QObject::connect(&program.updater, &AppUpdater::canCheckForUpdatesChanged, &status,
         [this] { tellWhetherUpdatesCanBeChecked(); });
     tellWhetherUpdatesCanBeChecked();
-}
-
-TolmiStudioWindowModel::Content Interface::Parts::studioContent() {
-    return { .workspaces
-        = { { StudioDestination::Templates, [this](auto &studio) { return templates(studio); } },
-            { StudioDestination::Health, [this](auto &) { return health(); } } },
-        .quit = program.quit };
-}
-
-std::unique_ptr<QObject> Interface::Parts::templates(TolmiStudioWindowModel &studio) {
-    return std::make_unique<TemplatesModel>(
-        *program.history, program.flow->settings(), studio.historySelection(), program.adapters.pasteboard);
-}
-
-std::unique_ptr<QObject> Interface::Parts::health() {
-    Adapters &on = program.adapters;
-    return std::make_unique<HealthModel>(program.flow->settings(), on.application,
-        StudioHealthCheckService(
-            StudioHealthCheckService::Platform { on.microphone, on.accessibility, on.fileManager, on.http },
-            PlatformTexts::forLinux()));
 }
 
 std::function<void()> Interface::Parts::opening(StudioDestination destination) {

@@ -8,14 +8,6 @@
 #include "TolmiApp/UpdateWindow.h"
 #include "TolmiApp/ViewAppearance.h"
 
-#include <QDesktopServices>
-
-namespace {
-void showFolderOf(const FileURL &file) {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(file.deletingLastPathComponent().path()));
-}
-} // namespace
-
 Updates::Updates(Adapters &adapters, const BundleInfo &bundle, const SettingsStore &settings)
     : m_adapters(adapters)
     , m_bundle(bundle)
@@ -39,7 +31,8 @@ UpdateSource Updates::source() const {
 
 std::shared_ptr<UpdaterController> Updates::makeController() {
     const UpdateSource from = source();
-    m_dialog = std::make_unique<UpdateDialogModel>(m_prompt, m_settings, from.installedVersion, showFolderOf);
+    m_dialog = std::make_unique<UpdateDialogModel>(m_prompt, m_settings, from.installedVersion,
+        [this](const FileURL &file) { m_adapters.fileViewer.selectFile(file); });
     m_window = std::make_unique<UpdateWindow>(
         *m_dialog, [this](QQmlEngine &engine) { new ViewAppearance(engine, m_settings, m_adapters.look); });
     Adapters &on = m_adapters;

@@ -133,13 +133,3 @@ TEST(QtOpenPanel, ShowsOneFileOfTheGivenKinds) {
     EXPECT_EQ(UserOfDialog::dialog().nameFilters().value(0).section(u' ', 0, 1), u"Upload avatar");
     user.cancel();
 }
-
-// Dialogs need more of an application than other tests.
-int main(int argc, char **argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    testing::InitGoogleTest(&argc, argv);
-    const QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    return RUN_ALL_TESTS();
-}

@@ -35,6 +35,8 @@ std::optional<Appearance> appearanceOf(uint colorScheme) {
 PortalDesktopLook::PortalDesktopLook(const QDBusConnection &bus) {
     if (!bus.isConnected())
         return;
+    // A slot with a type that is not known by its name yet is refused without a word.
+    qRegisterMetaType<QDBusVariant>();
     // Listened to first, so that no change falls between the answer and the listening.
     QDBusConnection(bus).connect(service, path, interface, QStringLiteral("SettingChanged"), this,
         SLOT(readChange(QString, QString, QDBusVariant)));

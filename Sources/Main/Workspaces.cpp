@@ -1,0 +1,107 @@
+#include "Main/Workspaces.h"
+
+#include "Main/Adapters.h"
+#include "TolmiApp/CommandCenterModel.h"
+#include "TolmiApp/DictationFlowManager.h"
+#include "TolmiApp/DictationLiveModel.h"
+#include "TolmiApp/HealthModel.h"
+#include "TolmiApp/HistoryWorkspaceModel.h"
+#include "TolmiApp/OnboardingWizardModel.h"
+#include "TolmiApp/ProfileWorkspaceModel.h"
+#include "TolmiApp/SettingsModel.h"
+#include "TolmiApp/TemplatesModel.h"
+
+#include <QLocale>
+
+namespace {
+/// Dates as this process' time zone has them, with the hours that the user's system counts.
+DateTexts systemDates() {
+    const QString time = QLocale::system().timeFormat(QLocale::ShortFormat);
+    return DateTexts({ {}, time.contains(QLatin1String("AP"), Qt::CaseInsensitive) });
+}
+
+std::function<void()> openingWizard(TolmiStudioWindowModel &studio) {
+    return [&studio] { studio.setIsShowingOnboarding(true); };
+}
+
+std::function<void(StudioDestination)> navigating(TolmiStudioWindowModel &studio) {
+    return [&studio](StudioDestination destination) { studio.setDestinationSelection(destination); };
+}
+} // namespace
+
+Workspaces::Workspaces(const Interface::Program &program)
+    : m_program(program)
+    , m_avatarEditor(program.flow->settings(), program.adapters.openPanel,
+          ProfileAvatarStorage(
+              { program.adapters.fileManager, program.adapters.fileListing, program.adapters.fileWriter }))
+    , m_dates(systemDates()) { }
+
+TolmiStudioWindowModel::Content Workspaces::content() {
+    using Destination = StudioDestination;
+    return { .workspaces = { { Destination::CommandCenter, [this](auto &in) { return commandCenter(in); } },
+                 { Destination::Profile, [this](auto &in) { return profile(in); } },
+                 { Destination::DictationLive, [this](auto &) { return dictationLive(); } },
+                 { Destination::History, [this](auto &in) { return history(in); } },
+                 { Destination::Templates, [this](auto &in) { return templates(in); } },
+                 { Destination::Health, [this](auto &) { return health(); } },
+                 { Destination::Settings, [this](auto &in) { return settings(in); } } },
+        .onboarding = [this](auto &in) { return onboarding(in); },
+        .quit = m_program.quit };
+}
+
+std::unique_ptr<QObject> Workspaces::commandCenter(TolmiStudioWindowModel &studio) {
+    Adapters &on = m_program.adapters;
+    return std::make_unique<CommandCenterModel>(m_program.flow, *m_program.history,
+        CommandCenterModel::Platform { on.clock, on.microphone },
+        CommandCenterModel::Navigation { navigating(studio), openingWizard(studio) });
+}
+
+std::unique_ptr<QObject> Workspaces::profile(TolmiStudioWindowModel &studio) {
+    return std::make_unique<ProfileWorkspaceModel>(m_program.flow,
+        ProfileWorkspaceModel::Surroundings {
+            *m_program.history, m_program.adapters.microphone, m_avatarEditor, openingWizard(studio) });
+}
+
+std::unique_ptr<QObject> Workspaces::dictationLive() {
+    Adapters &on = m_program.adapters;
+    return std::make_unique<DictationLiveModel>(
+        m_program.flow, DictationLiveModel::Platform { on.clock, on.pasteboard });
+}
+
+std::unique_ptr<QObject> Workspaces::history(TolmiStudioWindowModel &studio) {
+    Adapters &on = m_program.adapters;
+    return std::make_unique<HistoryWorkspaceModel>(
+        HistoryWorkspaceModel::Subjects {
+            *m_program.history, m_program.flow->settings(), studio.historySelection() },
+        HistoryWorkspacePlatform { on.clock, on.fileManager, on.fileWriter, on.pasteboard, on.audioPlayers,
+            on.fileViewer, on.savePanel, m_dates },
+        PlatformTexts::forLinux());
+}
+
+std::unique_ptr<QObject> Workspaces::templates(TolmiStudioWindowModel &studio) {
+    return std::make_unique<TemplatesModel>(*m_program.history, m_program.flow->settings(),
+        studio.historySelection(), m_program.adapters.pasteboard);
+}
+
+std::unique_ptr<QObject> Workspaces::health() {
+    Adapters &on = m_program.adapters;
+    return std::make_unique<HealthModel>(m_program.flow->settings(), on.application,
+        StudioHealthCheckService(
+            StudioHealthCheckService::Platform { on.microphone, on.accessibility, on.fileManager, on.http },
+            PlatformTexts::forLinux()));
+}
+
+std::unique_ptr<QObject> Workspaces::settings(TolmiStudioWindowModel &studio) {
+    return std::make_unique<SettingsModel>(SettingsModel::Surroundings { m_program.flow->settings(),
+        m_program.updater, m_program.adapters.sounds, QLocale::system(), navigating(studio) });
+}
+
+std::unique_ptr<QObject> Workspaces::onboarding(TolmiStudioWindowModel &studio) {
+    Adapters &on = m_program.adapters;
+    return std::make_unique<OnboardingWizardModel>(m_program.flow, *m_program.history,
+        OnboardingWizardModel::Platform { on.clock, on.microphone, on.accessibility, on.fileManager },
+        OnboardingWizardModel::Place { PlatformTexts::forLinux(),
+            { [this](auto onFailure) { m_avatarEditor.importAvatar(std::move(onFailure)); },
+                [this] { return m_avatarEditor.removeAvatar(); } },
+            [&studio] { studio.setIsShowingOnboarding(false); } });
+}
