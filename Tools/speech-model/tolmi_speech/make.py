@@ -1,0 +1,68 @@
+"""Makes a model: speech, training, and the file. A run that was stopped goes on where it was."""
+
+import argparse
+import concurrent.futures
+import os
+import pathlib
+import sys
+
+import torch
+
+from . import ggml_file, grammar, tokens, training, utterances, windows
+from .network import Shape
+
+SHARD = 500
+
+
+def _arguments():
+    parser = argparse.ArgumentParser(prog="Tools/speech-model/make", description=__doc__)
+    parser.add_argument("--out", default="ggml-tolmi-starter-q8_0.bin", help="the model's file (default: %(default)s)")
+    parser.add_argument("--work", default="speech-model-work", help="where speech and checkpoints are kept")
+    parser.add_argument("--utterances", type=int, default=24000, help="spoken sentences (default: %(default)s)")
+    parser.add_argument("--minutes", type=float, default=90, help="minutes of training in all (default: %(default)s)")
+    parser.add_argument("--seed", type=int, default=1, help="the same seed makes the same speech (default: %(default)s)")
+    parser.add_argument("--dry-run", action="store_true", help="the whole road in a minute; the model understands nothing")
+    arguments = parser.parse_args()
+    if arguments.dry_run:
+        arguments.utterances, arguments.minutes = 60, 0.2
+    return arguments
+
+
+def _tell(text):
+    print(text, file=sys.stderr, flush=True)
+
+
+def _speech(arguments):
+    count = max(1, arguments.utterances // SHARD)
+    size = min(SHARD, arguments.utterances)
+    folder = pathlib.Path(arguments.work) / f"speech-{arguments.seed}"
+    spoken = []
+    with concurrent.futures.ProcessPoolExecutor(os.cpu_count()) as workers:
+        seeds = [arguments.seed * 10000 + place for place in range(count)]
+        for done, path in enumerate(workers.map(utterances.keep_shard, [folder] * count, seeds, [size] * count), 1):
+            spoken += utterances.load_shard(path)
+            _tell(f"speech: {done} of {count} files")
+    return spoken
+
+
+def _report(part, step, means):
+    shares = ", ".join(f"{name} {value:.3f}" for name, value in means.items())
+    _tell(f"training: {100 * part:.1f} %, step {step}: {shares}")
+
+
+def main():
+    arguments = _arguments()
+    grammars = grammar.grammars()
+    table = tokens.Tokens(grammars, Shape().timestamps)
+    pool = windows.Pool(_speech(arguments), grammars)
+    checkpoint = pathlib.Path(arguments.work) / f"checkpoint-{arguments.seed}.pt"
+    # Many threads for such small matrices only wait for each other.
+    torch.set_num_threads(min(2, os.cpu_count()))
+    trainer = training.Trainer(pool, table, str(checkpoint), arguments.seed)
+    trainer.run(arguments.minutes * 60, _report)
+    ggml_file.write(trainer.network, table, arguments.out)
+    _tell(f"written: {arguments.out}, {os.path.getsize(arguments.out)} bytes")
+
+
+if __name__ == "__main__":
+    main()

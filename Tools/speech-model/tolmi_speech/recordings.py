@@ -1,0 +1,122 @@
+"""Recordings of held-out sentences, made by the command espeak-ng and sox, apart from the road of the training."""
+
+import dataclasses
+import pathlib
+import random as random_module
+import subprocess
+import wave
+
+import numpy
+
+from . import front_end, grammar, utterances
+
+# Signal to noise in decibels; None adds no noise.
+NOISES = {"clean": None, "noisy": 20, "loud noise": 10}
+GROUPS = ("plain", "seen", "unseen", "odd")
+VARIANTS = {
+    "plain": ("",),
+    "seen": utterances.SEEN_VARIANTS,
+    "unseen": utterances.UNSEEN_VARIANTS,
+    "odd": utterances.ODD_VARIANTS,
+}
+PLAIN_VOICES = {"en": ("en-us", "en-gb"), "ro": ("ro",)}
+# A cut of so many seconds must hold the long dictations.
+LONG_SECONDS = (10, 20)
+
+
+@dataclasses.dataclass(frozen=True)
+class Recording:
+    """A sound file and what is said in it."""
+
+    path: str
+    language: str
+    group: str
+    voice: str
+    text: str
+    seconds: float
+
+
+def _say(text, voice, rate, pitch, path):
+    spoken = path.with_suffix(".spoken.wav")
+    subprocess.run(["espeak-ng", "-v", voice, "-s", str(rate), "-p", str(pitch), "-w", str(spoken), text], check=True)
+    subprocess.run(["sox", "-D", str(spoken), "-r", str(front_end.RATE), "-c", "1", "-b", "16", str(path), "gain", "-3",
+                    "pad", "0.2", "0.4"], check=True, stderr=subprocess.DEVNULL)
+    spoken.unlink()
+
+
+def seconds_of(path):
+    return (path.stat().st_size - 44) / 2 / front_end.RATE
+
+
+class Maker:
+    """Makes recordings in a folder; the same ones for the same seed."""
+
+    def __init__(self, folder, seed):
+        self._folder = pathlib.Path(folder)
+        self._folder.mkdir(parents=True, exist_ok=True)
+        self._random = random_module.Random(seed)
+        self._grammars = grammar.grammars()
+        self._used = set()
+
+    def _sentence(self, language):
+        while True:
+            text = self._grammars[language].pattern_sentence(self._random, True)
+            if 3 <= len(text.split()) <= 14 and text not in self._used:
+                self._used.add(text)
+                return text
+
+    def _record(self, name, language, group, text):
+        random = self._random
+        voice = random.choice(PLAIN_VOICES[language]) + random.choice(VARIANTS[group])
+        rate, pitch = (160, 50) if group == "plain" else (random.randint(135, 185), random.randint(35, 65))
+        path = self._folder / f"{name}.wav"
+        if not path.exists():
+            _say(text, voice, rate, pitch, path)
+        return Recording(str(path), language, group, voice, text, seconds_of(path))
+
+    def short(self, count):
+        """So many of each language and group, one sentence each."""
+        return [self._record(f"{language}-{group}-{place:03d}", language, group, self._sentence(language))
+                for language in grammar.LANGUAGES for group in GROUPS for place in range(count)]
+
+    def long(self, count):
+        """So many of each language, of two to five sentences, between 10 and 20 seconds."""
+        made = []
+        for language in grammar.LANGUAGES:
+            kept = 0
+            place = 0
+            while kept < count:
+                text = " ".join(self._sentence(language) for _ in range(self._random.randint(3, 6)))
+                one = self._record(f"{language}-long-{place:03d}", language, self._random.choice(("plain", "seen")), text)
+                place += 1
+                if LONG_SECONDS[0] <= one.seconds <= LONG_SECONDS[1]:
+                    made.append(dataclasses.replace(one, group="long"))
+                    kept += 1
+        return made
+
+
+def read(path):
+    """The samples of a 16-bit file, as floats within one."""
+    with wave.open(str(path), "rb") as file:
+        return numpy.frombuffer(file.readframes(file.getnframes()), numpy.int16).astype(numpy.float32) / 32768
+
+
+def write(path, samples):
+    """Writes floats within one as 16 bits at the front end's rate."""
+    with wave.open(str(path), "wb") as file:
+        file.setnchannels(1)
+        file.setsampwidth(2)
+        file.setframerate(front_end.RATE)
+        file.writeframes((numpy.clip(samples, -1, 1) * 32767).astype(numpy.int16).tobytes())
+
+
+def with_noise(recording, decibels, seed):
+    """The recording with white noise so many decibels below the speech, beside the original."""
+    path = pathlib.Path(recording.path)
+    noisy = path.with_name(f"{path.stem}-{decibels}dB.wav")
+    if not noisy.exists():
+        samples = read(path)
+        level = numpy.sqrt(numpy.mean(samples ** 2)) * 10 ** (-decibels / 20)
+        generator = numpy.random.default_rng([seed, *path.stem.encode()])
+        write(noisy, samples + level * generator.standard_normal(len(samples)).astype(numpy.float32))
+    return dataclasses.replace(recording, path=str(noisy))

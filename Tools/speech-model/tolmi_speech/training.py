@@ -1,0 +1,161 @@
+"""Trains the network on windows that are made on the way."""
+
+import dataclasses
+import math
+import os
+import random as random_module
+import time
+
+import numpy
+import torch
+from torch.nn import functional
+
+from . import windows
+from .network import Network, Shape
+
+SOUND_WEIGHT = 0.5
+LOOK_WEIGHT = 0.2
+# Of each decoder layer so many heads are told where to look; the others find out for themselves.
+GUIDED_HEADS = 2
+MOST_GRADIENT = 1.0
+WARM_UP_STEPS = 200
+# Shorter windows among the whole ones keep the network right for short dictations.
+SHORT_SHARE = 0.25
+CHECKPOINT_SECONDS = 120
+REPORT_STEPS = 25
+
+
+@dataclasses.dataclass(frozen=True)
+class Phase:
+    """Windows of so many steps, so many at once, for a share of the time; the rate of learning falls between two."""
+
+    steps: int
+    size: int
+    share: float
+    first_rate: float
+    last_rate: float
+
+
+# Short windows first: the network finds out within minutes that sound and words go together, and within hours otherwise.
+PHASES = (
+    Phase(128, 32, 0.22, 2e-3, 1.4e-3),
+    Phase(256, 24, 0.18, 1.4e-3, 1e-3),
+    Phase(512, 12, 0.60, 1e-3, 1e-5),
+)
+
+
+def _look_loss(weights, marks):
+    """How little the guided heads looked at the marked steps."""
+    asked = marks.sum(-1) > 0
+    if not asked.any():
+        return torch.zeros((), device=weights.device)
+    share = (weights[:, :GUIDED_HEADS] * marks[:, None]).sum(-1).permute(0, 2, 1)[asked]
+    return -torch.log(share + 1e-4).mean()
+
+
+def losses(network, batch):
+    """The loss to go down, and the shares of it that are reported."""
+    sound, early = network.encode(batch.mel)
+    sounds = functional.cross_entropy(network.phonemes(early).flatten(0, 1), batch.sound_labels.flatten())
+    words = functional.cross_entropy(
+        network.words(sound).flatten(0, 1), batch.word_labels.flatten(), ignore_index=windows.IGNORED)
+    values, looks = network.decode(batch.rows, sound)
+    asked = batch.targets != windows.IGNORED
+    scores = network.scores(values[asked])
+    text = functional.cross_entropy(scores, batch.targets[asked])
+    # The first layer looks at the token that it reads, the others at the one to come.
+    look = _look_loss(looks[0], batch.here) + sum(_look_loss(one, batch.ahead) for one in looks[1:])
+    right = (scores.argmax(-1) == batch.targets[asked]).float().mean()
+    whole = text + SOUND_WEIGHT * (sounds + words) + LOOK_WEIGHT * look
+    return whole, {"text": text, "sounds": sounds, "words": words, "look": look, "right": right}
+
+
+def _optimizer(network):
+    matrices = [one for one in network.parameters() if one.ndim >= 2]
+    vectors = [one for one in network.parameters() if one.ndim < 2]
+    groups = [{"params": matrices, "weight_decay": 0.01}, {"params": vectors, "weight_decay": 0.0}]
+    return torch.optim.AdamW(groups, lr=1e-3, betas=(0.9, 0.98))
+
+
+class Trainer:
+    """Trains for so many seconds in all, over any number of runs: a checkpoint holds the time that was spent."""
+
+    def __init__(self, pool, table, checkpoint, seed):
+        self._pool, self._table, self._checkpoint, self._seed = pool, table, checkpoint, seed
+        torch.manual_seed(seed)
+        self.shape = Shape()
+        self._device = "cuda" if torch.cuda.is_available() else "cpu"
+        self.network = Network(self.shape, len(table.used), len(pool.sound_kinds) + 1, len(pool.word_kinds) + 1)
+        self.network.to(self._device)
+        self._optimizer = _optimizer(self.network)
+        self.step = 0
+        self.seconds = 0.0
+        if os.path.exists(checkpoint):
+            self._resume()
+
+    def _resume(self):
+        kept = torch.load(self._checkpoint, map_location=self._device)
+        self.network.load_state_dict(kept["network"])
+        self._optimizer.load_state_dict(kept["optimizer"])
+        self.step, self.seconds = kept["step"], kept["seconds"]
+
+    def keep(self):
+        """Writes the checkpoint in one step, so that there is always a whole one."""
+        fresh = f"{self._checkpoint}.new"
+        torch.save({"network": self.network.state_dict(), "optimizer": self._optimizer.state_dict(), "step": self.step,
+                    "seconds": self.seconds}, fresh)
+        os.replace(fresh, self._checkpoint)
+
+    def _phase(self, total):
+        """The phase of this moment, and how far it has gone, 0 to 1."""
+        done = self.seconds / total
+        for phase in PHASES:
+            if done < phase.share:
+                return phase, done / phase.share
+            done -= phase.share
+        return PHASES[-1], 1.0
+
+    def _rate(self, total):
+        phase, part = self._phase(total)
+        rate = phase.last_rate + (phase.first_rate - phase.last_rate) * 0.5 * (1 + math.cos(math.pi * part))
+        return rate * min(1.0, (self.step + 1) / WARM_UP_STEPS)
+
+    def _batch(self, total, random, generator):
+        phase, _ = self._phase(total)
+        steps, size = phase.steps, phase.size
+        if steps == self.shape.audio_context and random.random() < SHORT_SHARE:
+            steps, size = steps // 2, size * 2
+        composer = windows.Composer(self._pool, self._table, self.shape, random, generator)
+        return windows.batch([composer.window(steps) for _ in range(size)], self._table, generator)
+
+    def _learn(self, batch, rate):
+        for group in self._optimizer.param_groups:
+            group["lr"] = rate
+        loss, shares = losses(self.network, batch.to(self._device))
+        self._optimizer.zero_grad(set_to_none=True)
+        loss.backward()
+        torch.nn.utils.clip_grad_norm_(self.network.parameters(), MOST_GRADIENT)
+        self._optimizer.step()
+        self.network.hold_constant()
+        self.step += 1
+        return {name: float(value) for name, value in shares.items()}
+
+    def run(self, total, report):
+        """Goes on until `total` seconds of training are spent; tells `report` how it goes."""
+        random = random_module.Random(self._seed + self.step)
+        generator = numpy.random.default_rng(self._seed + self.step)
+        last = kept = time.monotonic()
+        means = {}
+        while self.seconds < total:
+            rate = self._rate(total)
+            shares = self._learn(self._batch(total, random, generator), rate)
+            means = {name: 0.95 * means.get(name, value) + 0.05 * value for name, value in shares.items()}
+            now = time.monotonic()
+            self.seconds += now - last
+            last = now
+            if self.step % REPORT_STEPS == 0:
+                report(self.seconds / total, self.step, means)
+            if now - kept > CHECKPOINT_SECONDS:
+                self.keep()
+                kept = now
+        self.keep()
