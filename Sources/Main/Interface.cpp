@@ -14,7 +14,7 @@
 #include "TolmiApp/ViewAppearance.h"
 #include "TolmiApp/ViewTexts.h"
 
-#include <QIcon>
+#include <QApplication>
 
 namespace {
 /// The popup with all that is made for it at the first press of the status item.
@@ -50,7 +50,7 @@ struct Interface::Parts {
     TolmiStudioWindowModel studioModel { program.flow->settings(), router, workspaces.content() };
     QuickStudioWindow studio { studioModel, program.flow->settings(), program.adapters.look };
     std::unique_ptr<Popup> popup;
-    QtStatusItem statusItem { QIcon(QStringLiteral(":/AppIcon.png")) };
+    QtStatusItem statusItem { QApplication::windowIcon() };
     StatusItemController status { statusItem, program.flow, statusActions() };
 };
 

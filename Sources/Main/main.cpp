@@ -6,6 +6,8 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QImageReader>
+#include <QPixmap>
 
 #include <sys/stat.h>
 
@@ -22,6 +24,15 @@ void preferX11() {
     logLine(QStringLiteral(
         "Tolmi: on Wayland the key and the paste reach only windows that run through XWayland."));
 }
+
+/// The program's icon, no larger than a desktop shows it. Read by the toolkit's own reader of PNG: left to
+/// find the format out, it would load the library of every other one.
+QIcon programIcon() {
+    QImageReader reader(QStringLiteral(":/AppIcon.png"), "png");
+    reader.setAutoDetectImageFormat(false);
+    reader.setScaledSize(QSize(256, 256));
+    return QIcon(QPixmap::fromImageReader(&reader));
+}
 } // namespace
 
 int main(int argc, char **argv) {
@@ -35,7 +46,7 @@ int main(int argc, char **argv) {
     QApplication::setApplicationName(QStringLiteral("Tolmi"));
     QApplication::setDesktopFileName(QStringLiteral("tolmi"));
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/AppIcon.png")));
+    QApplication::setWindowIcon(programIcon());
     Views::prepareApplication();
 
     const bool startsInTray = QApplication::arguments().contains(QStringLiteral("--tray"));

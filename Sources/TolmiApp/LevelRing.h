@@ -12,10 +12,18 @@ class LevelRing : public PictureItem {
     TOLMI_PICTURE_PROPERTY(double, seconds, setSeconds, 0)
     /// The ring of the voice orb rather than that of the floating sign.
     TOLMI_PICTURE_PROPERTY(bool, isOrb, setIsOrb, false)
+    /// Size of the circle inside the bars against that of the state's disc.
+    TOLMI_PICTURE_PROPERTY(double, circleScale, setCircleScale, 1)
+    /// Opacity of that circle, 0 to 1; at 0 there is none.
+    TOLMI_PICTURE_PROPERTY(double, circleAlpha, setCircleAlpha, 0)
 
 public:
     using PictureItem::PictureItem;
 
 protected:
     void paint(QPainter &painter) const override;
+
+private:
+    void paintBars(QPainter &painter) const;
+    void paintCircle(QPainter &painter) const;
 };

@@ -163,6 +163,8 @@ Item {
         visible: view.isRecording
         level: view.clampedLevel
         seconds: timeline.seconds
+        circleScale: center.swing * (0.6 + view.shownLevel * 0.9)
+        circleAlpha: view.shownLevel * 0.55 * (1 - view.shownLevel * 0.5)
     }
     Item {
         id: center
@@ -173,19 +175,6 @@ Item {
         width: 100
         height: 100
 
-        Rectangle {
-            anchors.centerIn: parent
-            width: 44
-            height: 44
-            radius: 22
-            visible: view.isRecording
-            color: "transparent"
-            border.width: 2
-            border.color: Qt.rgba(1, 1, 1, Math.max(0, view.shownLevel * 0.55))
-            scale: center.swing * (0.6 + view.shownLevel * 0.9)
-            opacity: Math.max(0, 1 - view.shownLevel * 0.5)
-            antialiasing: true
-        }
         OverlayIcon {
             anchors.centerIn: parent
             visible: symbol !== ""

@@ -6,6 +6,7 @@
 #include "Support/AudioEngineContract.h"
 #include "Support/VirtualClock.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <netinet/in.h>
@@ -45,6 +46,22 @@ int freePort() {
     getsockname(descriptor, reinterpret_cast<sockaddr *>(&address), &size);
     close(descriptor);
     return ntohs(address.sin_port);
+}
+
+/// What the kernel calls this process' threads; the first is the one that runs main().
+QByteArrayList threadNames() {
+    QByteArrayList names;
+    const QDir threads(QStringLiteral("/proc/self/task"));
+    for (const QString &id : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile name(threads.filePath(id + QStringLiteral("/comm")));
+        if (!name.open(QIODevice::ReadOnly))
+            continue;
+        if (id.toLongLong() == getpid())
+            names.prepend(name.readAll().trimmed());
+        else
+            names.append(name.readAll().trimmed());
+    }
+    return names;
 }
 
 class PulseRecorder : public testing::Test {
@@ -127,6 +144,14 @@ TEST_F(PulseRecorder, AServerThatGoesLeavesAReadableFileAndSilence) {
     ASSERT_NE(file, nullptr);
     sf_close(file);
     EXPECT_GT(info.frames, 0);
+}
+
+TEST(PulseConnection, NamesItsThreadAndNotThatOfTheCaller) {
+    SoundServer server;
+    const QByteArray own = threadNames().constFirst();
+    PulseConnection connection;
+    EXPECT_TRUE(waitUntil([] { return threadNames().count("Tolmi.Audio") == 1; }));
+    EXPECT_EQ(threadNames().constFirst(), own);
 }
 
 TEST(PulseMicrophonePermission, IsThereUnlessTheServerRefuses) {

@@ -8,9 +8,11 @@
 
 PulseConnection::PulseConnection()
     : m_loop(pa_threaded_mainloop_new()) {
+    // Of a thread that runs already the library would name the one that asks.
+    if (m_loop)
+        pa_threaded_mainloop_set_name(m_loop, "Tolmi.Audio");
     if (!m_loop || pa_threaded_mainloop_start(m_loop) < 0)
         throw SystemError(QStringLiteral("The audio thread could not be started."));
-    pa_threaded_mainloop_set_name(m_loop, "Tolmi.Audio");
     const Lock lock(*this);
     connect();
 }
