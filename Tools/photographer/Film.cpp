@@ -4,6 +4,7 @@
 #include "photographer/Camera.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 
 #include <vector>
@@ -70,7 +71,8 @@ QString filmDictation(const ShootOptions &options, const Look &look, Wallpaper &
     wallpaper.setScheme(look.scheme);
     VirtualUser user;
     RunningProgram program;
-    Editor editor(user);
+    // An editor with nothing in its window but the text; other editors come with bars, hints and warnings.
+    Editor editor(user, QFileInfo(options.program).path() + QStringLiteral("/tolmi-notes"));
     if (!program.start(options.program) || !editor.open())
         return QStringLiteral("program or editor did not start: ") + program.output();
     user.pointAt(Place::nowhere);
