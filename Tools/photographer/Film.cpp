@@ -17,6 +17,8 @@ constexpr int widthOfFilm = 640;
 constexpr int picturesPerSecond = 10;
 /// Seconds before the key is pressed.
 constexpr double lull = 0.8;
+/// Hundredths of a second for which the text stands before the film begins anew.
+constexpr int timeToRead = 200;
 
 /// Pictures one after the other, each shown until the next one differs.
 class Film {
@@ -56,7 +58,8 @@ private:
         for (const Frame &frame : m_frames) {
             const QString path = folder.filePath(QString::number(arguments.size()) + QStringLiteral(".png"));
             frame.picture.scaledToWidth(widthOfFilm, Qt::SmoothTransformation).save(path);
-            arguments << "-delay" << QString::number(frame.count * 100 / picturesPerSecond) << path;
+            const int rest = &frame == &m_frames.back() ? timeToRead : 0;
+            arguments << "-delay" << QString::number(frame.count * 100 / picturesPerSecond + rest) << path;
         }
         return arguments;
     }

@@ -85,7 +85,9 @@ WindowShoot::WindowShoot(const ShootOptions &options, const Look &look, Wallpape
 
 QStringList WindowShoot::run() {
     m_wallpaper.setScheme(m_look.scheme);
-    return shootWizard() + shootDailyLife();
+    QStringList missing = shootWizard();
+    missing += shootDailyLife();
+    return missing;
 }
 
 QStringList WindowShoot::shootWizard() {
@@ -95,7 +97,7 @@ QStringList WindowShoot::shootWizard() {
         return { QStringLiteral("the home of the new user could not be prepared") };
     VirtualUser user;
     RunningProgram program;
-    if (!program.start(m_options.program) || !waitUntil(isStudioInFront, patience))
+    if (!program.start(m_options.program, {}) || !waitUntil(isStudioInFront, patience))
         return { QStringLiteral("the wizard did not open: ") + program.output() };
     user.pointAt(Place::nowhere);
     placeActiveWindow(QRect(studioPlace, usualSize));
@@ -123,7 +125,9 @@ QStringList WindowShoot::shootDailyLife() {
     second.start(m_options.program, {});
     if (!waitUntil(isStudioInFront, patience))
         return missing + QStringList { QStringLiteral("the Studio did not open: ") + program.output() };
-    return missing + shootStudio(user, windows) + shootWork(user, program);
+    missing += shootStudio(user, windows);
+    missing += shootWork(user, program);
+    return missing;
 }
 
 QStringList WindowShoot::shootWork(VirtualUser &user, RunningProgram &program) {

@@ -10,6 +10,7 @@ import QtQuick
 
 Window {
     title: "Notes"
+    flags: Qt.Window | Qt.FramelessWindowHint
     width: 640
     height: 140
     color: "#fdfdfb"
