@@ -10,7 +10,8 @@ Window {
     /// Under whose middle the words appear.
     required property Item anchorItem
 
-    width: Math.min(360, Math.ceil(measure.implicitWidth) + 22)
+    // Words of several lines are no wider than the longest of these.
+    width: Math.ceil(label.contentWidth) + 22
     height: label.implicitHeight + 12
     flags: Qt.ToolTip | Qt.FramelessWindowHint | Qt.WindowDoesNotAcceptFocus | Qt.WindowTransparentForInput
     color: "transparent"
@@ -48,7 +49,7 @@ Window {
 
         x: 11
         y: 6
-        width: parent.width - 22
+        width: Math.min(300, Math.ceil(measure.implicitWidth))
         role: Typography.caption
         text: toolTip.text
         wrapMode: Text.Wrap

@@ -13,7 +13,10 @@ T.Button {
     /// Wider names are elided.
     property real maximumTextWidth: isSmall ? 90 : 160
 
-    implicitWidth: label.x + label.width + (isSmall ? 9 : 12)
+    /// What the chip takes beside the name.
+    readonly property real textMargins: isSmall ? 35 : 45
+
+    implicitWidth: label.width + textMargins
     implicitHeight: isSmall ? 24 : 34
     hoverEnabled: true
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus

@@ -42,6 +42,8 @@ FocusScope {
         anchors.fill: parent
         anchors.margins: Metrics.settingsPadding
         anchors.topMargin: tabs.y + tabs.height
+        // What scrolls goes on to the edge of the window.
+        anchors.bottomMargin: 0
 
         Loader {
             anchors.horizontalCenter: parent.horizontalCenter

@@ -2,6 +2,8 @@
 
 #include "dictate/Waiting.h"
 
+#include <QFileInfo>
+
 namespace {
 QString outputOf(const QString &program, const QStringList &arguments) {
     QProcess process;
@@ -17,8 +19,9 @@ bool hasFocus(qint64 processId) {
 }
 } // namespace
 
-Editor::Editor(VirtualUser &user)
-    : m_user(user) { }
+Editor::Editor(VirtualUser &user, QString program)
+    : m_user(user)
+    , m_program(std::move(program)) { }
 
 Editor::~Editor() {
     m_process.kill();
@@ -28,14 +31,15 @@ Editor::~Editor() {
 bool Editor::open() {
     m_process.setStandardOutputFile(QProcess::nullDevice());
     m_process.setStandardErrorFile(QProcess::nullDevice());
-    m_process.start(QStringLiteral("mousepad"), { QStringLiteral("--disable-server") });
+    const bool isShared = m_program == u"mousepad";
+    m_process.start(m_program, isShared ? QStringList(QStringLiteral("--disable-server")) : QStringList());
     return m_process.waitForStarted(5000)
         && waitUntil([this] { return hasFocus(m_process.processId()); }, 20);
 }
 
 bool Editor::bringToFront() {
-    outputOf(
-        QStringLiteral("wmctrl"), { QStringLiteral("-x"), QStringLiteral("-a"), QStringLiteral("mousepad") });
+    outputOf(QStringLiteral("wmctrl"),
+        { QStringLiteral("-x"), QStringLiteral("-a"), QFileInfo(m_program).fileName() });
     return waitUntil([this] { return hasFocus(m_process.processId()); }, 20);
 }
 

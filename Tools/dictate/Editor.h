@@ -8,7 +8,8 @@
 /// A text editor on the desktop, used by keyboard and clipboard only, as a user does.
 class Editor {
 public:
-    explicit Editor(VirtualUser &user);
+    /// `program` is the path or name of an editor whose windows come one to a process.
+    explicit Editor(VirtualUser &user, QString program = QStringLiteral("mousepad"));
     /// Ends the editor.
     ~Editor();
 
@@ -28,6 +29,7 @@ public:
 
 private:
     VirtualUser &m_user;
+    const QString m_program;
     QProcess m_process;
 };
 

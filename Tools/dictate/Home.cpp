@@ -28,7 +28,8 @@ bool prepareHome(const HomeOptions &options) {
     settings.insert("tolmi.language", options.language);
     if (!settings.contains("tolmi.uiLanguage"))
         settings.insert("tolmi.uiLanguage", "en");
-    settings.insert("tolmi.onboarding.completed", true);
+    if (!settings.contains("tolmi.onboarding.completed"))
+        settings.insert("tolmi.onboarding.completed", true);
     if (!options.model.isEmpty())
         settings.insert("tolmi.modelPath", options.model);
     QDir().mkpath(QFileInfo(settingsPath()).path());

@@ -24,10 +24,10 @@ const ExampleEntry englishEntries[] = {
     { "thank you for your help john", "Thank you for your help, John.", "Thunderbird", "thunderbird", 0.2,
         1.4, "english-1", false },
     { "um who will update the contract in september", "Who will update the contract in September?", "Firefox",
-        "firefox-esr", 0.9, 1.7, "english-2", false },
+        "firefox-esr", 0.9, 1.7, "english-2", true },
     { "please move the design review to thursday at ten and uh tell everyone on the team",
         "Please move the design review to Thursday at ten and tell everyone on the team.", "Thunderbird",
-        "thunderbird", 2.5, 2.1, "", true },
+        "thunderbird", 2.5, 2.1, "", false },
     { "the build is green again the flaky test waited for a socket that nobody opened",
         "The build is green again. The flaky test waited for a socket that nobody opened.", "Terminal",
         "xfce4-terminal", 5, 2.3, "", false },
@@ -47,14 +47,14 @@ const ExampleEntry romanianEntries[] = {
         "Thunderbird", "thunderbird", 0.2, 1.5, "romanian-2", false },
     { "cred p\u0103i c\u0103 trebuie s\u0103 \u0219terg planul",
         "Cred c\u0103 trebuie s\u0103 \u0219terg planul.", "Firefox", "firefox-esr", 0.9, 1.6, "romanian-1",
-        false },
+        true },
     { "\u0219edin\u021ba de m\u00e2ine se mut\u0103 la ora zece \u00een sala mare aduce\u021bi v\u0103 rog "
       "situa\u021bia "
       "bugetului",
         "\u0218edin\u021ba de m\u00e2ine se mut\u0103 la ora zece, \u00een sala mare. Aduce\u021bi, v\u0103 "
         "rog, "
         "situa\u021bia bugetului.",
-        "Thunderbird", "thunderbird", 2.5, 2.4, "", true },
+        "Thunderbird", "thunderbird", 2.5, 2.4, "", false },
     { "testele trec din nou a\u0219tepta un r\u0103spuns pe care nu \u00eel trimitea nimeni",
         "Testele trec din nou. A\u0219tepta un r\u0103spuns pe care nu \u00eel trimitea nimeni.", "Terminal",
         "xfce4-terminal", 5, 2.2, "", false },
@@ -117,6 +117,8 @@ bool writeHistory(const Look &look, const QString &samplesFolder) {
 bool prepareExampleHome(const Look &look, HomeOptions options, const QString &samplesFolder) {
     options.language = look.language;
     options.settings.insert("tolmi.uiLanguage", look.language);
+    // The health checks show this path.
+    options.settings.insert("tolmi.whisperBinaryPath", options.whisperCLI);
     options.settings.insert("tolmi.appearance", look.scheme);
     options.settings.insert(
         "tolmi.profileDisplayName", look.isRomanian() ? "Ioana Marinescu" : "Andrew Cole");

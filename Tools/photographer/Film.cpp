@@ -4,6 +4,7 @@
 #include "photographer/Camera.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 
 #include <vector>
@@ -16,6 +17,8 @@ constexpr int widthOfFilm = 640;
 constexpr int picturesPerSecond = 10;
 /// Seconds before the key is pressed.
 constexpr double lull = 0.8;
+/// Hundredths of a second for which the text stands before the film begins anew.
+constexpr int timeToRead = 200;
 
 /// Pictures one after the other, each shown until the next one differs.
 class Film {
@@ -55,7 +58,8 @@ private:
         for (const Frame &frame : m_frames) {
             const QString path = folder.filePath(QString::number(arguments.size()) + QStringLiteral(".png"));
             frame.picture.scaledToWidth(widthOfFilm, Qt::SmoothTransformation).save(path);
-            arguments << "-delay" << QString::number(frame.count * 100 / picturesPerSecond) << path;
+            const int rest = &frame == &m_frames.back() ? timeToRead : 0;
+            arguments << "-delay" << QString::number(frame.count * 100 / picturesPerSecond + rest) << path;
         }
         return arguments;
     }
@@ -70,7 +74,8 @@ QString filmDictation(const ShootOptions &options, const Look &look, Wallpaper &
     wallpaper.setScheme(look.scheme);
     VirtualUser user;
     RunningProgram program;
-    Editor editor(user);
+    // An editor with nothing in its window but the text; other editors come with bars, hints and warnings.
+    Editor editor(user, QFileInfo(options.program).path() + QStringLiteral("/tolmi-notes"));
     if (!program.start(options.program) || !editor.open())
         return QStringLiteral("program or editor did not start: ") + program.output();
     user.pointAt(Place::nowhere);

@@ -3,8 +3,8 @@
 #include "desktop-driver/AccessibleProgram.h"
 #include "photographer/OverlayShoot.h"
 
-/// Pictures of the program's windows: every workspace of the Studio in three sizes of the window, and the
-/// popup.
+/// Pictures of the program's windows: the wizard of a new user, every workspace of the Studio in three sizes
+/// of the window, and the popup.
 class WindowShoot {
 public:
     WindowShoot(const ShootOptions &options, const Look &look, Wallpaper &wallpaper);
@@ -13,8 +13,13 @@ public:
     QStringList run();
 
 private:
+    QStringList shootWizard();
+    QStringList shootDailyLife();
     QStringList shootStudio(VirtualUser &user, const AccessibleProgram &program);
+    /// An applied template, and a dictation under way.
+    QStringList shootWork(VirtualUser &user, RunningProgram &program);
     QStringList shootPopup(VirtualUser &user);
+    QStringList saveStudio(const AccessibleProgram &program, const QString &subject);
     /// The name, if the picture was not saved.
     QStringList save(const QRect &place, const QString &subject);
 
