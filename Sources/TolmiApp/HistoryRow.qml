@@ -32,6 +32,9 @@ Item {
     Accessible.selectable: true
     Accessible.selected: isFocused
     Accessible.onPressAction: tapped()
+    // A row kept for the next entry is not drawn, but a screen reader would still find the old one in it.
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
 
     Plate {
         anchors.fill: parent

@@ -28,8 +28,7 @@ bool isWhole(const QByteArray &request) {
 
 MisbehavingServer::MisbehavingServer() {
     QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] { accept(); });
-    if (!m_server.listen(QHostAddress::LocalHost))
-        ADD_FAILURE() << "the server cannot listen";
+    acceptConnections();
     m_port = m_server.serverPort();
 }
 
@@ -46,6 +45,12 @@ QUrl MisbehavingServer::url() const {
 
 void MisbehavingServer::refuseConnections() {
     m_server.close();
+}
+
+void MisbehavingServer::acceptConnections() {
+    // The first time, the system gives it a port.
+    if (!m_server.listen(QHostAddress::LocalHost, m_port))
+        ADD_FAILURE() << "the server cannot listen";
 }
 
 MisbehavingServer::Step MisbehavingServer::send(QByteArray bytes) {

@@ -24,6 +24,9 @@ public:
     /// From now on nothing listens at the address.
     void refuseConnections();
 
+    /// Undoes refuseConnections().
+    void acceptConnections();
+
     /// Sends `bytes` and keeps the connection open.
     static Step send(QByteArray bytes);
     /// Sends `size` blanks, only as fast as they are taken, and ends the connection in order.

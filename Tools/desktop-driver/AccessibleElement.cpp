@@ -43,7 +43,8 @@ QString AccessibleElement::text() const {
     QDBusPendingReply<QString> reply
         = call(QStringLiteral("Text"), QStringLiteral("GetText"), { 0, toTheEnd });
     reply.waitForFinished();
-    return reply.isError() ? QString() : reply.value();
+    // Qt tells a line feed as the mark that ends a paragraph.
+    return reply.isError() ? QString() : reply.value().replace(QChar::ParagraphSeparator, QChar::LineFeed);
 }
 
 std::optional<double> AccessibleElement::value() const {

@@ -56,6 +56,11 @@ TestCase {
         inside.forceLayout();
         return Array.from({ length: inside.count }, (_, index) => inside.itemAtIndex(index)).filter(row => row);
     }
+    /// What a screen reader finds in the list, the rows that wait for another entry included.
+    function foundRows() {
+        const inside = findChild(view, "list");
+        return Array.from(inside.contentItem.children).filter(item => item.visible && item.entryID !== undefined);
+    }
     /// Presses a row and waits until the detail of its entry is laid out.
     function focusRow(index) {
         mouseClick(rows()[index]);
@@ -108,6 +113,17 @@ TestCase {
         compare(titles().length, 3);
         keyClick(Qt.Key_Down);
         verify(list.activeFocus);
+    }
+    function test_rowsThatWaitForAnotherEntryAreHidden() {
+        open(entries);
+        compare(foundRows().length, 3);
+        findChild(view, "search").forceActiveFocus();
+        type("note");
+        compare(titles(), ["Release notes."]);
+        tryVerify(() => foundRows().length === 1);
+        keyClick(Qt.Key_Escape);
+        compare(titles().length, 3);
+        tryVerify(() => foundRows().length === 3);
     }
     function test_aRowThatIsPressedIsShown() {
         open(entries);

@@ -1,0 +1,118 @@
+// The history of the real program: what the user does with mouse and keys, and what the disk and the speaker
+// have of it.
+
+#include "Desktop/OpenStudio.h"
+#include "Desktop/SpeakerRecording.h"
+#include "TolmiApp/HistoryExportFormatter.h"
+
+#include <QDir>
+#include <QtEndian>
+
+#include <numeric>
+
+namespace {
+
+const QString searchPrompt = QStringLiteral("Search raw or refined text");
+
+QJsonObject stored(const HistoryEntry &entry) {
+    for (const QJsonValue &each : historyEntries()) {
+        if (QUuid(each["id"].toString()) == entry.id)
+            return each.toObject();
+    }
+    return {};
+}
+
+QByteArray contentOf(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// What a sound carries, whatever its rate.
+double energyOf(const std::vector<double> &samples, double rate) {
+    return std::inner_product(samples.begin(), samples.end(), samples.begin(), 0.0) / rate;
+}
+
+/// The samples of a recording of 16-bit integers with the usual head.
+std::vector<double> recorded(const QString &path) {
+    constexpr qsizetype headSize = 44;
+    const QByteArray bytes = contentOf(path);
+    std::vector<double> samples;
+    for (qsizetype place = headSize; place + 1 < bytes.size(); place += 2)
+        samples.push_back(qFromLittleEndian<qint16>(bytes.constData() + place) / 32768.0);
+    return samples;
+}
+
+class HistoryClicks : public OpenStudio {
+protected:
+    const HistoryEntry &build = history()[0];
+    const HistoryEntry &pinned = history()[1];
+    const HistoryEntry &heard = history()[2];
+    const HistoryEntry &shopping = history()[3];
+};
+
+} // namespace
+
+TEST_F(HistoryClicks, SearchLeavesWhatItFinds) {
+    open();
+    choose(build);
+    const AccessibleElement field = control("text", searchPrompt);
+    m_user.typeWithControl("f");
+    ASSERT_TRUE(waitUntil([&field] { return field.now().is(State::Focused); }));
+    m_user.enter("green");
+    EXPECT_TRUE(waitUntil([this] { return !isShown(pinned) && !isShown(heard); }));
+    EXPECT_TRUE(isShown(build));
+    EXPECT_TRUE(isShown(shopping));
+    m_user.type("Escape");
+    EXPECT_TRUE(waitUntil(
+        [this] { return isShown(build) && isShown(pinned) && isShown(heard) && isShown(shopping); }));
+}
+
+TEST_F(HistoryClicks, PinStandsInTheFile) {
+    open();
+    choose(build);
+    click(buttonInRow(shopping, "Pin"));
+    EXPECT_TRUE(waitUntil([this] { return stored(shopping)["isPinned"].toBool(); }));
+    click(buttonInRow(shopping, "Unpin"));
+    EXPECT_TRUE(waitUntil([this] { return stored(shopping)["isPinned"] == QJsonValue(false); }));
+    EXPECT_TRUE(stored(pinned)["isPinned"].toBool());
+}
+
+TEST_F(HistoryClicks, ExportGoesWhereTheDialogSays) {
+    open();
+    choose(build);
+    clickButton("Export All");
+    const AccessibleElement name = control("text", "File name:");
+    ASSERT_TRUE(waitUntil([&name] { return name.now().is(State::Focused); }));
+    EXPECT_TRUE(name.text().startsWith(u"tolmi-history-all-")) << name.text().toStdString();
+    m_user.typeWithControl("a");
+    m_user.enter("Words of mine");
+    ASSERT_TRUE(waitUntil([&name] { return name.text() == "Words of mine"; })) << name.text().toStdString();
+    clickButton("Save");
+    const QString path = QDir::homePath() + "/Words of mine.txt";
+    ASSERT_TRUE(waitUntil([&path] { return QFile::exists(path); }));
+    EXPECT_EQ(contentOf(path), HistoryExportFormatter::format({ pinned, build, heard, shopping }).toUtf8());
+}
+
+TEST_F(HistoryClicks, RecordingIsHeardWhole) {
+    open();
+    SpeakerRecording speaker;
+    choose(heard);
+    ASSERT_EQ(energyOf(speaker.samples(), 48000), 0) << "nothing was to be heard yet";
+    clickButton("Play");
+    control("push button", "Pause");
+    control("push button", "Play");
+    ASSERT_TRUE(speaker.listen(48000));
+    // The one channel is shared out to two, and each gets half of what it carries.
+    const double energy = energyOf(recorded(recordingPath()), 16000) / 2;
+    EXPECT_NEAR(energyOf(speaker.samples(), 48000), energy, energy / 10);
+}
+
+TEST_F(HistoryClicks, DeletedEntryIsGoneFromTheFile) {
+    open();
+    choose(build);
+    click(buttonInRow(shopping, "Delete"));
+    EXPECT_TRUE(waitUntil([this] { return stored(shopping).isEmpty(); }));
+    EXPECT_TRUE(waitUntil([this] { return !isShown(shopping); }));
+    EXPECT_EQ(historyEntries().size(), 3);
+    EXPECT_TRUE(isShown(build));
+}

@@ -1,0 +1,25 @@
+// The templates of the real program, from the choice of an entry to the clipboard.
+
+#include "Desktop/OpenStudio.h"
+#include "TolmiApp/TemplatePreset.h"
+
+namespace {
+class TemplatesClicks : public OpenStudio { };
+} // namespace
+
+TEST_F(TemplatesClicks, ShapedTextIsCopied) {
+    open();
+    const HistoryEntry &entry = history()[1];
+    choose(entry);
+    goTo("5", "Templates");
+    EXPECT_EQ(control("text", "Selected Transcript").text(), entry.refinedText);
+    click(control("combo box", "Preset"));
+    click(control("list item", "Action Items"));
+    ASSERT_TRUE(waitUntil([this] { return !isShown("list item", "Action Items"); }));
+    clickButton("Apply Template");
+    const QString shaped = transform(TemplatePreset::ActionItems, entry.refinedText, AppLanguage::English);
+    EXPECT_EQ(control("text", "Preview").text(), shaped);
+    clickButton("Copy Output");
+    EXPECT_TRUE(waitUntil([&shaped] { return clipboard("UTF8_STRING") == shaped.toUtf8(); }))
+        << clipboard("UTF8_STRING").toStdString();
+}
