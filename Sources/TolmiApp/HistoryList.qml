@@ -4,7 +4,7 @@ import Tolmi
 
 /// The entries that the search leaves, the pinned ones first, or what to do while there are none. The arrow keys move the
 /// focus, the space bar ticks, the delete key deletes.
-T.Control {
+FocusScope {
     id: control
 
     required property HistoryWorkspaceModel model
@@ -12,8 +12,11 @@ T.Control {
     /// Of a section's header, whose text stands at its foot.
     readonly property int headerHeight: 34
     readonly property int rowHeight: 86
+    property bool isPointedAt: false
 
-    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: true
+    onActiveFocusChanged: isPointedAt = false
+    Accessible.focusable: true
     Accessible.role: Accessible.List
     Accessible.name: texts.routeHistory
     Keys.onUpPressed: moveFocus(-1)
@@ -36,13 +39,16 @@ T.Control {
     }
     /// Moves the focus and shows where it went.
     function moveFocus(rows: int) {
+        isPointedAt = false;
         model.moveFocus(rows);
         list.positionViewAtIndex(model.focusedRow, ListView.Contain);
         if (model.focusedRow === 0)
             list.positionViewAtBeginning();
     }
 
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         ListView {
             id: list
 
@@ -81,9 +87,10 @@ T.Control {
                 height: control.rowHeight
                 model: control.model
                 texts: control.texts
-                isListNavigated: control.visualFocus
+                isListNavigated: control.activeFocus && !control.isPointedAt
                 onTapped: {
                     control.forceActiveFocus(Qt.MouseFocusReason);
+                    control.isPointedAt = true;
                     control.model.focusEntry(entryID);
                 }
             }

@@ -12,8 +12,6 @@ FocusScope {
     implicitWidth: 680
     implicitHeight: 540
     focus: true
-    Accessible.role: Accessible.Dialog
-    Accessible.name: texts.onboardingTitle
 
     AnimatedBackdropView {
         anchors.fill: parent

@@ -15,7 +15,8 @@ T.Button {
     implicitHeight: 34
     opacity: enabled ? 1 : 0.42
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
+    Accessible.focusable: activeFocusOnTab
     Accessible.name: text
     Accessible.description: shortcut
     Keys.onReturnPressed: clicked()

@@ -9,6 +9,8 @@ T.ScrollBar {
     implicitHeight: 10
     padding: 2
     visible: size < 1
+    // The keyboard and screen readers scroll by what they go to.
+    Accessible.ignored: true
 
     contentItem: Rectangle {
         implicitWidth: 6

@@ -87,6 +87,7 @@ FocusScope {
     SheetPopup {
         id: sheet
 
+        title: studio.texts.onboardingTitle
         padding: 0
         closePolicy: SheetPopup.NoAutoClose
         visible: studio.model.isShowingOnboarding && studio.model.hasOnboarding

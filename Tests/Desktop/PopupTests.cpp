@@ -1,10 +1,13 @@
 // The popup of the real program in a real tray: presses of the item, of other windows and of keys.
 
+#include "desktop-driver/KeyboardWalk.h"
 #include "dictate/Editor.h"
 #include "dictate/Home.h"
 #include "dictate/RunningProgram.h"
 #include "dictate/VirtualUser.h"
 #include "dictate/Waiting.h"
+
+#include "Support/Print.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -153,4 +156,11 @@ TEST_F(PopupOfTheProgram, RefinementIsSwitchedAndStored) {
     EXPECT_FALSE(popup().isNull());
     press(refinement);
     EXPECT_TRUE(waitUntil([] { return stored("tolmi.refinementEnabled") == QJsonValue(true); }, patience));
+}
+
+TEST_F(PopupOfTheProgram, KeyboardReachesEveryControlAndEachHasAName) {
+    open();
+    const AccessibleProgram screen(m_program.processId());
+    ASSERT_TRUE(screen.find("dialog", "Tolmi Flow", patience)) << screen.described().toStdString();
+    EXPECT_EQ(keyboardComplaints(m_user, screen), QStringList()) << screen.described().toStdString();
 }

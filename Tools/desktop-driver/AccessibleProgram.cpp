@@ -40,7 +40,15 @@ AccessibleProgram::AccessibleProgram(qint64 processId)
     : m_bus(accessibilityBus())
     , m_processId(processId) { }
 
+AccessibleProgram AccessibleProgram::within(const AccessibleElement &element) const {
+    AccessibleProgram limited = *this;
+    limited.m_limit = element;
+    return limited;
+}
+
 std::optional<AccessibleElement> AccessibleProgram::root() const {
+    if (m_limit)
+        return m_limit;
     const QString path = QStringLiteral("/org/a11y/atspi/accessible/root");
     for (const QString &service : m_bus.interface()->registeredServiceNames().value()) {
         // The bus and its registry have further names; a program has this kind alone.

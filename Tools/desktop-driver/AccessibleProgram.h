@@ -10,6 +10,10 @@ public:
     /// Turns accessibility on for the programs of this desktop, as a screen reader does at its start.
     explicit AccessibleProgram(qint64 processId);
 
+    /// The program as if it had nothing but what this element contains: a dialog, for one, which keeps the
+    /// user from what lies under it.
+    AccessibleProgram within(const AccessibleElement &element) const;
+
     /// Everything in the program's windows that is not hidden, each element before what it contains.
     std::vector<AccessibleElement> elements() const;
 
@@ -26,4 +30,5 @@ private:
 
     QDBusConnection m_bus;
     qint64 m_processId;
+    std::optional<AccessibleElement> m_limit;
 };

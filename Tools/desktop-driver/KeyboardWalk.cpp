@@ -15,10 +15,10 @@ constexpr size_t mostStops = 300;
 constexpr double patience = 3;
 
 const QStringList rolesOfControls { QStringLiteral("check box"), QStringLiteral("combo box"),
-    QStringLiteral("entry"), QStringLiteral("link"), QStringLiteral("list item"), QStringLiteral("menu item"),
-    QStringLiteral("page tab"), QStringLiteral("password text"), QStringLiteral("push button"),
-    QStringLiteral("radio button"), QStringLiteral("slider"), QStringLiteral("spin button"),
-    QStringLiteral("text"), QStringLiteral("toggle button") };
+    QStringLiteral("entry"), QStringLiteral("link"), QStringLiteral("list"), QStringLiteral("list item"),
+    QStringLiteral("menu item"), QStringLiteral("page tab"), QStringLiteral("password text"),
+    QStringLiteral("push button"), QStringLiteral("radio button"), QStringLiteral("slider"),
+    QStringLiteral("spin button"), QStringLiteral("text"), QStringLiteral("toggle button") };
 
 bool contains(const std::vector<AccessibleElement> &elements, const AccessibleElement &element) {
     return std::any_of(elements.begin(), elements.end(),

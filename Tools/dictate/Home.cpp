@@ -23,6 +23,10 @@ HomeOptions homeOptions(const QCommandLineParser &parser) {
     return { parser.value("language"), parser.value("whisper-cli"), parser.value("model") };
 }
 
+bool installWhisperCLI(const QString &path) {
+    return link(path, dataFolder() + "/tools/whisper-cli");
+}
+
 bool prepareHome(const HomeOptions &options) {
     QJsonObject settings = options.settings;
     settings.insert("tolmi.language", options.language);
@@ -34,9 +38,8 @@ bool prepareHome(const HomeOptions &options) {
         settings.insert("tolmi.modelPath", options.model);
     QDir().mkpath(QFileInfo(settingsPath()).path());
     QFile file(settingsPath());
-    const bool isLinked
-        = options.whisperCLI.isEmpty() || link(options.whisperCLI, dataFolder() + "/tools/whisper-cli");
-    return isLinked && file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(settings).toJson()) > 0;
+    const bool isInstalled = options.whisperCLI.isEmpty() || installWhisperCLI(options.whisperCLI);
+    return isInstalled && file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(settings).toJson()) > 0;
 }
 
 QString dataFolder() {

@@ -22,8 +22,11 @@ void addHomeOptions(QCommandLineParser &parser);
 /// What the user said about the home.
 HomeOptions homeOptions(const QCommandLineParser &parser);
 
-/// Puts whisper-cli, if one is named, where the program looks first and writes the settings, in the XDG
-/// folders of this process.
+/// Puts this whisper-cli where the program looks first, in the XDG folders of this process.
+bool installWhisperCLI(const QString &path);
+
+/// Installs whisper-cli, if one is named, and writes the settings. The home is that of a user who has been
+/// through the wizard, unless the settings say otherwise.
 bool prepareHome(const HomeOptions &options);
 
 /// Where the program keeps history and recordings.
