@@ -99,7 +99,8 @@ TEST_F(HistoryClicks, RecordingIsHeardWhole) {
     choose(heard);
     ASSERT_EQ(energyOf(speaker.samples(), 48000), 0) << "nothing was to be heard yet";
     clickButton("Play");
-    control("push button", "Pause");
+    ASSERT_TRUE(waitUntil([&speaker] { return energyOf(speaker.samples(), 48000) > 0; }));
+    // The button pauses while it plays.
     control("push button", "Play");
     ASSERT_TRUE(speaker.listen(48000));
     // The one channel is shared out to two, and each gets half of what it carries.

@@ -109,7 +109,11 @@ QStringList WindowShoot::shootWizard() {
     for (const char *step : { "profile", "permissions", "dictation" }) {
         pause(settling);
         missing += saveStudio(windows, QStringLiteral("wizard-") + step);
+        // A window that is still busy with the pointer's coming misses a click.
+        user.pointAt(studioPlace + onwardInWizard);
+        pause(settling);
         user.click(studioPlace + onwardInWizard);
+        pause(settling);
         user.pointAt(Place::nowhere);
     }
     return missing;
