@@ -42,7 +42,7 @@ TEST_F(Settings, PathThatLeadsNowhereIsStoredAndFoundByTheHealthChecks) {
     ASSERT_TRUE(fill(control("text", "Model path"), "/nowhere/model.bin"));
     EXPECT_TRUE(comesToBeStored("tolmi.modelPath", "/nowhere/model.bin"));
     click("list item", "Health");
-    control("label", "Model file missing");
+    control("list item", "Whisper model: Model file missing");
 }
 
 TEST_F(Settings, RefinementIsSwitchedOffAndIsStored) {
