@@ -103,9 +103,12 @@ void VirtualUser::pointAt(QPoint place) {
 
 void VirtualUser::click(QPoint place) {
     constexpr unsigned leftButton = 1;
+    // No hand presses in the instant in which it arrives, and a window that is still busy with the pointer's
+    // coming misses such a press.
+    constexpr unsigned milliseconds = 50;
     pointAt(place);
-    XTestFakeButtonEvent(m_connection->display, leftButton, True, CurrentTime);
-    XTestFakeButtonEvent(m_connection->display, leftButton, False, CurrentTime);
+    XTestFakeButtonEvent(m_connection->display, leftButton, True, milliseconds);
+    XTestFakeButtonEvent(m_connection->display, leftButton, False, milliseconds);
     XFlush(m_connection->display);
 }
 
