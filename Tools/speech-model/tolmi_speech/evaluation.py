@@ -1,11 +1,10 @@
 """Word error rates of a model through the real whisper-cli, as a table."""
 
-import collections
+import concurrent.futures
 import dataclasses
 import os
 import pathlib
 import re
-import resource
 import subprocess
 import tempfile
 
@@ -13,7 +12,8 @@ from . import grammar, recordings
 
 # The flags of the two passes, as the program gives them.
 PASSES = {"first pass": ("-bo", "2", "-bs", "2", "-tp", "0"), "second pass": ("-bo", "5", "-bs", "5", "-tp", "0")}
-PLAIN_FLAGS = ()
+PLAIN = "plain flags"
+FLAGS = {**PASSES, PLAIN: ()}
 WORD = re.compile(r"[\w'-]+")
 DETECTED = re.compile(r"auto-detected language: (\w+)")
 
@@ -50,18 +50,27 @@ class Recognizer:
         self._program, self._model = program, model
 
     def hear(self, path, language, flags):
-        """Raises subprocess.CalledProcessError when the program fails."""
+        """Raises RuntimeError when the program fails."""
         with tempfile.TemporaryDirectory() as folder:
-            output = pathlib.Path(folder) / "text"
-            before = resource.getrusage(resource.RUSAGE_CHILDREN)
-            ran = subprocess.run([self._program, "-m", self._model, "-f", path, "-l", language, "-t", "1", *flags, "-otxt",
-                                  "-of", str(output)], check=True, capture_output=True, text=True)
-            after = resource.getrusage(resource.RUSAGE_CHILDREN)
-            found = DETECTED.search(ran.stderr)
+            output, said = pathlib.Path(folder) / "text", pathlib.Path(folder) / "said"
+            command = [self._program, "-m", self._model, "-f", path, "-l", language, "-t", "1", *flags, "-otxt", "-of", output]
+            with open(said, "wb") as file:
+                started = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=file)
+                # Tells the processor time of this one process, however many run beside it.
+                _, status, used = os.wait4(started.pid, 0)
+                started.returncode = os.waitstatus_to_exitcode(status)
+            told = said.read_text(encoding="utf-8", errors="replace")
+            if started.returncode != 0:
+                raise RuntimeError(f"whisper-cli failed on {path}: {told[-500:]}")
+            found = DETECTED.search(told)
             written = output.with_suffix(".txt")
             text = written.read_text(encoding="utf-8") if written.exists() else ""
-        seconds = after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
-        return Heard(" ".join(text.split()), found[1] if found else language, seconds)
+        return Heard(" ".join(text.split()), found[1] if found else language, used.ru_utime + used.ru_stime)
+
+    def hear_all(self, chosen, flags, language=None):
+        """What was heard of each recording, in order; `language` in place of the recordings' own."""
+        with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as workers:
+            return list(workers.map(lambda one: self.hear(one.path, language or one.language, flags), chosen))
 
 
 @dataclasses.dataclass
@@ -89,58 +98,67 @@ class Tally:
         return self.errors / max(1, self.words)
 
 
-def tallies(recognizer, chosen, flags, on_wrong=None):
-    """One tally for each language and group."""
-    counted = collections.defaultdict(Tally)
-    for one in chosen:
-        heard = recognizer.hear(one.path, one.language, flags)
-        counted[one.language, one.group].add(one, heard)
-        if on_wrong and heard.text != one.text:
-            on_wrong(one, heard)
-    return counted
+@dataclasses.dataclass
+class Row:
+    """One line of the tables: what was asked, of which voices, and what came of it."""
+
+    name: str
+    noise: str
+    language: str
+    group: str
+    tally: Tally
 
 
-def detection(recognizer, chosen):
-    """For each language, of how many recordings whisper-cli found the language by itself, and of how many in all."""
-    right = collections.Counter()
-    total = collections.Counter()
-    for one in chosen:
-        total[one.language] += 1
-        right[one.language] += recognizer.hear(one.path, "auto", PASSES["first pass"]).language == one.language
-    return {language: (right[language], total[language]) for language in grammar.LANGUAGES}
+def _rows(recognizer, name, noise, chosen):
+    """One row for each language and group of voices."""
+    counted = {}
+    for one, heard in zip(chosen, recognizer.hear_all(chosen, FLAGS[name])):
+        counted.setdefault((one.language, one.group), Tally()).add(one, heard)
+    return [Row(name, noise, language, group, tally) for (language, group), tally in counted.items()]
 
 
-def _row(cells):
-    return "| " + " | ".join(str(cell) for cell in cells) + " |"
+class Evaluation:
+    """Everything that is asked of a model, on sentences that no training has seen."""
 
+    def __init__(self, recognizer, maker, count, tell):
+        self._recognizer, self._maker, self._tell = recognizer, maker, tell
+        self._short, self._long = maker.short(count), maker.long(count)
+        self.short_rows, self.long_rows = [], []
+        self.found, self.silences = {}, Tally()
+        self.four_seconds = []
 
-def _error_rows(title, counted):
-    for (language, group), tally in sorted(counted.items()):
-        yield _row((title, language, group, tally.recordings, f"{100 * tally.rate:.1f} %", tally.exact,
-                    f"{tally.processor / max(0.001, tally.audio):.3f}"))
+    def run(self):
+        for name in PASSES:
+            for noise, decibels in recordings.NOISES.items():
+                self._tell(f"{name}, {noise}")
+                chosen = [self._maker.with_noise(one, decibels) for one in self._short]
+                self.short_rows += _rows(self._recognizer, name, noise, chosen)
+        for name in FLAGS:
+            self._tell(f"long dictations, {name}")
+            self.long_rows += _rows(self._recognizer, name, "clean", self._long)
+        self._tell("languages, silence, time")
+        self._find_languages()
+        for one in self._maker.silences():
+            self.silences.add(one, self._recognizer.hear(one.path, one.language, PASSES["first pass"]))
+        near = [one for one in self._short if 3.5 <= one.seconds <= 4.5]
+        self.four_seconds = sorted(self._recognizer.hear(one.path, one.language, PASSES["first pass"]).seconds for one in near)
 
+    def _find_languages(self):
+        usual = [one for one in self._short if one.group != "odd"]
+        heard = self._recognizer.hear_all(usual, PASSES["first pass"], "auto")
+        for language in grammar.LANGUAGES:
+            found = [two.language for one, two in zip(usual, heard) if one.language == language]
+            self.found[language] = (found.count(language), len(found))
 
-def report(recognizer, folder, count, seed, tell):
-    """The whole evaluation as lines of a text."""
-    maker = recordings.Maker(folder, seed)
-    short, long = maker.short(count), maker.long(count)
-    lines = [_row(("pass", "language", "voices", "sentences", "word errors", "exact", "processor s for 1 s")),
-             _row(("---",) * 7)]
-    for name, flags in PASSES.items():
-        for noise, decibels in recordings.NOISES.items():
-            tell(f"{name}, {noise}")
-            chosen = short if decibels is None else [recordings.with_noise(one, decibels, seed) for one in short]
-            lines += _error_rows(f"{name}, {noise}", tallies(recognizer, chosen, flags))
-            if name == "second pass":
-                break
-    tell("long dictations")
-    lines += _error_rows("plain flags", tallies(recognizer, long, PLAIN_FLAGS))
-    lines += _error_rows("first pass", tallies(recognizer, long, PASSES["first pass"]))
-    tell("languages")
-    usual = [one for one in short if one.group in ("plain", "seen", "unseen")]
-    for language, (right, total) in detection(recognizer, usual).items():
-        lines.append(_row(("-l auto", language, "plain, seen, unseen", total, f"{right} of {total} found", "", "")))
-    return lines
+    def rate(self, group):
+        """The word error rate of a group of voices, without noise, over both languages and passes."""
+        chosen = [row.tally for row in self.short_rows if row.noise == "clean" and row.group == group]
+        return sum(tally.errors for tally in chosen) / max(1, sum(tally.words for tally in chosen))
+
+    def long_rate(self):
+        """The same of the long dictations with plain flags."""
+        chosen = [row.tally for row in self.long_rows if row.name == PLAIN]
+        return sum(tally.errors for tally in chosen) / max(1, sum(tally.words for tally in chosen))
 
 
 def program_of(root):

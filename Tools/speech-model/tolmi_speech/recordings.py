@@ -54,6 +54,7 @@ class Maker:
     def __init__(self, folder, seed):
         self._folder = pathlib.Path(folder)
         self._folder.mkdir(parents=True, exist_ok=True)
+        self._seed = seed
         self._random = random_module.Random(seed)
         self._grammars = grammar.grammars()
         self._used = set()
@@ -94,6 +95,30 @@ class Maker:
                     kept += 1
         return made
 
+    def with_noise(self, recording, decibels):
+        """The recording with white noise so many decibels below the speech, beside the original; None adds none."""
+        if decibels is None:
+            return recording
+        path = pathlib.Path(recording.path)
+        noisy = path.with_name(f"{path.stem}-{decibels}dB.wav")
+        if not noisy.exists():
+            samples = read(path)
+            level = numpy.sqrt(numpy.mean(samples ** 2)) * 10 ** (-decibels / 20)
+            generator = numpy.random.default_rng([self._seed, *path.stem.encode()])
+            write(noisy, samples + level * generator.standard_normal(len(samples)).astype(numpy.float32))
+        return dataclasses.replace(recording, path=str(noisy))
+
+    def silences(self):
+        """Nothing said, in digital silence and in faint noise, of several lengths."""
+        generator = numpy.random.default_rng(self._seed)
+        made = []
+        for seconds in (1, 2, 4, 8):
+            for level in (0.0, 0.0001, 0.001):
+                path = self._folder / f"silence-{seconds}-{level}.wav"
+                write(path, level * generator.standard_normal(seconds * front_end.RATE))
+                made.append(Recording(str(path), "en", "silence", "", grammar.SILENCE, seconds))
+        return made
+
 
 def read(path):
     """The samples of a 16-bit file, as floats within one."""
@@ -108,15 +133,3 @@ def write(path, samples):
         file.setsampwidth(2)
         file.setframerate(front_end.RATE)
         file.writeframes((numpy.clip(samples, -1, 1) * 32767).astype(numpy.int16).tobytes())
-
-
-def with_noise(recording, decibels, seed):
-    """The recording with white noise so many decibels below the speech, beside the original."""
-    path = pathlib.Path(recording.path)
-    noisy = path.with_name(f"{path.stem}-{decibels}dB.wav")
-    if not noisy.exists():
-        samples = read(path)
-        level = numpy.sqrt(numpy.mean(samples ** 2)) * 10 ** (-decibels / 20)
-        generator = numpy.random.default_rng([seed, *path.stem.encode()])
-        write(noisy, samples + level * generator.standard_normal(len(samples)).astype(numpy.float32))
-    return dataclasses.replace(recording, path=str(noisy))
