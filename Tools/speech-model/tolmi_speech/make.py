@@ -8,7 +8,7 @@ import sys
 
 import torch
 
-from . import ggml_file, grammar, tokens, training, utterances, windows
+from . import ggml_file, grammar, tokens, training, utterances, variants, windows
 from .network import Shape
 
 SHARD = 500
@@ -36,10 +36,11 @@ def _speech(arguments):
     count = max(1, arguments.utterances // SHARD)
     size = min(SHARD, arguments.utterances)
     folder = pathlib.Path(arguments.work) / f"speech-{arguments.seed}"
+    data = variants.make_data(arguments.work)
     spoken = []
     with concurrent.futures.ProcessPoolExecutor(os.cpu_count()) as workers:
         seeds = [arguments.seed * 10000 + place for place in range(count)]
-        for done, path in enumerate(workers.map(utterances.keep_shard, [folder] * count, seeds, [size] * count), 1):
+        for done, path in enumerate(workers.map(utterances.keep_shard, [folder] * count, [data] * count, seeds, [size] * count), 1):
             spoken += utterances.load_shard(path)
             _tell(f"speech: {done} of {count} files")
     return spoken
@@ -56,8 +57,8 @@ def main():
     table = tokens.Tokens(grammars, Shape().timestamps)
     pool = windows.Pool(_speech(arguments), grammars)
     checkpoint = pathlib.Path(arguments.work) / f"checkpoint-{arguments.seed}.pt"
-    # Many threads for such small matrices only wait for each other.
-    torch.set_num_threads(min(2, os.cpu_count()))
+    # Threads wait for each other at such small matrices; processes do not.
+    torch.set_num_threads(1)
     trainer = training.Trainer(pool, table, str(checkpoint), arguments.seed)
     trainer.run(arguments.minutes * 60, _report)
     ggml_file.write(trainer.network, table, arguments.out)

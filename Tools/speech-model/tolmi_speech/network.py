@@ -76,7 +76,7 @@ class Block(nn.Module):
             self.cross_attn = Attention(shape)
             self.cross_attn_ln = nn.LayerNorm(shape.width)
         self.mlp = nn.Sequential(
-            nn.Linear(shape.width, 4 * shape.width), nn.GELU(approximate="tanh"), nn.Linear(4 * shape.width, shape.width))
+            nn.Linear(shape.width, 4 * shape.width), nn.GELU(), nn.Linear(4 * shape.width, shape.width))
         self.mlp_ln = nn.LayerNorm(shape.width)
 
     def forward(self, values, sound=None, mask=None):
@@ -123,8 +123,8 @@ class Network(nn.Module):
 
     def encode(self, mel):
         """(batch, frames, bands) to what the decoder looks at, and what the last layer but one made of it."""
-        values = functional.gelu(self.conv1(mel.transpose(1, 2)), approximate="tanh")
-        values = functional.gelu(self.conv2(values), approximate="tanh").transpose(1, 2)
+        values = functional.gelu(self.conv1(mel.transpose(1, 2)))
+        values = functional.gelu(self.conv2(values)).transpose(1, 2)
         values = values + self.sound_positions[:values.shape[1]]
         for block in self.encoder[:-1]:
             values, _ = block(values)

@@ -2,6 +2,7 @@
 
 import dataclasses
 import math
+import multiprocessing
 import os
 import random as random_module
 import time
@@ -12,6 +13,7 @@ from torch.nn import functional
 
 from . import windows
 from .network import Network, Shape
+from .orthogonal import Muon
 
 SOUND_WEIGHT = 0.5
 LOOK_WEIGHT = 0.2
@@ -19,6 +21,9 @@ LOOK_WEIGHT = 0.2
 GUIDED_HEADS = 2
 MOST_GRADIENT = 1.0
 WARM_UP_STEPS = 200
+# The matrices between the layers, and their rate as a multiple of that of all else.
+INNER = ("encoder.", "decoder.", "conv")
+MUON_FACTOR = 5.0
 # Shorter windows among the whole ones keep the network right for short dictations.
 SHORT_SHARE = 0.25
 CHECKPOINT_SECONDS = 120
@@ -70,15 +75,21 @@ def losses(network, batch):
     return whole, {"text": text, "sounds": sounds, "words": words, "look": look, "right": right}
 
 
-def _optimizer(network):
-    matrices = [one for one in network.parameters() if one.ndim >= 2]
-    vectors = [one for one in network.parameters() if one.ndim < 2]
-    groups = [{"params": matrices, "weight_decay": 0.01}, {"params": vectors, "weight_decay": 0.0}]
-    return torch.optim.AdamW(groups, lr=1e-3, betas=(0.9, 0.98))
+def optimizers(network):
+    """One for the matrices between the layers, one for all else."""
+    inner = [value for name, value in network.named_parameters() if value.ndim >= 2 and name.startswith(INNER)]
+    known = {id(value) for value in inner}
+    others = [value for value in network.parameters() if id(value) not in known]
+    made = [Muon(inner, lr=1e-3, weight_decay=0.01), torch.optim.AdamW(others, lr=1e-3, betas=(0.9, 0.98), weight_decay=0.0)]
+    for optimizer, factor in zip(made, (MUON_FACTOR, 1.0)):
+        for group in optimizer.param_groups:
+            group["factor"] = factor
+    return made
 
 
 class Trainer:
-    """Trains for so many seconds in all, over any number of runs: a checkpoint holds the time that was spent."""
+    """Trains for so many seconds in all, over any number of runs: a checkpoint holds the time that was spent. It is the
+    processor's time, so that other work on the machine costs patience and not quality."""
 
     def __init__(self, pool, table, checkpoint, seed):
         self._pool, self._table, self._checkpoint, self._seed = pool, table, checkpoint, seed
@@ -87,75 +98,105 @@ class Trainer:
         self._device = "cuda" if torch.cuda.is_available() else "cpu"
         self.network = Network(self.shape, len(table.used), len(pool.sound_kinds) + 1, len(pool.word_kinds) + 1)
         self.network.to(self._device)
-        self._optimizer = _optimizer(self.network)
+        self._optimizers = optimizers(self.network)
         self.step = 0
-        self.seconds = 0.0
+        # Shared with the other workers, whose schedule follows it.
+        self._spent = multiprocessing.Value("d", 0.0)
         if os.path.exists(checkpoint):
             self._resume()
 
     def _resume(self):
         kept = torch.load(self._checkpoint, map_location=self._device)
         self.network.load_state_dict(kept["network"])
-        self._optimizer.load_state_dict(kept["optimizer"])
-        self.step, self.seconds = kept["step"], kept["seconds"]
+        for optimizer, state in zip(self._optimizers, kept["optimizers"]):
+            optimizer.load_state_dict(state)
+        self.step, self._spent.value = kept["step"], kept["seconds"]
 
     def keep(self):
         """Writes the checkpoint in one step, so that there is always a whole one."""
         fresh = f"{self._checkpoint}.new"
-        torch.save({"network": self.network.state_dict(), "optimizer": self._optimizer.state_dict(), "step": self.step,
-                    "seconds": self.seconds}, fresh)
+        torch.save({"network": self.network.state_dict(), "step": self.step, "seconds": self._spent.value,
+                    "optimizers": [optimizer.state_dict() for optimizer in self._optimizers]}, fresh)
         os.replace(fresh, self._checkpoint)
 
-    def _phase(self, total):
+    def _phase(self, done):
         """The phase of this moment, and how far it has gone, 0 to 1."""
-        done = self.seconds / total
         for phase in PHASES:
             if done < phase.share:
                 return phase, done / phase.share
             done -= phase.share
         return PHASES[-1], 1.0
 
-    def _rate(self, total):
-        phase, part = self._phase(total)
+    def _set_rates(self, done):
+        phase, part = self._phase(done)
         rate = phase.last_rate + (phase.first_rate - phase.last_rate) * 0.5 * (1 + math.cos(math.pi * part))
-        return rate * min(1.0, (self.step + 1) / WARM_UP_STEPS)
+        rate *= min(1.0, (self.step + 1) / WARM_UP_STEPS)
+        for optimizer in self._optimizers:
+            for group in optimizer.param_groups:
+                group["lr"] = rate * group["factor"]
 
-    def _batch(self, total, random, generator):
-        phase, _ = self._phase(total)
+    def _batch(self, done, composer, random, generator):
+        phase, _ = self._phase(done)
         steps, size = phase.steps, phase.size
         if steps == self.shape.audio_context and random.random() < SHORT_SHARE:
             steps, size = steps // 2, size * 2
-        composer = windows.Composer(self._pool, self._table, self.shape, random, generator)
         return windows.batch([composer.window(steps) for _ in range(size)], self._table, generator)
 
-    def _learn(self, batch, rate):
-        for group in self._optimizer.param_groups:
-            group["lr"] = rate
+    def _learn(self, batch):
         loss, shares = losses(self.network, batch.to(self._device))
-        self._optimizer.zero_grad(set_to_none=True)
+        for optimizer in self._optimizers:
+            optimizer.zero_grad(set_to_none=True)
         loss.backward()
         torch.nn.utils.clip_grad_norm_(self.network.parameters(), MOST_GRADIENT)
-        self._optimizer.step()
+        for optimizer in self._optimizers:
+            optimizer.step()
         self.network.hold_constant()
         self.step += 1
         return {name: float(value) for name, value in shares.items()}
 
+    def _steps(self, worker, total):
+        """Learns from one batch after the other, and gives what was reported of each."""
+        random = random_module.Random(f"{self._seed} {worker} {self.step}")
+        generator = numpy.random.default_rng([self._seed, worker, self.step])
+        composer = windows.Composer(self._pool, self._table, self.shape, random, generator)
+        while (done := self._spent.value / total) < 1:
+            self._set_rates(done)
+            yield self._learn(self._batch(done, composer, random, generator))
+
+    def _work(self, worker, total):
+        """What a further process does: it changes the same numbers, without waiting for the others."""
+        parent = os.getppid()
+        for _ in self._steps(worker, total):
+            if os.getppid() != parent:
+                return
+
+    def _further_workers(self, total):
+        """A graphics processor needs none."""
+        if self._device != "cpu":
+            return []
+        self.network.share_memory()
+        fork = multiprocessing.get_context("fork")
+        made = [fork.Process(target=self._work, args=(worker, total)) for worker in range(1, os.cpu_count())]
+        for worker in made:
+            worker.start()
+        return made
+
     def run(self, total, report):
         """Goes on until `total` seconds of training are spent; tells `report` how it goes."""
-        random = random_module.Random(self._seed + self.step)
-        generator = numpy.random.default_rng(self._seed + self.step)
-        last = kept = time.monotonic()
+        workers = self._further_workers(total)
+        clock = time.process_time if self._device == "cpu" else time.monotonic
+        last = kept = clock()
         means = {}
-        while self.seconds < total:
-            rate = self._rate(total)
-            shares = self._learn(self._batch(total, random, generator), rate)
+        for shares in self._steps(0, total):
             means = {name: 0.95 * means.get(name, value) + 0.05 * value for name, value in shares.items()}
-            now = time.monotonic()
-            self.seconds += now - last
+            now = clock()
+            self._spent.value += now - last
             last = now
             if self.step % REPORT_STEPS == 0:
-                report(self.seconds / total, self.step, means)
+                report(self._spent.value / total, self.step, means)
             if now - kept > CHECKPOINT_SECONDS:
                 self.keep()
                 kept = now
+        for worker in workers:
+            worker.join()
         self.keep()

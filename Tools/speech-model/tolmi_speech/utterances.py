@@ -9,14 +9,14 @@ import random as random_module
 import numpy
 from scipy.signal import resample_poly
 
-from . import front_end, grammar
-from .voices import Manner, Synthesizer
+from . import front_end, grammar, variants
+from .voices import Manner, synthesizer
 
 ENGLISH_VOICES = ("en-us", "en", "en-gb-x-rp")
 ROMANIAN_VOICES = ("ro",)
 VOICES = {"en": ENGLISH_VOICES, "ro": ROMANIAN_VOICES}
-# The plain voice counts as several, since it is the one that people meet first.
-PLAIN = ("",) * 6
+# The plain voice is the one that people meet first.
+PLAIN_SHARE, RANDOM_SHARE = 0.15, 0.4
 SEEN_VARIANTS = (
     "+m1", "+m2", "+m3", "+m4", "+m6", "+m7", "+f1", "+f2", "+f3", "+f5", "+Alex", "+Alicia", "+Andrea", "+Annie", "+Denis",
     "+Diogo", "+Gene", "+Gene2", "+Henrique", "+Hugo", "+Jacky", "+Lee", "+Marco", "+Mario", "+Michael", "+Mike", "+Nguyen",
@@ -109,14 +109,14 @@ def _spans(text, speech, duration):
     return spans
 
 
-def spoken(synthesizer, text, language, manner, random):
+def spoken(voice, text, language, manner, random):
     """The utterance, or None when next to nothing was heard."""
-    speech = synthesizer.say(text, manner)
+    speech = voice.say(text, manner)
     if len(speech.samples) < SHORTEST_SAMPLES:
         return None
-    duration = len(speech.samples) / synthesizer.rate
+    duration = len(speech.samples) / voice.rate
     made = Utterance(language, manner.voice, text, grammar.tokens(text), _spans(text, speech, duration), speech.sounds, None)
-    sound = resampled(speech.samples, synthesizer.rate, random)
+    sound = resampled(speech.samples, voice.rate, random)
     sound = sound[:int((made.end + TAIL_SECONDS) * front_end.RATE)]
     fade = min(front_end.RATE // 100, len(sound))
     sound[len(sound) - fade:] *= numpy.linspace(1, 0, fade)
@@ -124,15 +124,22 @@ def spoken(synthesizer, text, language, manner, random):
     return made
 
 
+def _any_variant(random):
+    kind = random.random()
+    if kind < PLAIN_SHARE:
+        return ""
+    return random.choice(variants.names() if kind < PLAIN_SHARE + RANDOM_SHARE else SEEN_VARIANTS)
+
+
 def any_manner(language, random):
-    voice = random.choice(VOICES[language]) + random.choice(PLAIN + SEEN_VARIANTS)
+    voice = random.choice(VOICES[language]) + _any_variant(random)
     return Manner(voice, random.randint(*RATES), random.randint(*PITCHES), random.randint(*PITCHES))
 
 
-def make_shard(seed, count):
-    """So many utterances, the same for the same seed."""
+def make_shard(data, seed, count):
+    """So many utterances, the same for the same seed, with the voices of a folder of espeak-ng's data."""
     random = random_module.Random(seed)
-    synthesizer = Synthesizer()
+    voice = synthesizer(data)
     grammars = grammar.grammars()
     made = []
     while len(made) < count:
@@ -140,13 +147,13 @@ def make_shard(seed, count):
         manner = any_manner(language, random)
         # Some sentences with one voice, so that one window can hold several of them.
         for _ in range(SENTENCES_WITH_ONE_VOICE):
-            one = spoken(synthesizer, grammars[language].training_sentence(random), language, manner, random)
+            one = spoken(voice, grammars[language].training_sentence(random), language, manner, random)
             if one:
                 made.append(one)
     return made[:count]
 
 
-def keep_shard(folder, seed, count):
+def keep_shard(folder, data, seed, count):
     """Makes a shard unless it is there already."""
     path = pathlib.Path(folder) / f"utterances-{seed:05d}-{count}.pickle"
     if path.exists():
@@ -154,7 +161,7 @@ def keep_shard(folder, seed, count):
     path.parent.mkdir(parents=True, exist_ok=True)
     fresh = path.with_suffix(f".{os.getpid()}")
     with open(fresh, "wb") as file:
-        pickle.dump(make_shard(seed, count), file, pickle.HIGHEST_PROTOCOL)
+        pickle.dump(make_shard(data, seed, count), file, pickle.HIGHEST_PROTOCOL)
     fresh.rename(path)
     return path
 

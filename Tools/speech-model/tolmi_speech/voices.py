@@ -2,6 +2,8 @@
 
 import ctypes
 import dataclasses
+import functools
+import os
 
 import numpy
 
@@ -48,11 +50,12 @@ class Speech:
 
 
 class Synthesizer:
-    """One for each process: the library has one state."""
+    """One for each process: the library has one state. `data` is the folder of its data, None for the installed one."""
 
-    def __init__(self):
+    def __init__(self, data=None):
         self._library = ctypes.CDLL(LIBRARY)
-        self.rate = self._library.espeak_Initialize(SYNCHRONOUS_PLAYBACK_NONE, BLOCK_MILLISECONDS, None, PHONEME_EVENTS)
+        path = os.fsencode(data) if data else None
+        self.rate = self._library.espeak_Initialize(SYNCHRONOUS_PLAYBACK_NONE, BLOCK_MILLISECONDS, path, PHONEME_EVENTS)
         if self.rate <= 0:
             raise RuntimeError("espeak-ng could not be started")
         self._blocks, self._words, self._sounds = [], [], []
@@ -87,3 +90,9 @@ class Synthesizer:
         self._library.espeak_Synchronize()
         samples = numpy.concatenate(self._blocks) if self._blocks else numpy.zeros(0, numpy.int16)
         return Speech(samples, self._words, self._sounds)
+
+
+@functools.lru_cache(maxsize=1)
+def synthesizer(data):
+    """The one of this process: the library hangs when it is started twice."""
+    return Synthesizer(data)
