@@ -89,6 +89,14 @@ class Block(nn.Module):
         return values + self.mlp(self.mlp_ln(values)), looked
 
 
+def _convolved(layer, values):
+    """What the layer makes of (batch, length, channels). As a product of matrices: where torch 1.13 convolves on a
+    processor by itself, now and then a gradient holds what happened to lie in the memory."""
+    padded = functional.pad(values, (0, 0, layer.padding[0], layer.padding[0]))
+    pieces = padded.unfold(1, layer.kernel_size[0], layer.stride[0])
+    return functional.linear(pieces.flatten(2), layer.weight.flatten(1), layer.bias)
+
+
 class Network(nn.Module):
     """`rows` are the tokens that can be written; `phonemes` and `words` are the kinds that the training tells apart in the
     sound itself, 0 standing for none."""
@@ -123,8 +131,8 @@ class Network(nn.Module):
 
     def encode(self, mel):
         """(batch, frames, bands) to what the decoder looks at, and what the last layer but one made of it."""
-        values = functional.gelu(self.conv1(mel.transpose(1, 2)))
-        values = functional.gelu(self.conv2(values)).transpose(1, 2)
+        values = functional.gelu(_convolved(self.conv1, mel))
+        values = functional.gelu(_convolved(self.conv2, values))
         values = values + self.sound_positions[:values.shape[1]]
         for block in self.encoder[:-1]:
             values, _ = block(values)

@@ -23,7 +23,7 @@ MOST_GRADIENT = 1.0
 WARM_UP_STEPS = 200
 # The matrices between the layers, and their rate as a multiple of that of all else.
 INNER = ("encoder.", "decoder.", "conv")
-MUON_FACTOR = 5.0
+MUON_FACTOR = 7.0
 # Shorter windows among the whole ones keep the network right for short dictations.
 SHORT_SHARE = 0.25
 CHECKPOINT_SECONDS = 120
@@ -147,7 +147,7 @@ class Trainer:
         for optimizer in self._optimizers:
             optimizer.zero_grad(set_to_none=True)
         loss.backward()
-        torch.nn.utils.clip_grad_norm_(self.network.parameters(), MOST_GRADIENT)
+        torch.nn.utils.clip_grad_norm_(self.network.parameters(), MOST_GRADIENT, error_if_nonfinite=True)
         for optimizer in self._optimizers:
             optimizer.step()
         self.network.hold_constant()
