@@ -106,6 +106,19 @@ test_missing_npm_is_named() {
   expect_contains "$output" "without npm"
 }
 
+test_source_is_put_where_asked() {
+  expect_status 0 "$install" --source "$work/source"
+  [[ -f $work/source/src/whisper.cpp ]] || fail "the source is not there"
+  expect_equal "$(find "$work/source" -maxdepth 1 -name 'fetch.*')" ""
+}
+
+test_source_with_a_wrong_checksum_is_refused() {
+  stand_in npm <<<'echo "not the archive" >nodejs-whisper-0.3.1.tgz'
+  expect_status 1 "$install" --source "$work/source"
+  expect_contains "$output" "does not have the expected checksum"
+  expect_equal "$(find "$work/source" -mindepth 1)" ""
+}
+
 test_samples_are_transcribed_exactly() {
   local whisper_cli sample language
   whisper_cli=$("$install" --build --where)
