@@ -29,10 +29,14 @@ QString words(QString text) {
     return text.remove(QRegularExpression("[.,?!]")).simplified();
 }
 
+QString textIn(const QString &path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return QString::fromUtf8(file.readAll());
+}
+
 QString wordsOfSample(const QString &name) {
-    QFile file(QStringLiteral(TOLMI_SAMPLES_DIR) + u'/' + name + QStringLiteral(".txt"));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return words(QString::fromUtf8(file.readAll()));
+    return words(textIn(QStringLiteral(TOLMI_SAMPLES_DIR) + u'/' + name + QStringLiteral(".txt")));
 }
 
 QStringList statesOf(const DictationReport &report) {
@@ -77,6 +81,17 @@ qint64 framesInHeader(const QString &path) {
     const QByteArray bytes = file.readAll();
     const qsizetype data = bytes.indexOf("data");
     return data < 0 ? -1 : qFromLittleEndian<quint32>(bytes.constData() + data + 4) / sizeof(float);
+}
+
+// Links `program` under a name that writes every call into `log` first.
+bool linkWithLog(const QString &program, const QString &name, const QString &log) {
+    QFile file(name);
+    const bool isWritten = file.open(QIODevice::WriteOnly)
+        && file.write(QStringLiteral("#!/bin/bash\necho \"$*\" >>'%1'\nexec '%2' \"$@\"\n")
+                          .arg(log, program)
+                          .toUtf8())
+            > 0;
+    return isWritten && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 // Those of the files and folders that somebody else may read, write or enter; one that is missing counts too.
@@ -212,6 +227,25 @@ TEST_F(WholeDictation, BrokenSettingsAreSetAsideAndTheStartingModelServes) {
         << "Romanian is the language of a first start";
     const QDir folder = QFileInfo(settingsPath()).dir();
     EXPECT_EQ(folder.entryList({ "settings.json.unreadable-*" }).size(), 1);
+}
+
+TEST_F(WholeDictation, AModelThatWasInstalledSinceServesFromTheNextStart) {
+    const QString folder = qEnvironmentVariable("TOLMI_DESKTOP_DIR");
+    const QString log = folder + QStringLiteral("/calls");
+    const QString model = dataFolder() + QStringLiteral("/models/ggml-base.bin");
+    ASSERT_TRUE(linkWithLog(m_home.whisperCLI, folder + QStringLiteral("/whisper-cli"), log));
+    m_home.whisperCLI = folder + QStringLiteral("/whisper-cli");
+    m_home.language = QStringLiteral("en");
+    start();
+    EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+    ASSERT_TRUE(m_program.quit());
+    EXPECT_FALSE(textIn(log).contains(model));
+
+    QDir().mkpath(QFileInfo(model).path());
+    ASSERT_TRUE(QFile::copy(QStringLiteral(TOLMI_STARTING_MODEL), model));
+    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM)));
+    EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+    EXPECT_TRUE(textIn(log).contains(QStringLiteral("-m %1").arg(model))) << textIn(log).toStdString();
 }
 
 TEST_F(WholeDictation, SecondStartOpensTheStudioAndTheFirstGoesOn) {
