@@ -7,13 +7,11 @@
 #include "dictate/VirtualUser.h"
 #include "dictate/Waiting.h"
 
+#include "Desktop/ProgramWindows.h"
 #include "Support/Print.h"
 
 #include <QFile>
 #include <QJsonDocument>
-#include <QProcess>
-#include <QRect>
-#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -22,23 +20,9 @@
 
 namespace {
 
+using ProgramWindows::popup;
+
 constexpr double patience = 20;
-constexpr int shadow = 40;
-
-QString outputOf(const QString &program, const QStringList &arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    process.waitForFinished();
-    return QString::fromUtf8(process.readAllStandardOutput());
-}
-
-QRect geometryOf(const QString &window) {
-    const QString told = outputOf(QStringLiteral("xdotool"), { "getwindowgeometry", "--shell", window });
-    const auto value = [&told](const QString &name) {
-        return QRegularExpression(name + "=(-?\\d+)").match(told).captured(1).toInt();
-    };
-    return { value("X"), value("Y"), value("WIDTH"), value("HEIGHT") };
-}
 
 class PopupOfTheProgram : public testing::Test {
 protected:
@@ -51,24 +35,7 @@ protected:
 
     void TearDown() override { EXPECT_TRUE(m_program.quit()); }
 
-    /// The program's visible window of a kind, told by its width; null when there is none.
-    static QRect windowOfWidth(int least, int most) {
-        const QString found
-            = outputOf(QStringLiteral("xdotool"), { "search", "--onlyvisible", "--class", "^tolmi$" });
-        for (const QString &window : found.split('\n', Qt::SkipEmptyParts)) {
-            const QRect geometry = geometryOf(window);
-            if (geometry.width() >= least && geometry.width() <= most)
-                return geometry;
-        }
-        return {};
-    }
-
-    static QRect item() { return windowOfWidth(10, 40); }
-    /// Without the shadow around it.
-    static QRect popup() {
-        const QRect window = windowOfWidth(320 + 2 * shadow, 320 + 2 * shadow);
-        return window.isNull() ? QRect() : window.adjusted(shadow, shadow, -shadow, -shadow);
-    }
+    static QRect item() { return ProgramWindows::ofWidth(10, 40); }
 
     static void press(const QPoint &point) {
         outputOf(QStringLiteral("xdotool"),
@@ -134,7 +101,8 @@ TEST_F(PopupOfTheProgram, ASecondPressHidesIt) {
 TEST_F(PopupOfTheProgram, APressOfAnotherWindowHidesIt) {
     Editor editor(m_user);
     ASSERT_TRUE(editor.open());
-    const QRect window = geometryOf(outputOf(QStringLiteral("xdotool"), { "getactivewindow" }).trimmed());
+    const QRect window
+        = ProgramWindows::geometryOf(outputOf(QStringLiteral("xdotool"), { "getactivewindow" }).trimmed());
     open();
     // A press before the popup has the keyboard takes it from nobody.
     EXPECT_TRUE(repeatUntil([&] { press(window.center()); }, [] { return popup().isNull(); }));

@@ -51,6 +51,13 @@ class Grammar(unittest.TestCase):
                 said = [token.strip().lower() for token in grammar.tokens(path.read_text(encoding="utf-8"))]
                 self.assertEqual(set(said) - known - set(grammar.PUNCTUATION), set(), path.name)
 
+    def test_the_models_card_tells_every_word(self):
+        card = (ROOT / "Resources/StartingModel/README.md").read_text(encoding="utf-8")
+        told = set(grammar.TOKEN.findall(card[card.index("## The words"):]))
+        for one in self.grammars.values():
+            self.assertEqual(set(one.words) - told, set())
+            self.assertIn(str(len(one.words)), card)
+
     def test_names_keep_their_capitals_everywhere(self):
         for one in self.grammars.values():
             for name in one.names:

@@ -40,7 +40,8 @@ bool RunningProgram::quit() {
     if (!isRunning())
         return true;
     m_process.terminate();
-    if (m_process.waitForFinished(5000))
+    // It may still ask something of this process on its way out.
+    if (waitUntil([this] { return !isRunning(); }, 5))
         return true;
     m_process.kill();
     m_process.waitForFinished(5000);

@@ -1,0 +1,78 @@
+#include "Desktop/StatusNotifierHost.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString itemPath = QStringLiteral("/StatusNotifierItem");
+const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
+const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
+
+/// The labels in what GetLayout answers: (number, properties, children), the children of the same kind.
+QStringList labelsIn(const QDBusArgument &layout) {
+    int number = 0;
+    QVariantMap properties;
+    QVariantList children;
+    layout.beginStructure();
+    layout >> number >> properties >> children;
+    layout.endStructure();
+    QStringList labels;
+    if (properties.contains(QStringLiteral("label")))
+        labels.append(properties.value(QStringLiteral("label")).toString());
+    for (const QVariant &child : children)
+        labels += labelsIn(child.value<QDBusArgument>());
+    return labels;
+}
+
+} // namespace
+
+StatusNotifierHost::StatusNotifierHost() {
+    EXPECT_TRUE(m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
+        QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties
+            | QDBusConnection::ExportAllSignals));
+    EXPECT_TRUE(m_bus.registerService(watcherName));
+}
+
+StatusNotifierHost::~StatusNotifierHost() {
+    m_bus.unregisterService(watcherName);
+    QDBusConnection::disconnectFromBus(m_bus.name());
+}
+
+void StatusNotifierHost::RegisterStatusNotifierItem(const QString &service) {
+    m_items.append(service.startsWith(u'/') ? message().service() : service);
+    Q_EMIT StatusNotifierItemRegistered(m_items.last());
+}
+
+QVariant StatusNotifierHost::property(const char *name) const {
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        m_items.value(0), itemPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call << itemInterface << QString::fromLatin1(name);
+    const QDBusMessage answer = m_bus.call(call, QDBus::BlockWithGui);
+    EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
+    return answer.arguments().value(0).value<QDBusVariant>().variant();
+}
+
+void StatusNotifierHost::activate(const QPoint &point) {
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        m_items.value(0), itemPath, itemInterface, QStringLiteral("Activate"));
+    call << point.x() << point.y();
+    const QDBusMessage answer = m_bus.call(call, QDBus::BlockWithGui);
+    EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
+}
+
+QStringList StatusNotifierHost::menu() const {
+    const auto path = property("Menu").value<QDBusObjectPath>();
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        m_items.value(0), path.path(), menuInterface, QStringLiteral("GetLayout"));
+    constexpr int wholeMenu = 0, allLevels = -1;
+    call << wholeMenu << allLevels << QStringList();
+    const QDBusMessage answer = m_bus.call(call, QDBus::BlockWithGui);
+    EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
+    return labelsIn(answer.arguments().value(1).value<QDBusArgument>());
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QObject>
+#include <QPoint>
+#include <QStringList>
+
+/// The part of a desktop's panel that shows status items over the bus: it takes their registrations, and
+/// presses them.
+class StatusNotifierHost : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered READ hasHost)
+    Q_PROPERTY(int ProtocolVersion READ protocolVersion)
+    Q_PROPERTY(QStringList RegisteredStatusNotifierItems READ items)
+
+public:
+    StatusNotifierHost();
+    ~StatusNotifierHost() override;
+
+    bool hasHost() const { return true; }
+    int protocolVersion() const { return 0; }
+    /// The names on the bus of those who registered an item.
+    QStringList items() const { return m_items; }
+
+    /// A property of the first item.
+    QVariant property(const char *name) const;
+    /// Presses the first item with the main button. The item learns where, as far as it cares.
+    void activate(const QPoint &point);
+    /// The lines of the first item's menu, as the bus tells them.
+    QStringList menu() const;
+
+public Q_SLOTS:
+    void RegisterStatusNotifierItem(const QString &service);
+    void RegisterStatusNotifierHost(const QString &) { }
+
+Q_SIGNALS:
+    void StatusNotifierItemRegistered(const QString &service);
+
+private:
+    // Of its own: a call to the connection that makes it would not go over the bus.
+    QDBusConnection m_bus
+        = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
+    QStringList m_items;
+};
