@@ -45,7 +45,7 @@ FocusScope {
             spacing: 8
 
             Symbol {
-                y: 1
+                y: -1
                 name: panel.model.dictationTestCompleted ? "checkmark.circle.fill" : "circle"
                 size: 18
                 color: panel.model.dictationTestCompleted ? TolmiPalette.frost : TolmiPalette.tertiaryText
@@ -70,7 +70,7 @@ FocusScope {
                 spacing: 8
 
                 Symbol {
-                    y: 1
+                    y: -1
                     name: "exclamationmark.triangle.fill"
                     size: 18
                     color: TolmiPalette.primaryText

@@ -116,8 +116,8 @@ ViewCase {
     function test_missingTranscriptionTellsTheWayOut() {
         stage.removeTranscription();
         goTo(2);
-        verify(shows("whisper-cli: Binary missing or not executable. Update path in Settings > Engine."));
-        verify(shows("Whisper model: Model file missing. Install or select a valid model file path in Settings > Engine."));
+        verify(shows("whisper-cli: Binary missing or not executable."));
+        verify(shows("Whisper model: Model file missing. Choose \"Skip for now\" and set the path in Settings > Engine; this step waits for you."));
     }
     function test_failedDictationStaysPending() {
         goTo(2);
