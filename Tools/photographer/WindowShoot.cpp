@@ -207,6 +207,7 @@ QStringList WindowShoot::shootTemplate(const Stage &stage) {
 QStringList WindowShoot::shootDictation(const Stage &stage, RunningProgram &program) {
     QStringList missing;
     goTo(stage, "3");
+    moveStudio(usualSize);
     // The first dictation leaves its transcript for the picture of the second.
     for (const bool isPictured : { false, true }) {
         stage.user.press(VirtualUser::rightAlt);
