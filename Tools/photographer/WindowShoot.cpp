@@ -164,6 +164,8 @@ QStringList WindowShoot::shootDailyLife() {
     user.pointAt(Place::nowhere);
     const Stage stage { user, AccessibleProgram(program.processId()) };
     for (const WindowSize &size : windowSizes) {
+        // Out of the history, which keeps the window wide.
+        goTo(stage, scenes[0].digit);
         moveStudio(size.size);
         missing += shootScenes(stage, size.name);
     }
