@@ -117,7 +117,8 @@ ViewCase {
         stage.removeTranscription();
         goTo(2);
         verify(shows("whisper-cli: Binary missing or not executable."));
-        verify(shows("Whisper model: Model file missing. Choose \"Skip for now\" and set the path in Settings > Engine; this step waits for you."));
+        verify(shows("Whisper model: Model file missing. Choose \"Skip for now\" and set the path in Settings > Engine; "
+                     + "this step waits for you."));
     }
     function test_everythingThatIsMissingFitsTheSmallestSize() {
         view.width = 640;
