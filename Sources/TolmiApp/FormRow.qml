@@ -13,7 +13,7 @@ Item {
 
     width: parent ? parent.width : implicitWidth
     implicitWidth: 400
-    implicitHeight: Math.max(hint === "" ? 44 : 60, holder.height + 14, texts.height + 16)
+    implicitHeight: Math.max(hint === "" || label === "" ? 44 : 60, holder.height + 14, texts.height + 16)
 
     Column {
         id: texts

@@ -20,6 +20,10 @@ T.Button {
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     Accessible.focusable: activeFocusOnTab
     Accessible.name: toolTip
+    Accessible.onPressAction: {
+        if (enabled)
+            clicked();
+    }
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

@@ -11,6 +11,8 @@ QtObject {
     readonly property int cardGap: 16
     readonly property int popupPadding: 14
     readonly property int listGap: 4
+    /// Widest column of panes that are read one after the other.
+    readonly property int columnWidth: 840
     /// Widest column of a form.
     readonly property int formWidth: 680
 

@@ -14,7 +14,7 @@ FocusScope {
         id: column
 
         width: parent.width
-        spacing: 16
+        spacing: 12
 
         StudioText {
             width: parent.width
@@ -45,7 +45,7 @@ FocusScope {
             spacing: 8
 
             Symbol {
-                y: 1
+                y: -1
                 name: panel.model.dictationTestCompleted ? "checkmark.circle.fill" : "circle"
                 size: 18
                 color: panel.model.dictationTestCompleted ? TolmiPalette.frost : TolmiPalette.tertiaryText
@@ -58,27 +58,32 @@ FocusScope {
                 wrapMode: Text.Wrap
             }
         }
-        Repeater {
-            model: panel.model.dictationTestCompleted ? [] : panel.model.dictationProblems
+        Column {
+            width: parent.width
+            spacing: 6
 
-            Row {
-                id: problem
+            Repeater {
+                model: panel.model.dictationTestCompleted ? [] : panel.model.dictationProblems
 
-                required property string modelData
+                Row {
+                    id: problem
 
-                width: parent.width
-                spacing: 8
+                    required property string modelData
 
-                Symbol {
-                    y: 1
-                    name: "exclamationmark.triangle.fill"
-                    size: 18
-                    color: TolmiPalette.primaryText
-                }
-                StudioText {
-                    width: parent.width - 26
-                    text: problem.modelData
-                    wrapMode: Text.Wrap
+                    width: parent.width
+                    spacing: 8
+
+                    Symbol {
+                        y: -1
+                        name: "exclamationmark.triangle.fill"
+                        size: 18
+                        color: TolmiPalette.primaryText
+                    }
+                    StudioText {
+                        width: parent.width - 26
+                        text: problem.modelData
+                        wrapMode: Text.Wrap
+                    }
                 }
             }
         }

@@ -33,6 +33,14 @@ QString microphoneHelp(AppLanguage language) {
         : QStringLiteral("Conecteaza un microfon sau alege unul in setarile de sunet ale sistemului.");
 }
 
+/// What to do about a path that leads nowhere. It is set outside the wizard, which `skip` leaves.
+QString pathHelp(AppLanguage language, const QString &skip) {
+    const QString help = language == AppLanguage::English
+        ? QStringLiteral("Choose \"%1\" and set the path in Settings > Engine; this step waits for you.")
+        : QStringLiteral("Alege \"%1\" si seteaza calea in Setari > Engine; acest pas te asteapta.");
+    return help.arg(skip);
+}
+
 /// What to do when a dictation gave no text.
 QString silenceHelp(AppLanguage language) {
     return language == AppLanguage::English
@@ -292,12 +300,14 @@ QStringList OnboardingWizardModel::dictationProblems() const {
     };
     if (const QString problem = microphoneProblem(); !problem.isEmpty())
         problems.append(named(L10n::Key::healthMicrophone, problem));
+    QStringList paths;
     if (!m_platform.fileManager.isExecutableFile(settings().whisperBinaryPath()))
-        problems.append(named(L10n::Key::healthBinary,
-            sentences(L10n::Key::healthBinaryMissing, L10n::Key::healthBinaryMissingHint)));
+        paths.append(named(L10n::Key::healthBinary, asSentence(text(L10n::Key::healthBinaryMissing))));
     if (!m_platform.fileManager.fileExists(settings().modelPath()))
-        problems.append(named(L10n::Key::healthModel,
-            sentences(L10n::Key::healthModelMissing, L10n::Key::healthModelMissingHint)));
+        paths.append(named(L10n::Key::healthModel, asSentence(text(L10n::Key::healthModelMissing))));
+    if (!paths.isEmpty())
+        paths.last() += u' ' + pathHelp(settings().uiLanguage(), text(L10n::Key::onboardingSkip));
+    problems += paths;
     // A known cause says more than what came of it.
     if (const QString failure = lastFailure(); problems.isEmpty() && !failure.isEmpty())
         problems.append(failure);

@@ -18,7 +18,7 @@ constexpr std::array linuxOverrides {
     L10n::Row { Key::healthEnableMicHint, u"Allow Tolmi to use the microphone in your desktop's privacy settings.", u"Permite lui Tolmi accesul la microfon in setarile de confidentialitate ale desktopului." },
     L10n::Row { Key::healthRecheckPermissions, u"Check the permissions again in your desktop's settings.", u"Verifica din nou permisiunile in setarile desktopului." },
     L10n::Row { Key::healthGrantAccessibilityHint, u"Allow Tolmi to watch and press keys when your desktop asks, or in its settings.", u"Permite lui Tolmi sa urmareasca si sa apese taste cand desktopul intreaba sau in setarile lui." },
-    L10n::Row { Key::settingsUpdatesNotConfiguredHint, u"Set SUFeedURL and SUPublicEDKey when configuring the build to enable updates.", u"Seteaza SUFeedURL si SUPublicEDKey la configurarea build-ului pentru a activa actualizarile." },
+    L10n::Row { Key::settingsUpdatesNotConfiguredHint, u"This build of Tolmi does not look for updates. They are turned on when it is built, by TOLMI_UPDATE_FEED_URL and TOLMI_UPDATE_PUBLIC_KEY.", u"Acest build Tolmi nu cauta actualizari. Ele se activeaza la compilare, prin TOLMI_UPDATE_FEED_URL si TOLMI_UPDATE_PUBLIC_KEY." },
 };
 // clang-format on
 } // namespace

@@ -19,6 +19,10 @@ T.Button {
     Accessible.focusable: activeFocusOnTab
     Accessible.name: text
     Accessible.description: shortcut
+    Accessible.onPressAction: {
+        if (enabled)
+            clicked();
+    }
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

@@ -23,6 +23,10 @@ T.Button {
     opacity: !enabled ? 0.42 : down ? 0.9 : 1
     Accessible.focusable: activeFocusOnTab
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (enabled)
+            clicked();
+    }
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

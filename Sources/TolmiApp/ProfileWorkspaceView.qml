@@ -19,6 +19,7 @@ FocusScope {
     ScrollPage {
         objectName: "page"
         anchors.fill: parent
+        widthLimit: Metrics.columnWidth
 
         Column {
             width: parent.width

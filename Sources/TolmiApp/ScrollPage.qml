@@ -7,6 +7,8 @@ Flickable {
     id: page
 
     default property alias content: inside.data
+    /// Widest that what stands in the page becomes; in a wider page it stands in the middle.
+    property real widthLimit: Infinity
     readonly property Item focusedItem: Window.activeFocusItem
 
     contentWidth: width
@@ -42,9 +44,9 @@ Flickable {
     Item {
         id: inside
 
-        x: Metrics.workspacePadding
+        x: Math.round((page.width - width) / 2)
         y: Metrics.workspacePadding
-        width: page.width - 2 * Metrics.workspacePadding
+        width: Math.min(page.width - 2 * Metrics.workspacePadding, page.widthLimit)
         height: childrenRect.height
     }
 }

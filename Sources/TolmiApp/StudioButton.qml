@@ -32,6 +32,10 @@ T.Button {
     Accessible.focusable: activeFocusOnTab
     Accessible.name: text
     Accessible.description: toolTip
+    Accessible.onPressAction: {
+        if (enabled)
+            clicked();
+    }
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

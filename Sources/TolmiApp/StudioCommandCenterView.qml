@@ -223,7 +223,8 @@ ScrollPage {
             StudioCard {
                 id: healthCard
 
-                width: cards.cardWidth
+                // The last one takes what the division left.
+                width: page.isWide ? cards.width - 2 * (cards.cardWidth + cards.spacing) : cards.cardWidth
                 height: page.isWide ? cards.tallest : implicitHeight
                 symbol: "stethoscope"
                 title: page.texts.commandCenterHealth

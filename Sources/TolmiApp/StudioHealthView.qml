@@ -8,6 +8,7 @@ ScrollPage {
     required property HealthModel model
     required property var texts
 
+    widthLimit: Metrics.columnWidth
     Component.onCompleted: model.runChecks()
 
     Column {

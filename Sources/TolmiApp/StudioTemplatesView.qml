@@ -8,6 +8,8 @@ ScrollPage {
     required property TemplatesModel model
     required property var texts
 
+    widthLimit: Metrics.columnWidth
+
     component Panel: GlassPanel {
         default property alias rows: column.data
 

@@ -13,16 +13,23 @@ Item {
     /// What the text is.
     property string label
 
-    implicitHeight: content.contentHeight + 2 * padding - 2
+    implicitHeight: content.contentHeight + 2 * padding - 6
 
     component Words: TextEdit {
+        id: words
+
         x: box.padding
-        y: box.padding - 1
+        y: box.padding - 4
         width: box.width - 2 * box.padding
         readOnly: true
         wrapMode: TextEdit.Wrap
         textFormat: TextEdit.PlainText
         font: box.role.font
+
+        LineSpacing {
+            document: words.textDocument
+            lineHeight: box.role.lineHeight
+        }
     }
 
     /// What the lines have room for.

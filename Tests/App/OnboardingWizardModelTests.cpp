@@ -272,10 +272,13 @@ TEST_F(OnboardingWizardTest, TellsWhatIsMissingForADictation) {
     EXPECT_EQ(wizard->dictationProblems(),
         QStringList({ QStringLiteral("Microphone: Access denied. Allow Tolmi to use the microphone in your "
                                      "desktop's privacy settings."),
-            QStringLiteral(
-                "whisper-cli: Binary missing or not executable. Update path in Settings > Engine."),
-            QStringLiteral("Whisper model: Model file missing. Install or select a valid model file path in "
-                           "Settings > Engine.") }));
+            QStringLiteral("whisper-cli: Binary missing or not executable."),
+            QStringLiteral("Whisper model: Model file missing. Choose \"Skip for now\" and set the path in "
+                           "Settings > Engine; this step waits for you.") }));
+    settings->setUiLanguage(AppLanguage::Romanian);
+    EXPECT_EQ(wizard->dictationProblems().last(),
+        u"Model Whisper: Fisier model lipsa. Alege \"Sari momentan\" si seteaza calea in Setari > Engine; "
+        u"acest pas te asteapta.");
 }
 
 TEST_F(OnboardingWizardTest, KeepsTheReasonOfAFailedStart) {

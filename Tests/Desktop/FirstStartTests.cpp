@@ -21,6 +21,8 @@ const QString record = QStringLiteral("Porneste inregistrarea");
 const QString stop = QStringLiteral("Stop + Transcriere");
 const QString pending = QStringLiteral("Inregistreaza si transcrie o data pentru a finaliza pasul.");
 const QString done = QStringLiteral("Testul de dictare este complet.");
+const QString pathHelp
+    = QStringLiteral("Alege \"Sari momentan\" si seteaza calea in Setari > Engine; acest pas te asteapta.");
 
 class FirstStart : public ProgramInUse {
 protected:
@@ -105,8 +107,8 @@ TEST_F(FirstStart, SkippedItComesAgainAtTheStepWhereItWasLeft) {
 TEST_F(FirstStart, WithoutWhisperCliTheWizardSaysSoAndWhatToDo) {
     startWithTheWizard();
     goToTheDictation();
-    control(QStringLiteral("label"),
-        QStringLiteral("whisper-cli: Binar lipsa sau neexecutabil. Actualizeaza calea in Setari > Engine."));
+    control(
+        QStringLiteral("label"), QStringLiteral("whisper-cli: Binar lipsa sau neexecutabil. ") + pathHelp);
     EXPECT_FALSE(isThere(QStringLiteral("label"), QStringLiteral("Model Whisper: Fisier model lipsa.")));
     dictateByTheButton(QStringLiteral("romanian-1.wav"));
     EXPECT_TRUE(waitUntil([this] { return m_program.state() == u"idle"; }, patience));
@@ -120,9 +122,7 @@ TEST_F(FirstStart, WithoutAModelTheWizardSaysSoAndWhatToDo) {
         .settings = { { "tolmi.uiLanguage", "ro" }, { "tolmi.onboarding.completed", false } } }));
     startWithTheWizard();
     goToTheDictation();
-    control(QStringLiteral("label"),
-        QStringLiteral("Model Whisper: Fisier model lipsa. Instaleaza sau selecteaza o cale valida in "
-                       "Setari > Engine."));
+    control(QStringLiteral("label"), QStringLiteral("Model Whisper: Fisier model lipsa. ") + pathHelp);
 }
 
 TEST_F(FirstStart, WithoutASoundServerTheWizardSaysSoAndWhatToDo) {

@@ -23,3 +23,13 @@ TEST_F(TemplatesClicks, ShapedTextIsCopied) {
     EXPECT_TRUE(waitUntil([&shaped] { return clipboard("UTF8_STRING") == shaped.toUtf8(); }))
         << clipboard("UTF8_STRING").toStdString();
 }
+
+TEST_F(TemplatesClicks, ScreenReaderAppliesATemplate) {
+    open();
+    const HistoryEntry &entry = history()[1];
+    choose(entry);
+    goTo("5", "Templates");
+    EXPECT_TRUE(control("push button", "Apply Template").act("Press"));
+    EXPECT_EQ(control("text", "Preview").text(),
+        transform(TemplatePreset::EmailClear, entry.refinedText, AppLanguage::English));
+}

@@ -6,6 +6,9 @@
 #include <QJsonDocument>
 #include <QUuid>
 
+#include <algorithm>
+#include <span>
+
 namespace {
 struct ExampleEntry {
     const char *said;
@@ -25,9 +28,12 @@ const ExampleEntry englishEntries[] = {
         1.4, "english-1", false },
     { "um who will update the contract in september", "Who will update the contract in September?", "Firefox",
         "firefox-esr", 0.9, 1.7, "english-2", true },
-    { "please move the design review to thursday at ten and uh tell everyone on the team",
-        "Please move the design review to Thursday at ten and tell everyone on the team.", "Thunderbird",
-        "thunderbird", 2.5, 2.1, "", false },
+    { "please move the design review to thursday at ten and uh tell everyone on the team can somebody bring "
+      "the "
+      "new drawings i will book the large room",
+        "Please move the design review to Thursday at ten and tell everyone on the team. Can somebody bring "
+        "the new drawings? I will book the large room.",
+        "Thunderbird", "thunderbird", 2.5, 6.4, "", false },
     { "the build is green again the flaky test waited for a socket that nobody opened",
         "The build is green again. The flaky test waited for a socket that nobody opened.", "Terminal",
         "xfce4-terminal", 5, 2.3, "", false },
@@ -49,12 +55,10 @@ const ExampleEntry romanianEntries[] = {
         "Cred c\u0103 trebuie s\u0103 \u0219terg planul.", "Firefox", "firefox-esr", 0.9, 1.6, "romanian-1",
         true },
     { "\u0219edin\u021ba de m\u00e2ine se mut\u0103 la ora zece \u00een sala mare aduce\u021bi v\u0103 rog "
-      "situa\u021bia "
-      "bugetului",
+      "situa\u021bia bugetului eu rezerv sala",
         "\u0218edin\u021ba de m\u00e2ine se mut\u0103 la ora zece, \u00een sala mare. Aduce\u021bi, v\u0103 "
-        "rog, "
-        "situa\u021bia bugetului.",
-        "Thunderbird", "thunderbird", 2.5, 2.4, "", false },
+        "rog, situa\u021bia bugetului. Eu rezerv sala.",
+        "Thunderbird", "thunderbird", 2.5, 6.1, "", false },
     { "testele trec din nou a\u0219tepta un r\u0103spuns pe care nu \u00eel trimitea nimeni",
         "Testele trec din nou. A\u0219tepta un r\u0103spuns pe care nu \u00eel trimitea nimeni.", "Terminal",
         "xfce4-terminal", 5, 2.2, "", false },
@@ -100,15 +104,14 @@ QJsonObject stored(const ExampleEntry &entry, const Look &look, const QString &s
     return object;
 }
 
+std::span<const ExampleEntry> entries(const Look &look) {
+    return look.isRomanian() ? std::span<const ExampleEntry>(romanianEntries) : englishEntries;
+}
+
 bool writeHistory(const Look &look, const QString &samplesFolder) {
     QJsonArray history;
-    if (look.isRomanian()) {
-        for (const ExampleEntry &entry : romanianEntries)
-            history.append(stored(entry, look, samplesFolder));
-    } else {
-        for (const ExampleEntry &entry : englishEntries)
-            history.append(stored(entry, look, samplesFolder));
-    }
+    for (const ExampleEntry &entry : entries(look))
+        history.append(stored(entry, look, samplesFolder));
     QFile file(dataFolder() + QStringLiteral("/history.json"));
     return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(history).toJson()) > 0;
 }
@@ -118,10 +121,19 @@ bool prepareExampleHome(const Look &look, HomeOptions options, const QString &sa
     options.language = look.language;
     options.settings.insert("tolmi.uiLanguage", look.language);
     // The health checks show this path.
-    options.settings.insert("tolmi.whisperBinaryPath", options.whisperCLI);
+    if (!options.settings.contains("tolmi.whisperBinaryPath"))
+        options.settings.insert("tolmi.whisperBinaryPath", options.whisperCLI);
     options.settings.insert("tolmi.appearance", look.scheme);
     options.settings.insert(
         "tolmi.profileDisplayName", look.isRomanian() ? "Ioana Marinescu" : "Andrew Cole");
     QDir(dataFolder() + QStringLiteral("/audio-cache")).removeRecursively();
     return prepareHome(options) && writeHistory(look, samplesFolder);
+}
+
+QString longestExample(const Look &look) {
+    QString longest;
+    for (const ExampleEntry &entry : entries(look))
+        longest = std::max(longest, QString::fromUtf8(entry.written),
+            [](const QString &one, const QString &other) { return one.size() < other.size(); });
+    return longest;
 }

@@ -17,3 +17,6 @@ struct Look {
 /// Fills the home of the desktop as if somebody had used the program for a while: settings, a name and a
 /// history in the language of the look, with recordings of `samplesFolder` for some entries.
 bool prepareExampleHome(const Look &look, HomeOptions options, const QString &samplesFolder);
+
+/// The longest of the texts in that history.
+QString longestExample(const Look &look);

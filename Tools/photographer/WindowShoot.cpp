@@ -3,6 +3,7 @@
 #include "dictate/Waiting.h"
 #include "photographer/Camera.h"
 
+#include <QFile>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QRegularExpression>
@@ -19,18 +20,24 @@ struct WindowSize {
 };
 
 constexpr QSize usualSize(1100, 700);
-/// Middle of the button that leads to the next step, in a Studio of usual size and whatever the window
-/// manager puts around it.
-constexpr QPoint onwardInWizard(830, 595);
-
 /// The window itself sees to it that it is not smaller than a workspace needs.
-const WindowSize windowSizes[] { { "small", { 800, 560 } }, { "usual", usualSize },
+constexpr QSize smallSize(800, 560);
+const WindowSize windowSizes[] { { "small", smallSize }, { "usual", usualSize },
     { "large", { 1600, 1000 } } };
 constexpr QPoint studioPlace(150, 50);
 
-/// In the order of their digits.
-const QStringList workspaces { "commandCenter", "profile", "dictationLive", "history", "templates", "health",
-    "settings" };
+/// A workspace, or one of its tabs; the history is the last, because it widens the window.
+struct Scene {
+    const char *name;
+    /// Goes there with the Control key.
+    const char *digit;
+    /// Place of the tab; none when negative.
+    int tab = -1;
+};
+
+const Scene scenes[] { { "commandCenter", "1" }, { "profile", "2" }, { "dictationLive", "3" },
+    { "templates", "5" }, { "health", "6" }, { "settings", "7" }, { "settings-engine", "7", 1 },
+    { "settings-refinement", "7", 2 }, { "history", "4" } };
 
 QString outputOf(const QStringList &arguments) {
     QProcess process;
@@ -63,16 +70,17 @@ QRect windowOfWidth(int least, int most) {
     return {};
 }
 
-/// Presses a button if it is there.
-void press(const AccessibleProgram &program, const char *name) {
-    const auto button = program.find(QStringLiteral("push button"), QLatin1String(name), 1);
-    if (button)
-        button->act(QStringLiteral("Press"));
+void moveStudio(const QSize &size) {
+    placeActiveWindow(QRect(studioPlace, size));
 }
 
 /// The program's sign in the tray.
 QRect statusItem() {
     return windowOfWidth(10, 40);
+}
+
+bool forgetHistory() {
+    return QFile::remove(dataFolder() + QStringLiteral("/history.json"));
 }
 
 /// With the shadow around it.
@@ -86,37 +94,58 @@ WindowShoot::WindowShoot(const ShootOptions &options, const Look &look, Wallpape
     , m_look(look)
     , m_wallpaper(wallpaper) { }
 
-QStringList WindowShoot::run() {
+QStringList WindowShoot::run(const QString &only) {
     m_wallpaper.setScheme(m_look.scheme);
-    QStringList missing = shootWizard();
-    missing += shootDailyLife();
+    QStringList missing;
+    if (only.isEmpty() || only == u"wizard") {
+        missing += shootWizard();
+        missing += shootWizardInTrouble();
+    }
+    if (only.isEmpty() || only == u"windows")
+        missing += shootDailyLife();
     return missing;
 }
 
 QStringList WindowShoot::shootWizard() {
     HomeOptions newUser = m_options.home;
     newUser.settings.insert("tolmi.onboarding.completed", false);
-    if (!prepareExampleHome(m_look, newUser, m_options.samplesFolder))
+    if (!prepareExampleHome(m_look, newUser, m_options.samplesFolder) || !forgetHistory())
         return { QStringLiteral("the home of the new user could not be prepared") };
     VirtualUser user;
     RunningProgram program;
     if (!program.start(m_options.program, {}) || !waitUntil(isStudioInFront, patience))
         return { QStringLiteral("the wizard did not open: ") + program.output() };
     user.pointAt(Place::nowhere);
-    placeActiveWindow(QRect(studioPlace, usualSize));
-    const AccessibleProgram windows(program.processId());
+    moveStudio(usualSize);
+    const Stage stage { user, AccessibleProgram(program.processId()) };
     QStringList missing;
     for (const char *step : { "profile", "permissions", "dictation" }) {
-        pause(settling);
-        missing += saveStudio(windows, QStringLiteral("wizard-") + step);
-        // A window that is still busy with the pointer's coming misses a click.
-        user.pointAt(studioPlace + onwardInWizard);
-        pause(settling);
-        user.click(studioPlace + onwardInWizard);
-        pause(settling);
-        user.pointAt(Place::nowhere);
+        missing += saveStudio(stage, QStringLiteral("wizard-") + step);
+        if (qstrcmp(step, "dictation") != 0)
+            missing += click(stage, "push button", word("Continue", "Continua"));
     }
-    return missing;
+    missing += click(stage, "push button", word("Skip for now", "Sari momentan"));
+    return missing + shootScenes(stage, QStringLiteral("newcomer"));
+}
+
+QStringList WindowShoot::shootWizardInTrouble() {
+    const QString nowhere = QStringLiteral("/nowhere/whisper");
+    HomeOptions newUser = m_options.home;
+    newUser.whisperCLI.clear();
+    newUser.model = nowhere;
+    newUser.settings = { { "tolmi.onboarding.completed", false },
+        { "tolmi.onboarding.lastStep", "dictationTest" }, { "tolmi.whisperBinaryPath", nowhere } };
+    // What an earlier home had installed would be found.
+    QFile::remove(dataFolder() + QStringLiteral("/tools/whisper-cli"));
+    if (!prepareExampleHome(m_look, newUser, m_options.samplesFolder))
+        return { QStringLiteral("the home without a model could not be prepared") };
+    VirtualUser user;
+    RunningProgram program;
+    if (!program.start(m_options.program, {}) || !waitUntil(isStudioInFront, patience))
+        return { QStringLiteral("the wizard did not open: ") + program.output() };
+    user.pointAt(Place::nowhere);
+    moveStudio(smallSize);
+    return saveStudio({ user, AccessibleProgram(program.processId()) }, QStringLiteral("wizard-trouble"));
 }
 
 QStringList WindowShoot::shootDailyLife() {
@@ -126,31 +155,64 @@ QStringList WindowShoot::shootDailyLife() {
     RunningProgram program;
     if (!program.start(m_options.program))
         return { QStringLiteral("the program did not start: ") + program.output() };
-    const AccessibleProgram windows(program.processId());
     QStringList missing = shootPopup(user);
     // A second start opens the Studio of the first.
     RunningProgram second;
     second.start(m_options.program, {});
     if (!waitUntil(isStudioInFront, patience))
         return missing + QStringList { QStringLiteral("the Studio did not open: ") + program.output() };
-    missing += shootStudio(user, windows);
-    missing += shootWork(user, program);
+    user.pointAt(Place::nowhere);
+    const Stage stage { user, AccessibleProgram(program.processId()) };
+    for (const WindowSize &size : windowSizes) {
+        // Out of the history, which keeps the window wide.
+        goTo(stage, scenes[0].digit);
+        moveStudio(size.size);
+        missing += shootScenes(stage, size.name);
+    }
+    moveStudio(usualSize);
+    return missing + shootChoices(stage) + shootTemplate(stage) + shootDictation(stage, program);
+}
+
+QStringList WindowShoot::shootScenes(const Stage &stage, const QString &suffix) {
+    QStringList missing;
+    for (const Scene &scene : scenes) {
+        goTo(stage, scene.digit);
+        if (scene.tab >= 0)
+            missing += click(stage, "page tab", {}, scene.tab);
+        missing += saveStudio(stage, QStringLiteral("studio-") + scene.name + u'-' + suffix);
+    }
     return missing;
 }
 
-QStringList WindowShoot::shootWork(VirtualUser &user, RunningProgram &program) {
-    const AccessibleProgram windows(program.processId());
-    placeActiveWindow(QRect(studioPlace, usualSize));
-    user.typeWithControl("5");
+QStringList WindowShoot::shootChoices(const Stage &stage) {
+    goTo(stage, "7");
+    QStringList missing = click(stage, "combo box", word("Transcription language", "Limba transcriere"));
+    missing += saveStudio(stage, QStringLiteral("studio-settings-menu"));
+    stage.user.type("Escape");
+    goTo(stage, "4");
+    missing += click(stage, "push button", word("Clear All", "Sterge tot"));
+    missing += saveStudio(stage, QStringLiteral("studio-history-question"));
+    stage.user.type("Escape");
     pause(settling);
-    press(windows, m_look.isRomanian() ? "Aplica sablon" : "Apply Template");
-    pause(settling);
-    QStringList missing = saveStudio(windows, QStringLiteral("studio-templates-applied"));
+    return missing;
+}
 
-    user.typeWithControl("3");
+QStringList WindowShoot::shootTemplate(const Stage &stage) {
+    goTo(stage, "4");
+    QStringList missing = click(stage, "list item", longestExample(m_look));
+    goTo(stage, "5");
+    moveStudio(usualSize);
+    missing += click(stage, "push button", word("Apply Template", "Aplica sablon"));
+    return missing + saveStudio(stage, QStringLiteral("studio-templates-applied"));
+}
+
+QStringList WindowShoot::shootDictation(const Stage &stage, RunningProgram &program) {
+    QStringList missing;
+    goTo(stage, "3");
+    moveStudio(usualSize);
     // The first dictation leaves its transcript for the picture of the second.
     for (const bool isPictured : { false, true }) {
-        user.press(VirtualUser::rightAlt);
+        stage.user.press(VirtualUser::rightAlt);
         waitUntil([&program] { return program.state() == u"recording"; }, patience);
         QProcess voice;
         voice.start(QStringLiteral("paplay"),
@@ -159,25 +221,11 @@ QStringList WindowShoot::shootWork(VirtualUser &user, RunningProgram &program) {
         // It is at its best then.
         pause(1.1);
         if (isPictured)
-            missing += saveStudio(windows, QStringLiteral("studio-dictationLive-recording"));
+            missing += saveStudioNow(stage, QStringLiteral("studio-dictationLive-recording"));
         waitUntil([&voice] { return voice.state() == QProcess::NotRunning; }, patience);
         pause(0.2);
-        user.release(VirtualUser::rightAlt);
+        stage.user.release(VirtualUser::rightAlt);
         waitUntil([&program] { return program.state() == u"idle"; }, patience);
-    }
-    return missing;
-}
-
-QStringList WindowShoot::shootStudio(VirtualUser &user, const AccessibleProgram &program) {
-    QStringList missing;
-    user.pointAt(Place::nowhere);
-    for (const WindowSize &size : windowSizes) {
-        for (int index = 0; index < workspaces.size(); ++index) {
-            user.typeWithControl(QByteArray::number(index + 1).constData());
-            placeActiveWindow(QRect(studioPlace, size.size));
-            pause(settling);
-            missing += saveStudio(program, QStringLiteral("studio-") + workspaces[index] + u'-' + size.name);
-        }
     }
     return missing;
 }
@@ -194,8 +242,46 @@ QStringList WindowShoot::shootPopup(VirtualUser &user) {
     return missing;
 }
 
-QStringList WindowShoot::saveStudio(const AccessibleProgram &program, const QString &subject) {
-    const auto window = program.find(QStringLiteral("frame"), {});
+void WindowShoot::goTo(const Stage &stage, const char *digit) {
+    stage.user.typeWithControl(digit);
+    pause(0.3);
+}
+
+QStringList WindowShoot::click(const Stage &stage, const QString &role, const QString &name, int place) {
+    std::vector<AccessibleElement> found;
+    waitUntil(
+        [&] {
+            found.clear();
+            for (const AccessibleElement &element : stage.windows.elements()) {
+                if (element.role() == role && (name.isEmpty() || element.name() == name))
+                    found.push_back(element);
+            }
+            return int(found.size()) > place;
+        },
+        patience);
+    if (int(found.size()) <= place)
+        return { QStringLiteral("there is no ") + role + u' ' + name };
+    const QPoint middle = found[size_t(place)].rectangle().center();
+    // A window that is still busy with the pointer's coming misses a click.
+    stage.user.pointAt(middle);
+    pause(0.3);
+    stage.user.click(middle);
+    pause(0.3);
+    stage.user.pointAt(Place::nowhere);
+    return {};
+}
+
+QString WindowShoot::word(const char *english, const char *romanian) const {
+    return QLatin1String(m_look.isRomanian() ? romanian : english);
+}
+
+QStringList WindowShoot::saveStudio(const Stage &stage, const QString &subject) {
+    pause(settling);
+    return saveStudioNow(stage, subject);
+}
+
+QStringList WindowShoot::saveStudioNow(const Stage &stage, const QString &subject) {
+    const auto window = stage.windows.find(QStringLiteral("frame"), {});
     return window ? save(window->rectangle(), subject) : QStringList(subject);
 }
 

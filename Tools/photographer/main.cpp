@@ -36,7 +36,7 @@ int main(int argc, char **argv) {
     addHomeOptions(parser);
     parser.addOption({ "samples", "folder of the recordings that are spoken", "folder" });
     parser.addOption({ "look", "only these: dark-en, dark-ro, light-en or light-ro", "name" });
-    parser.addOption({ "only", "either of overlay and windows", "name" });
+    parser.addOption({ "only", "one of overlay, wizard and windows", "name" });
     parser.addOption({ "film", "films a dictation instead" });
     parser.addPositionalArgument("folder", "where the pictures go");
     parser.process(application);
@@ -51,12 +51,12 @@ int main(int argc, char **argv) {
         const QString failure = filmDictation(options, looks(parser.value("look")).value(0), wallpaper);
         return ended(failure.isEmpty() ? QStringList() : QStringList { failure });
     }
+    const QString only = parser.value("only");
     QStringList failures;
     for (const Look &look : looks(parser.value("look"))) {
-        if (parser.value("only") != u"windows")
+        if (only.isEmpty() || only == u"overlay")
             failures += OverlayShoot(options, look, wallpaper).run();
-        if (parser.value("only") != u"overlay")
-            failures += WindowShoot(options, look, wallpaper).run();
+        failures += WindowShoot(options, look, wallpaper).run(only);
     }
     return ended(failures);
 }

@@ -112,6 +112,14 @@ TestCase {
         type("A");
         compare(control.text, "A");
     }
+    function test_textBoxGivesEveryLineItsHeight() {
+        const control = createTemporaryObject(textBox, test, { text: "One" });
+        const height = control.implicitHeight;
+        for (const text of ["One\nTwo", "Three\nfour"]) {
+            control.text = text;
+            compare(control.implicitHeight, height + Typography.body.lineHeight);
+        }
+    }
     function test_textBoxElides() {
         const control = createTemporaryObject(textBox, test);
         const whole = control.implicitHeight;

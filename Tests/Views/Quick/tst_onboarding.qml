@@ -116,8 +116,22 @@ ViewCase {
     function test_missingTranscriptionTellsTheWayOut() {
         stage.removeTranscription();
         goTo(2);
-        verify(shows("whisper-cli: Binary missing or not executable. Update path in Settings > Engine."));
-        verify(shows("Whisper model: Model file missing. Install or select a valid model file path in Settings > Engine."));
+        verify(shows("whisper-cli: Binary missing or not executable."));
+        verify(shows("Whisper model: Model file missing. Choose \"Skip for now\" and set the path in Settings > Engine; "
+                     + "this step waits for you."));
+    }
+    function test_everythingThatIsMissingFitsTheSmallestSize() {
+        view.width = 640;
+        view.height = 460;
+        stage.speakRomanian();
+        goTo(0);
+        press("Continua");
+        press("Continua");
+        stage.refuseRights();
+        stage.removeTranscription();
+        const page = shown(item => item instanceof Flickable && item.contentHeight > 0)[0];
+        tryVerify(() => page.contentHeight > 180);
+        verify(page.contentHeight <= page.height, page.contentHeight + " in " + page.height);
     }
     function test_failedDictationStaysPending() {
         goTo(2);
