@@ -3,6 +3,7 @@
 #include "Support/FakeDesktopLook.h"
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/SettingsOverFakes.h"
+#include "Support/UntilTrue.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
 #include "Views/ViewsFixture.h"
 
@@ -36,7 +37,12 @@ TEST_F(StudioWindowTest, OpensInItsSizeUnderItsTitle) {
     EXPECT_EQ(window.view()->title(), QStringLiteral("Tolmi Studio"));
     EXPECT_EQ(window.view()->size(), QSize(1100, 700));
     EXPECT_EQ(window.view()->rootObject()->size(), QSizeF(1100, 700));
-    EXPECT_TRUE(model.isShowingOnboarding()) << "the wizard of a new user";
+}
+
+TEST_F(StudioWindowTest, TheWizardOfANewUserComesInOverTheFirstFrame) {
+    window.show();
+    EXPECT_FALSE(model.isShowingOnboarding());
+    EXPECT_TRUE(untilTrue([this] { return model.isShowingOnboarding(); }));
 }
 
 TEST_F(StudioWindowTest, StaysLoadedWhenItIsClosed) {
