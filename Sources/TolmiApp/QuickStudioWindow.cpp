@@ -45,14 +45,19 @@ void QuickStudioWindow::load() {
     m_view->setResizeMode(QQuickView::SizeRootObjectToView);
     m_view->resize(defaultSize);
     m_view->setInitialProperties({ { QStringLiteral("model"), QVariant::fromValue(&m_model) },
-        { QStringLiteral("texts"), QVariant::fromValue(texts) } });
+        { QStringLiteral("texts"), QVariant::fromValue(texts) }, { QStringLiteral("hasWorkspace"), false } });
     m_view->setSource(source);
-    connect(m_view.get(), &QQuickView::frameSwapped, this, &logStudioShown, Qt::SingleShotConnection);
-    // The wizard comes in over what is there.
-    connect(m_view.get(), &QQuickView::frameSwapped, &m_model, &TolmiStudioWindowModel::appear,
+    connect(m_view.get(), &QQuickView::frameSwapped, this, &QuickStudioWindow::complete,
         Qt::SingleShotConnection);
     connect(&m_model, &TolmiStudioWindowModel::selectionChanged, this, [this] { heedMinimumSize(); });
     heedMinimumSize();
+}
+
+// The first frame would not show these yet: the workspace fades in, and over it the wizard of a new user.
+void QuickStudioWindow::complete() {
+    logStudioShown();
+    m_view->rootObject()->setProperty("hasWorkspace", true);
+    m_model.appear();
 }
 
 void QuickStudioWindow::heedMinimumSize() {

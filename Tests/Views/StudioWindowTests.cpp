@@ -39,10 +39,15 @@ TEST_F(StudioWindowTest, OpensInItsSizeUnderItsTitle) {
     EXPECT_EQ(window.view()->rootObject()->size(), QSizeF(1100, 700));
 }
 
-TEST_F(StudioWindowTest, TheWizardOfANewUserComesInOverTheFirstFrame) {
+TEST_F(StudioWindowTest, TheWorkspaceAndTheWizardOfANewUserComeAfterTheFirstFrame) {
     window.show();
+    const auto workspace
+        = [this] { return window.view()->rootObject()->property("workspace").value<QObject *>(); };
+    EXPECT_EQ(workspace(), nullptr);
     EXPECT_FALSE(model.isShowingOnboarding());
-    EXPECT_TRUE(untilTrue([this] { return model.isShowingOnboarding(); }));
+    ASSERT_TRUE(untilTrue([this] { return model.isShowingOnboarding(); }));
+    ASSERT_TRUE(workspace());
+    EXPECT_EQ(workspace()->property("name"), QStringLiteral("commandCenter"));
 }
 
 TEST_F(StudioWindowTest, StaysLoadedWhenItIsClosed) {
@@ -72,6 +77,15 @@ TEST_F(StudioWindowTest, OpensLargeEnoughForTheHistory) {
     router.setDestination(StudioDestination::History);
     window.show();
     EXPECT_EQ(window.view()->size(), QSize(1140, 700));
+}
+
+TEST_F(StudioWindowTest, GoesToTheWorkspaceThatIsChosenBeforeTheFirstFrame) {
+    window.show();
+    router.setDestination(StudioDestination::Templates);
+    ASSERT_TRUE(untilTrue([this] { return model.isShowingOnboarding(); }));
+    const auto *workspace = window.view()->rootObject()->property("workspace").value<QObject *>();
+    ASSERT_TRUE(workspace);
+    EXPECT_EQ(workspace->property("name"), QStringLiteral("templates"));
 }
 
 TEST_F(StudioWindowTest, ShowingItAgainLeavesItAsItIs) {
