@@ -25,12 +25,11 @@ void preferX11() {
         "Tolmi: on Wayland the key and the paste reach only windows that run through XWayland."));
 }
 
-/// The program's icon, no larger than a desktop shows it. Read by the toolkit's own reader of PNG: left to
-/// find the format out, it would load the library of every other one.
+/// The program's icon. Read by the toolkit's own reader of PNG: left to find the format out, it would load
+/// the library of every other one.
 QIcon programIcon() {
     QImageReader reader(QStringLiteral(":/AppIcon.png"), "png");
     reader.setAutoDetectImageFormat(false);
-    reader.setScaledSize(QSize(256, 256));
     return QIcon(QPixmap::fromImageReader(&reader));
 }
 } // namespace

@@ -31,10 +31,20 @@ void LevelRing::paintBars(QPainter &painter) const {
     }
 }
 
-// Here and not as an item with a scale: the renderer hands what is scaled to several threads, whose waking
-// costs more than all the drawing.
+// Here and not as an item with a scale, and as a gradient and not as a line: the painter hands what is
+// stretched, and a line of so many pieces, to several threads, whose waking costs more than all the drawing.
 void LevelRing::paintCircle(QPainter &painter) const {
-    painter.setPen(QPen(
-        QColor::fromRgbF(1, 1, 1, float(std::min(1.0, circleAlpha()))), circleLineWidth * circleScale()));
-    painter.drawEllipse(QPointF(), circleRadius * circleScale(), circleRadius * circleScale());
+    const double radius = circleRadius * circleScale();
+    const double halfWidth = circleLineWidth * circleScale() / 2;
+    // A line fades out over the pixel that its edge runs through.
+    const double halfPixel = 0.5 / painter.device()->devicePixelRatioF();
+    const double reach = radius + halfWidth + halfPixel;
+    const QColor line = QColor::fromRgbF(1, 1, 1, float(std::min(1.0, circleAlpha())));
+    QRadialGradient gradient(QPointF(), reach);
+    gradient.setColorAt((radius - halfWidth - halfPixel) / reach, QColor(255, 255, 255, 0));
+    gradient.setColorAt((radius - halfWidth + halfPixel) / reach, line);
+    gradient.setColorAt((radius + halfWidth - halfPixel) / reach, line);
+    gradient.setColorAt(1, QColor(255, 255, 255, 0));
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.fillRect(QRectF(-reach, -reach, 2 * reach, 2 * reach), gradient);
 }

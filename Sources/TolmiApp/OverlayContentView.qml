@@ -120,6 +120,7 @@ Item {
     // White vanishes over a light window, so a soft shade lies under it; over a dark one it is not seen.
     SoftDisc {
         anchors.fill: parent
+        smooth: false
         diameter: 122
         sigma: 7
         color: "black"
@@ -133,6 +134,7 @@ Item {
         anchors.centerIn: parent
         width: 120
         height: 120
+        smooth: false
         diameter: 72
         sigma: 9
         color: "black"
@@ -146,6 +148,7 @@ Item {
     // The blur of the halo grows with the level: from the picture with the smaller one to that with the larger.
     SoftDisc {
         anchors.fill: parent
+        smooth: false
         diameter: 120
         sigma: 12
         opacity: (0.2 + view.shownLevel * 0.16) * (1 - view.shownLevel) * view.limitedPresence
@@ -153,6 +156,7 @@ Item {
     }
     SoftDisc {
         anchors.fill: parent
+        smooth: false
         diameter: 120
         sigma: 18
         opacity: (0.2 + view.shownLevel * 0.16) * view.shownLevel * view.limitedPresence
@@ -160,6 +164,7 @@ Item {
     }
     LevelRing {
         anchors.fill: parent
+        smooth: false
         visible: view.isRecording
         level: view.clampedLevel
         seconds: timeline.seconds

@@ -16,8 +16,8 @@ Item {
     property color glow: "white"
     property real glowOpacity: 0.3
     property real glowRadius: 4
-    /// Of the symbol alone. The shadows keep their size: they are softer than the symbol ever grows, and a picture of
-    /// theirs, once stretched, is handed to several threads, whose waking costs more than all the drawing.
+    /// Of the symbol alone. The shadows keep their size: they are softer than the symbol ever grows, and are copied where
+    /// stretching them would wake several threads, which costs more than all the drawing.
     property real symbolScale: 1
     /// The square that a symbol of a text's size fills.
     readonly property real side: Math.round(pointSize * 1.26)
@@ -30,6 +30,7 @@ Item {
         anchors.fill: parent
         anchors.topMargin: 2
         anchors.bottomMargin: -2
+        smooth: false
         name: icon.symbol
         size: icon.side
         stroke: 2
@@ -41,6 +42,7 @@ Item {
         anchors.fill: parent
         anchors.topMargin: 3
         anchors.bottomMargin: -3
+        smooth: false
         name: icon.symbol
         size: icon.side
         stroke: 2
@@ -50,6 +52,7 @@ Item {
     }
     Symbol {
         anchors.fill: parent
+        smooth: false
         name: icon.symbol
         size: icon.side
         stroke: 2

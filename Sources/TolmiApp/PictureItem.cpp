@@ -36,8 +36,8 @@ QSGNode *PictureItem::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {
     if (isNew) {
         node.reset(window()->createImageNode());
         node->setOwnsTexture(true);
-        node->setFiltering(QSGTexture::Linear);
     }
+    node->setFiltering(smooth() ? QSGTexture::Linear : QSGTexture::Nearest);
     if (isNew || m_isStale) {
         const QImage image = picture();
         node->setTexture(window()->createTextureFromImage(image, QQuickWindow::TextureHasAlphaChannel));

@@ -7,6 +7,9 @@ class QPainter;
 
 /// An item that is drawn by QPainter when something of it changes and is a texture in between. It looks the
 /// same on every renderer, the software one included, where geometry of one's own would not show at all.
+///
+/// `smooth` is for what may be stretched. Where it is false, the software renderer copies the pixels;
+/// otherwise it samples them, and hands everything of some height to several threads.
 class PictureItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS

@@ -8,6 +8,7 @@
 #include "TolmiApp/ViewTexts.h"
 #include "TolmiApp/Views.h"
 
+#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
@@ -27,27 +28,36 @@ QuickStudioWindow::~QuickStudioWindow() = default;
 void QuickStudioWindow::show() {
     if (!m_view)
         load();
-    if (m_view->isVisible())
-        return;
-    m_view->show();
-    m_model.appear();
+    if (!m_view->isVisible())
+        m_view->show();
 }
 
 void QuickStudioWindow::load() {
-    m_view = std::make_unique<QQuickView>();
-    QQmlEngine &engine = *m_view->engine();
+    QQmlEngine &engine = *new QQmlEngine(this);
     Views::prepareEngine(engine);
+    const QUrl source(QStringLiteral("qrc:/qt/qml/Tolmi/TolmiStudioWindowView.qml"));
+    // The engine reads the files on a thread of its own while the window gets its graphics.
+    const QQmlComponent early(&engine, source, QQmlComponent::Asynchronous);
+    m_view = std::make_unique<QQuickView>(&engine, nullptr);
     new ViewAppearance(engine, m_settings, m_look);
     auto *texts = new ViewTexts(m_settings, PlatformTexts::forLinux(), &engine);
     m_view->setTitle(L10n::text(L10n::Key::appTitle, m_settings.uiLanguage()));
     m_view->setResizeMode(QQuickView::SizeRootObjectToView);
     m_view->resize(defaultSize);
     m_view->setInitialProperties({ { QStringLiteral("model"), QVariant::fromValue(&m_model) },
-        { QStringLiteral("texts"), QVariant::fromValue(texts) } });
-    m_view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/TolmiStudioWindowView.qml")));
-    connect(m_view.get(), &QQuickView::frameSwapped, this, &logStudioShown, Qt::SingleShotConnection);
+        { QStringLiteral("texts"), QVariant::fromValue(texts) }, { QStringLiteral("hasWorkspace"), false } });
+    m_view->setSource(source);
+    connect(m_view.get(), &QQuickView::frameSwapped, this, &QuickStudioWindow::complete,
+        Qt::SingleShotConnection);
     connect(&m_model, &TolmiStudioWindowModel::selectionChanged, this, [this] { heedMinimumSize(); });
     heedMinimumSize();
+}
+
+// The first frame would not show these yet: the workspace fades in, and over it the wizard of a new user.
+void QuickStudioWindow::complete() {
+    logStudioShown();
+    m_view->rootObject()->setProperty("hasWorkspace", true);
+    m_model.appear();
 }
 
 void QuickStudioWindow::heedMinimumSize() {

@@ -27,6 +27,7 @@ public:
 
 private:
     void load();
+    void complete();
     void heedMinimumSize();
 
     TolmiStudioWindowModel &m_model;

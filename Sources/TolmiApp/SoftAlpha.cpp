@@ -52,7 +52,13 @@ void SoftAlpha::blur(double sigma) {
     const int height = m_size.height();
     const int reach = int(kernel.size()) - 1;
     SoftAlpha across(m_size);
+    // A shadow's surroundings are empty, and nothing is what becomes of an empty row.
+    std::vector<bool> isEmpty(size_t(height), false);
     for (int y = 0; y < height; ++y) {
+        isEmpty[size_t(y)]
+            = std::all_of(&at(0, y), &at(0, y) + width, [](float value) { return value == 0; });
+        if (isEmpty[size_t(y)])
+            continue;
         float *target = &across.at(0, y);
         const float *source = &at(0, y);
         addScaled(target, source, width, kernel[0]);
@@ -63,8 +69,10 @@ void SoftAlpha::blur(double sigma) {
     }
     std::fill(m_values.begin(), m_values.end(), 0.0F);
     for (int y = 0; y < height; ++y) {
-        for (int other = std::max(0, y - reach); other <= std::min(height - 1, y + reach); ++other)
-            addScaled(&at(0, y), &across.at(0, other), width, kernel[size_t(std::abs(other - y))]);
+        for (int other = std::max(0, y - reach); other <= std::min(height - 1, y + reach); ++other) {
+            if (!isEmpty[size_t(other)])
+                addScaled(&at(0, y), &across.at(0, other), width, kernel[size_t(std::abs(other - y))]);
+        }
     }
 }
 

@@ -2,13 +2,58 @@
 
 #include "TolmiApp/SoftAlpha.h"
 
+#include <QCache>
+#include <QMutex>
 #include <QPainter>
 #include <QPainterPath>
 #include <QQuickWindow>
 #include <QSGNinePatchNode>
 
 #include <cmath>
+#include <functional>
 #include <memory>
+
+namespace {
+
+/// What the picture of a shadow depends on.
+struct Look {
+    double radius;
+    double sigma;
+    double offsetY;
+    QRgb color;
+    QSizeF plateSize;
+    double devicePixelRatio;
+
+    bool operator==(const Look &) const = default;
+};
+
+size_t qHash(const Look &look, size_t seed) {
+    return qHashMulti(seed, look.radius, look.sigma, look.offsetY, look.color, look.plateSize.width(),
+        look.plateSize.height(), look.devicePixelRatio);
+}
+
+/// Blurring takes long and plates of one kind have the same shadow, so the last ones are kept. The windows'
+/// render threads ask in turn.
+class Patches {
+public:
+    QImage get(const Look &look, const std::function<QImage()> &make) {
+        const QMutexLocker lock(&m_mutex);
+        if (const QImage *known = m_images.object(look))
+            return *known;
+        const QImage image = make();
+        m_images.insert(look, new QImage(image), image.sizeInBytes());
+        return image;
+    }
+
+private:
+    static constexpr qsizetype mostBytes = 2'000'000;
+
+    QMutex m_mutex;
+    QCache<Look, QImage> m_images { mostBytes };
+};
+Q_GLOBAL_STATIC(Patches, patches)
+
+} // namespace
 
 SoftShadow::SoftShadow(QQuickItem *parent)
     : QQuickItem(parent) {
@@ -68,8 +113,9 @@ QSGNode *SoftShadow::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {
     const bool stretchesDown = plate.height() < height();
     const double ratio = window()->effectiveDevicePixelRatio();
     if (isNew || m_isStale) {
-        node->setTexture(
-            window()->createTextureFromImage(patch(plate, ratio), QQuickWindow::TextureHasAlphaChannel));
+        const Look look { radius(), sigma(), offsetY(), color().rgba(), plate, ratio };
+        const QImage image = patches->get(look, [&] { return patch(plate, ratio); });
+        node->setTexture(window()->createTextureFromImage(image, QQuickWindow::TextureHasAlphaChannel));
         node->setDevicePixelRatio(ratio);
         const double across = stretchesAcross ? corner() : (plate.width() + 2 * margin()) / 2;
         const double down = stretchesDown ? corner() : (plate.height() + 2 * margin()) / 2;

@@ -20,6 +20,9 @@ FocusScope {
             settings: "SettingsView.qml",
             onboarding: "OnboardingWizardView.qml"
         })
+    /// Whether the workspace is made. A window may put that off until its first frame stands, in which it would not be
+    /// seen yet: a workspace fades in.
+    property bool hasWorkspace: true
     /// The workspace that is shown now.
     property StudioWorkspace workspace: null
 
@@ -28,6 +31,8 @@ FocusScope {
     }
 
     function showWorkspace() {
+        if (!hasWorkspace)
+            return;
         const old = workspace;
         const hadFocus = old !== null && old.activeFocus;
         const destination = model.destinations.find(each => each.name === model.selection);
@@ -45,6 +50,7 @@ FocusScope {
     focus: true
     Accessible.role: Accessible.Client
     Accessible.name: texts.appTitle
+    onHasWorkspaceChanged: showWorkspace()
     Component.onCompleted: showWorkspace()
 
     Connections {

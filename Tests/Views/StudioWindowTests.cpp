@@ -3,6 +3,7 @@
 #include "Support/FakeDesktopLook.h"
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/SettingsOverFakes.h"
+#include "Support/UntilTrue.h"
 #include "TolmiApp/TolmiStudioWindowModel.h"
 #include "Views/ViewsFixture.h"
 
@@ -36,7 +37,17 @@ TEST_F(StudioWindowTest, OpensInItsSizeUnderItsTitle) {
     EXPECT_EQ(window.view()->title(), QStringLiteral("Tolmi Studio"));
     EXPECT_EQ(window.view()->size(), QSize(1100, 700));
     EXPECT_EQ(window.view()->rootObject()->size(), QSizeF(1100, 700));
-    EXPECT_TRUE(model.isShowingOnboarding()) << "the wizard of a new user";
+}
+
+TEST_F(StudioWindowTest, TheWorkspaceAndTheWizardOfANewUserComeAfterTheFirstFrame) {
+    window.show();
+    const auto workspace
+        = [this] { return window.view()->rootObject()->property("workspace").value<QObject *>(); };
+    EXPECT_EQ(workspace(), nullptr);
+    EXPECT_FALSE(model.isShowingOnboarding());
+    ASSERT_TRUE(untilTrue([this] { return model.isShowingOnboarding(); }));
+    ASSERT_TRUE(workspace());
+    EXPECT_EQ(workspace()->property("name"), QStringLiteral("commandCenter"));
 }
 
 TEST_F(StudioWindowTest, StaysLoadedWhenItIsClosed) {
@@ -66,6 +77,15 @@ TEST_F(StudioWindowTest, OpensLargeEnoughForTheHistory) {
     router.setDestination(StudioDestination::History);
     window.show();
     EXPECT_EQ(window.view()->size(), QSize(1140, 700));
+}
+
+TEST_F(StudioWindowTest, GoesToTheWorkspaceThatIsChosenBeforeTheFirstFrame) {
+    window.show();
+    router.setDestination(StudioDestination::Templates);
+    ASSERT_TRUE(untilTrue([this] { return model.isShowingOnboarding(); }));
+    const auto *workspace = window.view()->rootObject()->property("workspace").value<QObject *>();
+    ASSERT_TRUE(workspace);
+    EXPECT_EQ(workspace->property("name"), QStringLiteral("templates"));
 }
 
 TEST_F(StudioWindowTest, ShowingItAgainLeavesItAsItIs) {
