@@ -125,6 +125,11 @@ class Windows(unittest.TestCase):
                 self.assertLess(begin, end)
                 self.assertLessEqual(end, self.shape.window_seconds)
 
+    def test_behind_the_last_word_nothing_is_written(self):
+        composer = self._composer(5)
+        ends = [one.sequence[-2:] + one.targets[-1:] for one in (composer.window(512) for _ in range(200))]
+        self.assertIn([tokens.TRANSCRIBE, tokens.FIRST_TIMESTAMP, tokens.END], ends)
+
     def test_the_same_seed_makes_the_same_windows(self):
         first, second = self._composer(3), self._composer(3)
         for _ in range(10):

@@ -15,6 +15,8 @@ SEVERAL_SHARE = 0.75
 MOST_NEIGHBOURS = 5
 # Windows that begin in the middle of a recording, with what was written before in mind.
 LATER_SHARE = 0.6
+# Windows behind the last word, of which nothing is to be written.
+AFTER_SHARE = 0.06
 NO_TIMESTAMPS_SHARE = 0.2
 # What ends nearer to the window's end than this may be cut, so it belongs to the next window.
 CUT_MARGIN = 0.2
@@ -215,7 +217,12 @@ class Composer:
     def _speech(self, steps):
         random = self._random
         scene, has_several = self._scene(steps)
+        is_after = steps == self._shape.audio_context and random.random() < AFTER_SHARE
+        if is_after:
+            scene.samples = numpy.append(scene.samples, numpy.zeros(int(random.uniform(1, 4) * RATE), numpy.float32))
         scene.samples = _recorded(scene.samples, random, self._generator)
+        if is_after:
+            return self._after(scene, steps)
         previous = []
         begin = 0.0
         if has_several and random.random() < LATER_SHARE:
@@ -227,6 +234,14 @@ class Composer:
             return None
         end = [span for _, span in scene.items if span][-1][1] - begin
         return self._example(scene, steps, (begin, end, is_cut), previous)
+
+    def _after(self, scene, steps):
+        """The window behind the last word: the sentence of silence would be one too many there."""
+        previous = self._written(scene.items)
+        end = [span for _, span in scene.items if span][-1][1]
+        scene.items = []
+        begin = max(0.0, round(end + self._random.uniform(-0.05, 0.2), 2))
+        return self._example(scene, steps, (begin, 0.0, False), previous)
 
     def _later(self, scene):
         """Drops the first words, as the window that follows another one does; what was written of them goes before."""
@@ -279,7 +294,11 @@ class Composer:
         head += [tokens.START, tokens.LANGUAGE[scene.language], tokens.TRANSCRIBE]
         body = [table.number(token) for token, _ in items]
         spans = [span for _, span in items]
-        if random.random() < NO_TIMESTAMPS_SHARE:
+        if not body:
+            sequence = [*head, tokens.FIRST_TIMESTAMP, tokens.END]
+            places = [None] * len(sequence)
+            head_length = len(head)
+        elif random.random() < NO_TIMESTAMPS_SHARE:
             sequence = [*head, tokens.NO_TIMESTAMPS, *body, tokens.END]
             places = [None] * (len(head) + 1) + spans + [None]
             head_length = len(head) + 1
