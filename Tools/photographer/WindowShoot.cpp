@@ -106,6 +106,14 @@ QStringList WindowShoot::run(const QString &only) {
     return missing;
 }
 
+bool WindowShoot::openWizard(VirtualUser &user, RunningProgram &program, const QSize &size) {
+    if (!program.start(m_options.program, {}) || !waitUntil(isStudioInFront, patience))
+        return false;
+    user.pointAt(Place::nowhere);
+    moveStudio(size);
+    return true;
+}
+
 QStringList WindowShoot::shootWizard() {
     HomeOptions newUser = m_options.home;
     newUser.settings.insert("tolmi.onboarding.completed", false);
@@ -113,10 +121,8 @@ QStringList WindowShoot::shootWizard() {
         return { QStringLiteral("the home of the new user could not be prepared") };
     VirtualUser user;
     RunningProgram program;
-    if (!program.start(m_options.program, {}) || !waitUntil(isStudioInFront, patience))
+    if (!openWizard(user, program, usualSize))
         return { QStringLiteral("the wizard did not open: ") + program.output() };
-    user.pointAt(Place::nowhere);
-    moveStudio(usualSize);
     const Stage stage { user, AccessibleProgram(program.processId()) };
     QStringList missing;
     for (const char *step : { "profile", "permissions", "dictation" }) {
@@ -141,10 +147,8 @@ QStringList WindowShoot::shootWizardInTrouble() {
         return { QStringLiteral("the home without a model could not be prepared") };
     VirtualUser user;
     RunningProgram program;
-    if (!program.start(m_options.program, {}) || !waitUntil(isStudioInFront, patience))
+    if (!openWizard(user, program, smallSize))
         return { QStringLiteral("the wizard did not open: ") + program.output() };
-    user.pointAt(Place::nowhere);
-    moveStudio(smallSize);
     return saveStudio({ user, AccessibleProgram(program.processId()) }, QStringLiteral("wizard-trouble"));
 }
 

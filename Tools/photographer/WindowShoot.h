@@ -20,6 +20,8 @@ private:
         AccessibleProgram windows;
     };
 
+    /// Starts the program as a newcomer finds it, with its window at this size.
+    bool openWizard(VirtualUser &user, RunningProgram &program, const QSize &size);
     QStringList shootWizard();
     /// The wizard where neither whisper-cli nor a model is found.
     QStringList shootWizardInTrouble();

@@ -40,7 +40,8 @@ def _speech(arguments):
     spoken = []
     with concurrent.futures.ProcessPoolExecutor(os.cpu_count()) as workers:
         seeds = [arguments.seed * 10000 + place for place in range(count)]
-        for done, path in enumerate(workers.map(utterances.keep_shard, [folder] * count, [data] * count, seeds, [size] * count), 1):
+        made = workers.map(utterances.keep_shard, [folder] * count, [data] * count, seeds, [size] * count)
+        for done, path in enumerate(made, 1):
             spoken += utterances.load_shard(path)
             _tell(f"speech: {done} of {count} files")
     return spoken

@@ -1,6 +1,6 @@
 """The report of an evaluation, as a text with tables."""
 
-from . import evaluation, recordings
+from . import recordings
 
 # What a user should be able to count on: the most word errors for each kind of voice and for long dictations, the least
 # share of languages found, the most seconds of one core for a dictation of four seconds.
