@@ -1,13 +1,13 @@
 // The popup of the real program in a real tray: presses of the item, of other windows and of keys.
 
 #include "desktop-driver/KeyboardWalk.h"
+#include "desktop-driver/ProgramWindows.h"
 #include "dictate/Editor.h"
 #include "dictate/Home.h"
 #include "dictate/RunningProgram.h"
 #include "dictate/VirtualUser.h"
 #include "dictate/Waiting.h"
 
-#include "Desktop/ProgramWindows.h"
 #include "Support/Print.h"
 
 #include <QFile>

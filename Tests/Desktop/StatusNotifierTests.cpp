@@ -1,10 +1,10 @@
 // The program under a panel that shows status items over the bus, as most desktops of today do. Such an item
 // does not know where it is shown.
 
-#include "Desktop/ProgramWindows.h"
 #include "Desktop/StatusNotifierHost.h"
 #include "Support/Print.h"
 
+#include "desktop-driver/ProgramWindows.h"
 #include "dictate/Home.h"
 #include "dictate/RunningProgram.h"
 #include "dictate/Waiting.h"

@@ -1,12 +1,11 @@
 #include "photographer/WindowShoot.h"
 
+#include "desktop-driver/ProgramWindows.h"
 #include "dictate/Waiting.h"
 #include "photographer/Camera.h"
 
 #include <QFile>
 #include <QGuiApplication>
-#include <QProcess>
-#include <QRegularExpression>
 #include <QScreen>
 
 namespace {
@@ -39,35 +38,9 @@ const Scene scenes[] { { "commandCenter", "1" }, { "profile", "2" }, { "dictatio
     { "templates", "5" }, { "health", "6" }, { "settings", "7" }, { "settings-engine", "7", 1 },
     { "settings-refinement", "7", 2 }, { "history", "4" } };
 
-QString outputOf(const QStringList &arguments) {
-    QProcess process;
-    process.start(QStringLiteral("xdotool"), arguments);
-    process.waitForFinished();
-    return QString::fromUtf8(process.readAllStandardOutput());
-}
-
-/// The inside of a window, which a command of xdotool prints.
-QRect geometryOf(const QStringList &command) {
-    const QString told = outputOf(command);
-    const auto value = [&told](const QString &name) {
-        return QRegularExpression(name + "=(-?\\d+)").match(told).captured(1).toInt();
-    };
-    return { value("X"), value("Y"), value("WIDTH"), value("HEIGHT") };
-}
-
 bool isStudioInFront() {
-    return outputOf({ "getactivewindow", "getwindowname" }).trimmed() == u"Tolmi Studio";
-}
-
-/// The program's visible window whose width is between these; null when it has none.
-QRect windowOfWidth(int least, int most) {
-    const QString found = outputOf({ "search", "--onlyvisible", "--class", "^tolmi$" });
-    for (const QString &window : found.split('\n', Qt::SkipEmptyParts)) {
-        const QRect place = geometryOf({ "getwindowgeometry", "--shell", window });
-        if (place.width() >= least && place.width() <= most)
-            return place;
-    }
-    return {};
+    return outputOf(QStringLiteral("xdotool"), { "getactivewindow", "getwindowname" }).trimmed()
+        == u"Tolmi Studio";
 }
 
 void moveStudio(const QSize &size) {
@@ -76,7 +49,7 @@ void moveStudio(const QSize &size) {
 
 /// The program's sign in the tray.
 QRect statusItem() {
-    return windowOfWidth(10, 40);
+    return ProgramWindows::ofWidth(10, 40);
 }
 
 bool forgetHistory() {
@@ -85,7 +58,7 @@ bool forgetHistory() {
 
 /// With the shadow around it.
 QRect popup() {
-    return windowOfWidth(320, 500);
+    return ProgramWindows::ofWidth(320, 500);
 }
 } // namespace
 

@@ -1,4 +1,4 @@
-#include "Desktop/ProgramWindows.h"
+#include "desktop-driver/ProgramWindows.h"
 
 #include <QProcess>
 #include <QRegularExpression>
