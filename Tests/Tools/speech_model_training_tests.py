@@ -13,8 +13,8 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "Tools/speech-model"))
 
 from tolmi_speech import (  # noqa: E402
-    evaluation, front_end, ggml_file, grammar, network, orthogonal, recordings, report, tokens, training, utterances,
-    variants, windows)
+    batches, evaluation, front_end, ggml_file, grammar, network, orthogonal, recordings, report, scenes, tokens, training,
+    utterances, variants, windows)
 
 RATE = front_end.RATE
 
@@ -95,13 +95,43 @@ def _utterance(text, seconds_each=0.4):
     return utterances.Utterance("en", "en-us", text, written, spans, sounds, samples)
 
 
+def _scene(text):
+    return scenes.joined([_utterance(text)], random.Random(1))
+
+
+class Scenes(unittest.TestCase):
+    def test_what_is_cut_ends_with_the_last_sentence_that_ends_late_enough(self):
+        scene = _scene("Buy salt. Call Maria. Send the report today.")
+        ends = [span[1] for _, span in scene.items if span]
+        self.assertTrue(scene.cut(ends[1], ends[5]))
+        self.assertEqual([token for token, _ in scene.text], [" Buy", " salt", ".", " Call", " Maria", "."])
+        self.assertEqual(scene.end, ends[3])
+
+    def test_without_such_a_sentence_it_ends_with_the_last_whole_word(self):
+        scene = _scene("Buy salt. Call Maria. Send the report today.")
+        ends = [span[1] for _, span in scene.items if span]
+        self.assertTrue(scene.cut(ends[3] + 0.01, ends[5]))
+        self.assertEqual([token for token, _ in scene.text][-2:], [" Send", " the"])
+
+    def test_where_no_word_ends_in_time_nothing_is_left(self):
+        scene = _scene("Buy salt.")
+        self.assertFalse(scene.cut(0.0, scene.items[0][1][1] - 0.01))
+
+    def test_neighbours_have_the_same_voice(self):
+        texts = ("Please send the report.", "Please call.", "The meeting is on Monday at nine.")
+        spoken = [_utterance(text) for text in texts]
+        spoken[1].voice = "en-gb"
+        pool, drawing = scenes.Pool(spoken, grammar.grammars()), random.Random(1)
+        self.assertEqual({pool.neighbour(spoken[0], drawing).text for _ in range(99)}, {texts[0], texts[2]})
+
+
 class Windows(unittest.TestCase):
     def setUp(self):
         self.shape = network.Shape()
         self.grammars = grammar.grammars()
         self.table = tokens.Tokens(self.grammars, self.shape.timestamps)
         texts = ("Please send the report.", "Thank you for your help.", "The meeting is on Monday at nine.")
-        self.pool = windows.Pool([_utterance(text) for text in texts], self.grammars)
+        self.pool = scenes.Pool([_utterance(text) for text in texts], self.grammars)
 
     def _composer(self, seed):
         return windows.Composer(
@@ -127,8 +157,27 @@ class Windows(unittest.TestCase):
 
     def test_behind_the_last_word_nothing_is_written(self):
         composer = self._composer(5)
-        ends = [one.sequence[-2:] + one.targets[-1:] for one in (composer.window(512) for _ in range(200))]
-        self.assertIn([tokens.TRANSCRIBE, tokens.FIRST_TIMESTAMP, tokens.END], ends)
+        empty = [one for one in (composer.window(512) for _ in range(200))
+                 if one.sequence[-1] == tokens.FIRST_TIMESTAMP and one.targets[-1] == tokens.END]
+        self.assertTrue(empty)
+        for one in empty:
+            self.assertGreater(one.louder, 0.1)
+
+    def test_what_was_written_before_is_shown_only_while_enough_is_left(self):
+        composer = self._composer(6)
+        reminded = [one for one in (composer.window(512) for _ in range(200)) if tokens.PREVIOUS in one.sequence]
+        self.assertTrue(reminded)
+        for one in reminded:
+            self.assertGreater(one.heard / RATE, windows.FORGETTING_SECONDS)
+
+    def test_a_window_that_ends_within_the_speech_tells_where_the_next_begins(self):
+        composer = self._composer(7)
+        cut = [one for one in (composer.window(512) for _ in range(200)) if one.sequence[-1] == one.sequence[-2]]
+        self.assertTrue(cut)
+        half = self.table.timestamp(windows.LEAST_PART * self.shape.window_seconds)
+        for one in cut:
+            self.assertEqual(one.heard, len(one.samples) - windows.HALF)
+            self.assertGreaterEqual(one.sequence[-1], half)
 
     def test_the_same_seed_makes_the_same_windows(self):
         first, second = self._composer(3), self._composer(3)
@@ -142,7 +191,7 @@ class Windows(unittest.TestCase):
         learning = network.Network(self.shape, len(self.table.used), len(self.pool.sound_kinds) + 1,
                                    len(self.pool.word_kinds) + 1)
         composer, generator = self._composer(4), numpy.random.default_rng(4)
-        batch = windows.batch([composer.window(128) for _ in range(2)], self.table, generator)
+        batch = batches.batch([composer.window(128) for _ in range(2)], self.table, generator)
         first = float(training.losses(learning, batch)[0])
         optimizers = training.optimizers(learning)
         for _ in range(10):

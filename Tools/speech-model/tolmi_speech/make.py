@@ -8,7 +8,7 @@ import sys
 
 import torch
 
-from . import ggml_file, grammar, tokens, training, utterances, variants, windows
+from . import ggml_file, grammar, scenes, tokens, training, utterances, variants
 from .network import Shape
 
 SHARD = 500
@@ -56,7 +56,7 @@ def main():
     arguments = _arguments()
     grammars = grammar.grammars()
     table = tokens.Tokens(grammars, Shape().timestamps)
-    pool = windows.Pool(_speech(arguments), grammars)
+    pool = scenes.Pool(_speech(arguments), grammars)
     checkpoint = pathlib.Path(arguments.work) / f"checkpoint-{arguments.seed}.pt"
     # Threads wait for each other at such small matrices; processes do not.
     torch.set_num_threads(1)

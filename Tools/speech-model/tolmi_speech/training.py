@@ -11,7 +11,7 @@ import numpy
 import torch
 from torch.nn import functional
 
-from . import windows
+from . import batches, windows
 from .network import Network, Shape
 from .orthogonal import Muon
 
@@ -140,7 +140,7 @@ class Trainer:
         steps, size = phase.steps, phase.size
         if steps == self.shape.audio_context and random.random() < SHORT_SHARE:
             steps, size = steps // 2, size * 2
-        return windows.batch([composer.window(steps) for _ in range(size)], self._table, generator)
+        return batches.batch([composer.window(steps) for _ in range(size)], self._table, generator)
 
     def _learn(self, batch):
         loss, shares = losses(self.network, batch.to(self._device))
