@@ -16,8 +16,12 @@ struct FlowOverFakes : SettingsOverFakes {
         clock.forgetPending();
     }
 
-    /// Sets the flow up, as the first turn of the main loop does.
-    void setUp() { clock.runPosted(); }
+    /// Sets the flow up, as the first turn of the main loop does, and lets the sweep that it starts beside it have
+    /// its folder, so that the files are the test's alone afterwards.
+    void setUp() {
+        clock.runPosted();
+        fakes.sweeps->waitForCalls(1);
+    }
 
     /// Key-down with the permission given.
     void record() {
