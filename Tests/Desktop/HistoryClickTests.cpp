@@ -3,6 +3,7 @@
 
 #include "Desktop/OpenStudio.h"
 #include "Desktop/SpeakerRecording.h"
+#include "Support/UntilTrue.h"
 #include "TolmiApp/HistoryExportFormatter.h"
 
 #include <QDir>
@@ -57,13 +58,13 @@ TEST_F(HistoryClicks, SearchLeavesWhatItFinds) {
     choose(build);
     const AccessibleElement field = control("text", searchPrompt);
     m_user.typeWithControl("f");
-    ASSERT_TRUE(waitUntil([&field] { return field.now().is(State::Focused); }));
+    ASSERT_TRUE(untilTrue([&field] { return field.now().is(State::Focused); }));
     m_user.enter("green");
-    EXPECT_TRUE(waitUntil([this] { return !isShown(pinned) && !isShown(heard); }));
+    EXPECT_TRUE(untilTrue([this] { return !isShown(pinned) && !isShown(heard); }));
     EXPECT_TRUE(isShown(build));
     EXPECT_TRUE(isShown(shopping));
     m_user.type("Escape");
-    EXPECT_TRUE(waitUntil(
+    EXPECT_TRUE(untilTrue(
         [this] { return isShown(build) && isShown(pinned) && isShown(heard) && isShown(shopping); }));
 }
 
@@ -71,9 +72,9 @@ TEST_F(HistoryClicks, PinStandsInTheFile) {
     open();
     choose(build);
     click(buttonInRow(shopping, "Pin"));
-    EXPECT_TRUE(waitUntil([this] { return stored(shopping)["isPinned"].toBool(); }));
+    EXPECT_TRUE(untilTrue([this] { return stored(shopping)["isPinned"].toBool(); }));
     click(buttonInRow(shopping, "Unpin"));
-    EXPECT_TRUE(waitUntil([this] { return stored(shopping)["isPinned"] == QJsonValue(false); }));
+    EXPECT_TRUE(untilTrue([this] { return stored(shopping)["isPinned"] == QJsonValue(false); }));
     EXPECT_TRUE(stored(pinned)["isPinned"].toBool());
 }
 
@@ -82,14 +83,14 @@ TEST_F(HistoryClicks, ExportGoesWhereTheDialogSays) {
     choose(build);
     clickButton("Export All");
     const AccessibleElement name = control("text", "File name:");
-    ASSERT_TRUE(waitUntil([&name] { return name.now().is(State::Focused); }));
+    ASSERT_TRUE(untilTrue([&name] { return name.now().is(State::Focused); }));
     EXPECT_TRUE(name.text().startsWith(u"tolmi-history-all-")) << name.text().toStdString();
     m_user.typeWithControl("a");
     m_user.enter("Words of mine");
-    ASSERT_TRUE(waitUntil([&name] { return name.text() == "Words of mine"; })) << name.text().toStdString();
+    ASSERT_TRUE(untilTrue([&name] { return name.text() == "Words of mine"; })) << name.text().toStdString();
     clickButton("Save");
     const QString path = QDir::homePath() + "/Words of mine.txt";
-    ASSERT_TRUE(waitUntil([&path] { return QFile::exists(path); }));
+    ASSERT_TRUE(untilTrue([&path] { return QFile::exists(path); }));
     EXPECT_EQ(contentOf(path), HistoryExportFormatter::format({ pinned, build, heard, shopping }).toUtf8());
 }
 
@@ -99,7 +100,7 @@ TEST_F(HistoryClicks, RecordingIsHeardWhole) {
     choose(heard);
     ASSERT_EQ(energyOf(speaker.samples(), 48000), 0) << "nothing was to be heard yet";
     clickButton("Play");
-    ASSERT_TRUE(waitUntil([&speaker] { return energyOf(speaker.samples(), 48000) > 0; }));
+    ASSERT_TRUE(untilTrue([&speaker] { return energyOf(speaker.samples(), 48000) > 0; }));
     // The button pauses while it plays.
     control("push button", "Play");
     ASSERT_TRUE(speaker.listen(48000));
@@ -112,8 +113,8 @@ TEST_F(HistoryClicks, DeletedEntryIsGoneFromTheFile) {
     open();
     choose(build);
     click(buttonInRow(shopping, "Delete"));
-    EXPECT_TRUE(waitUntil([this] { return stored(shopping).isEmpty(); }));
-    EXPECT_TRUE(waitUntil([this] { return !isShown(shopping); }));
+    EXPECT_TRUE(untilTrue([this] { return stored(shopping).isEmpty(); }));
+    EXPECT_TRUE(untilTrue([this] { return !isShown(shopping); }));
     EXPECT_EQ(historyEntries().size(), 3);
     EXPECT_TRUE(isShown(build));
 }

@@ -1,5 +1,6 @@
 #include "Desktop/OpenStudio.h"
 
+#include "Support/UntilTrue.h"
 #include "TolmiApp/HistoryCodec.h"
 
 #include <QDir>
@@ -49,7 +50,7 @@ void OpenStudio::open(const QJsonObject &settings) {
     ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM), {})) << m_program.output().toStdString();
     m_windows = std::make_unique<AccessibleProgram>(m_program.processId());
     const AccessibleElement window = control("frame", "Tolmi Studio");
-    ASSERT_TRUE(waitUntil([&window] { return window.now().is(State::Active); }));
+    ASSERT_TRUE(untilTrue([&window] { return window.now().is(State::Active); }));
 }
 
 void OpenStudio::TearDown() {
@@ -58,7 +59,7 @@ void OpenStudio::TearDown() {
 
 void OpenStudio::goTo(const char *digit, const QString &title) {
     // The window may be active before it hears the keys.
-    ASSERT_TRUE(waitUntil([this, digit, &title] {
+    ASSERT_TRUE(untilTrue([this, digit, &title] {
         m_user.typeWithControl(digit);
         return isShown("heading", title);
     })) << title.toStdString();
@@ -67,10 +68,10 @@ void OpenStudio::goTo(const char *digit, const QString &title) {
 void OpenStudio::choose(const HistoryEntry &entry) {
     goTo("4", "History");
     const AccessibleElement window = control("frame", "Tolmi Studio");
-    ASSERT_TRUE(waitUntil([&window] { return window.rectangle().width() == historyWidth; }));
+    ASSERT_TRUE(untilTrue([&window] { return window.rectangle().width() == historyWidth; }));
     const AccessibleElement row = control("list item", entry.refinedText);
     click(row);
-    ASSERT_TRUE(waitUntil([&row] { return row.now().is(State::Selected); }));
+    ASSERT_TRUE(untilTrue([&row] { return row.now().is(State::Selected); }));
 }
 
 AccessibleElement OpenStudio::control(const QString &role, const QString &name) const {
@@ -93,7 +94,7 @@ std::optional<AccessibleElement> OpenStudio::findButtonInRow(
 
 AccessibleElement OpenStudio::buttonInRow(const HistoryEntry &entry, const QString &name) const {
     std::optional<AccessibleElement> button;
-    const bool isThere = waitUntil([&] {
+    const bool isThere = untilTrue([&] {
         button = findButtonInRow(entry, name);
         return button.has_value();
     });

@@ -1,5 +1,6 @@
 #include "Desktop/TestPrograms.h"
 #include "Platform/Linux/X11OverlayWindowSystem.h"
+#include "Support/UntilTrue.h"
 #include "TolmiApp/OverlayPanel.h"
 #include "TolmiApp/QuickOverlayWindow.h"
 
@@ -49,7 +50,7 @@ TEST_F(Overlay, EditorKeepsTheKeyboardInEveryState) {
     for (const Kind kind : { Kind::Recording, Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining,
              Kind::Pasting, Kind::Done }) {
         controller.show(kind, AppLanguage::English);
-        ASSERT_TRUE(waitUntil([&] { return view().isExposed(); }));
+        ASSERT_TRUE(untilTrue([&] { return view().isExposed(); }));
         typeKey(keyA);
         expected += QLatin1Char('a');
         EXPECT_TRUE(editor.waitForText(expected)) << editor.text().toStdString();
@@ -59,7 +60,7 @@ TEST_F(Overlay, EditorKeepsTheKeyboardInEveryState) {
 
 TEST_F(Overlay, OnlyTheMiddleAnswersThePointer) {
     controller.show(Kind::Recording, AppLanguage::English);
-    ASSERT_TRUE(waitUntil([&] { return windowAt(center()) == view().winId(); }));
+    ASSERT_TRUE(untilTrue([&] { return windowAt(center()) == view().winId(); }));
     for (const QPoint away : { QPoint(30, 0), QPoint(0, 30), QPoint(-20, -20), QPoint(70, 70) })
         EXPECT_NE(windowAt(center() + away), view().winId());
 }
@@ -72,10 +73,10 @@ TEST_F(Overlay, WordsAppearUnderThePointer) {
         return found == windows.end() ? QString() : (*found)->property("text").toString();
     };
     controller.show(DictationState::error(QStringLiteral("No microphone.")), AppLanguage::English);
-    ASSERT_TRUE(waitUntil([&] { return windowAt(center()) == view().winId(); }));
-    EXPECT_TRUE(waitUntil([&] { return words() == QStringLiteral("No microphone."); }));
+    ASSERT_TRUE(untilTrue([&] { return windowAt(center()) == view().winId(); }));
+    EXPECT_TRUE(untilTrue([&] { return words() == QStringLiteral("No microphone."); }));
     windowAt(center() + QPoint(60, 60));
-    EXPECT_TRUE(waitUntil([&] { return words().isEmpty(); }));
+    EXPECT_TRUE(untilTrue([&] { return words().isEmpty(); }));
 }
 
 TEST_F(Overlay, StandsAboveAFullScreenWindow) {
@@ -83,15 +84,15 @@ TEST_F(Overlay, StandsAboveAFullScreenWindow) {
         { QStringLiteral("-r"), QStringLiteral(":ACTIVE:"), QStringLiteral("-b"),
             QStringLiteral("add,fullscreen") });
     controller.show(Kind::Recording, AppLanguage::English);
-    EXPECT_TRUE(waitUntil([&] { return windowAt(center()) == view().winId(); }));
+    EXPECT_TRUE(untilTrue([&] { return windowAt(center()) == view().winId(); }));
     typeKey(keyA);
     EXPECT_TRUE(editor.waitForText(QStringLiteral("a")));
 }
 
 TEST_F(Overlay, FadesAwayWhenHidden) {
     controller.show(Kind::Done, AppLanguage::English);
-    ASSERT_TRUE(waitUntil([&] { return view().isExposed(); }));
+    ASSERT_TRUE(untilTrue([&] { return view().isExposed(); }));
     controller.hide();
-    EXPECT_TRUE(waitUntil([&] { return !view().isVisible(); }));
+    EXPECT_TRUE(untilTrue([&] { return !view().isVisible(); }));
     EXPECT_NE(windowAt(center()), view().winId());
 }

@@ -1,6 +1,7 @@
 // The Studio of the real program among the windows of a desktop.
 
 #include "Desktop/TestPrograms.h"
+#include "Support/UntilTrue.h"
 #include "dictate/Home.h"
 #include "dictate/RunningProgram.h"
 #include "dictate/VirtualUser.h"
@@ -52,7 +53,7 @@ protected:
     /// Waits for the window and goes to the history, the one workspace that needs more room than the window
     /// has at first. Keys that come before the program has heard of its focus go nowhere.
     bool goesToTheHistory() {
-        return waitUntil([] { return hasKeyboard(); }) && waitUntil([this] {
+        return untilTrue([] { return hasKeyboard(); }) && untilTrue([this] {
             m_user.typeWithControl("4");
             return width() == 1140;
         });
@@ -79,7 +80,7 @@ TEST_F(Studio, StaysAwayInTheTray) {
 
 TEST_F(Studio, OpensAtLaunchWhereThereIsNoTray) {
     start({});
-    EXPECT_TRUE(waitUntil([] { return hasKeyboard(); }));
+    EXPECT_TRUE(untilTrue([] { return hasKeyboard(); }));
 }
 
 TEST_F(Studio, SecondStartBringsItBeforeTheProgramInUse) {
@@ -88,19 +89,19 @@ TEST_F(Studio, SecondStartBringsItBeforeTheProgramInUse) {
     ASSERT_FALSE(isThere());
     RunningProgram second;
     EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM), {}));
-    EXPECT_TRUE(waitUntil([] { return hasKeyboard(); }));
+    EXPECT_TRUE(untilTrue([] { return hasKeyboard(); }));
 
     const TestEditor other;
-    ASSERT_TRUE(waitUntil([] { return !hasKeyboard(); }));
+    ASSERT_TRUE(untilTrue([] { return !hasKeyboard(); }));
     EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM), {}));
-    EXPECT_TRUE(waitUntil([] { return hasKeyboard(); })) << "an open window comes to the front again";
+    EXPECT_TRUE(untilTrue([] { return hasKeyboard(); })) << "an open window comes to the front again";
 }
 
 TEST_F(Studio, ArrowsGoFromWorkspaceToWorkspace) {
     start({});
-    ASSERT_TRUE(waitUntil([] { return hasKeyboard(); }));
+    ASSERT_TRUE(untilTrue([] { return hasKeyboard(); }));
     EXPECT_EQ(width(), 1100);
-    EXPECT_TRUE(waitUntil([this] {
+    EXPECT_TRUE(untilTrue([this] {
         m_user.type("Down");
         return width() == 1140;
     }));
@@ -110,7 +111,7 @@ TEST_F(Studio, ShortcutsReachTheWorkspacesAndTheEnd) {
     start({});
     EXPECT_TRUE(goesToTheHistory());
     m_user.typeWithControl("q");
-    EXPECT_TRUE(waitUntil([this] { return !m_program.isRunning(); }));
+    EXPECT_TRUE(untilTrue([this] { return !m_program.isRunning(); }));
 }
 
 TEST_F(Studio, FloatingSignIsSeenBesideIt) {
@@ -119,7 +120,7 @@ TEST_F(Studio, FloatingSignIsSeenBesideIt) {
     const QString desktop = middleOfTheSign();
     ASSERT_FALSE(desktop.isEmpty());
     m_user.press(VirtualUser::rightAlt);
-    EXPECT_TRUE(waitUntil([&desktop] { return middleOfTheSign() != desktop; }));
+    EXPECT_TRUE(untilTrue([&desktop] { return middleOfTheSign() != desktop; }));
     EXPECT_EQ(m_program.state(), QStringLiteral("recording"));
     m_user.release(VirtualUser::rightAlt);
 }

@@ -6,6 +6,7 @@
 #include "Platform/Linux/X11PasteKeystroke.h"
 #include "Platform/Linux/X11Pasteboard.h"
 #include "Support/Print.h"
+#include "Support/UntilTrue.h"
 #include "TolmiApp/SystemPasteService.h"
 
 #include <QDir>
@@ -31,7 +32,7 @@ protected:
         keystroke.post();
     }
     bool waitForClipboard(const QByteArray &text) {
-        return waitUntil([&text] { return clipboard(QStringLiteral("UTF8_STRING")) == text; });
+        return untilTrue([&text] { return clipboard(QStringLiteral("UTF8_STRING")) == text; });
     }
 
     MainLoopClock clock;
@@ -82,7 +83,7 @@ TEST_F(SystemPasteTests, anEmptyClipboardKeepsTheText) {
     EXPECT_TRUE(editor.waitForText(sentence));
     bool isOver = false;
     clock.callAfter(1.1, [&] { isOver = true; });
-    EXPECT_TRUE(waitUntil([&] { return isOver; }));
+    EXPECT_TRUE(untilTrue([&] { return isOver; }));
     EXPECT_TRUE(waitForClipboard(sentence.toUtf8()));
 }
 
@@ -171,7 +172,7 @@ TEST_F(SystemPasteTests, thePasteCommandIsNoChordForTheHotkey) {
     pressKey(rightAlt);
     keystroke.post();
     // The command releases the key, which is what a short press is.
-    EXPECT_TRUE(waitUntil([&] { return downs == 1; }));
+    EXPECT_TRUE(untilTrue([&] { return downs == 1; }));
     tap->invalidate();
     thread.join();
     releaseKey(rightAlt);
@@ -190,7 +191,7 @@ TEST_F(SystemPasteTests, aHungOwnerOfTheClipboardDoesNotKeepTheTextBack) {
 QByteArray textAfter(const QStringList &keys) {
     CopyingProgram nothing("nothing");
     QByteArray found;
-    EXPECT_TRUE(waitUntil([&] {
+    EXPECT_TRUE(untilTrue([&] {
         outputOf(QStringLiteral("xdotool"),
             QStringList { QStringLiteral("key") } + keys
                 + QStringList { QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c") });
@@ -225,13 +226,13 @@ protected:
 
     QByteArray lineAfterPaste() {
         constexpr int returnKey = 36;
-        EXPECT_TRUE(waitUntil([this] {
+        EXPECT_TRUE(untilTrue([this] {
             typeKey(returnKey);
             return QFile::exists(ready);
         }));
         paste();
         // Terminals fetch the text while they take further keys, so the first of these may overtake it.
-        EXPECT_TRUE(waitUntil([this] {
+        EXPECT_TRUE(untilTrue([this] {
             typeKey(returnKey);
             return QFile::exists(file);
         }));
@@ -268,7 +269,7 @@ TEST_F(SystemPasteTests, withoutAFrontWindowTheTargetIsUnknown) {
 TEST_F(SystemPasteTests, aWindowWithoutADesktopFileNamesItself) {
     TestEditor editor;
     std::optional<FrontApplication> front;
-    ASSERT_TRUE(waitUntil([&] { return (front = frontmost.current()).has_value(); }));
+    ASSERT_TRUE(untilTrue([&] { return (front = frontmost.current()).has_value(); }));
     EXPECT_EQ(front->localizedName, QStringLiteral("tolmi_test_editor"));
     EXPECT_EQ(front->bundleIdentifier, QStringLiteral("tolmi_test_editor"));
 }
@@ -276,7 +277,7 @@ TEST_F(SystemPasteTests, aWindowWithoutADesktopFileNamesItself) {
 TEST_F(SystemPasteTests, aWindowThatGoesMeanwhileIsNoTarget) {
     for (int round = 0; round < 3; ++round) {
         { TestEditor editor; }
-        waitUntil([this] { return !frontmost.current(); });
+        untilTrue([this] { return !frontmost.current(); });
     }
     EXPECT_EQ(frontmost.current(), std::nullopt);
 }

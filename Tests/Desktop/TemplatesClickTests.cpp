@@ -1,6 +1,7 @@
 // The templates of the real program, from the choice of an entry to the clipboard.
 
 #include "Desktop/OpenStudio.h"
+#include "Support/UntilTrue.h"
 #include "TolmiApp/TemplatePreset.h"
 
 namespace {
@@ -15,12 +16,12 @@ TEST_F(TemplatesClicks, ShapedTextIsCopied) {
     EXPECT_EQ(control("text", "Selected Transcript").text(), entry.refinedText);
     click(control("combo box", "Preset"));
     click(control("list item", "Action Items"));
-    ASSERT_TRUE(waitUntil([this] { return !isShown("list item", "Action Items"); }));
+    ASSERT_TRUE(untilTrue([this] { return !isShown("list item", "Action Items"); }));
     clickButton("Apply Template");
     const QString shaped = transform(TemplatePreset::ActionItems, entry.refinedText, AppLanguage::English);
     EXPECT_EQ(control("text", "Preview").text(), shaped);
     clickButton("Copy Output");
-    EXPECT_TRUE(waitUntil([&shaped] { return clipboard("UTF8_STRING") == shaped.toUtf8(); }))
+    EXPECT_TRUE(untilTrue([&shaped] { return clipboard("UTF8_STRING") == shaped.toUtf8(); }))
         << clipboard("UTF8_STRING").toStdString();
 }
 

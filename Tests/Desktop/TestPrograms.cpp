@@ -1,25 +1,13 @@
 #include "Desktop/TestPrograms.h"
+#include "Support/UntilTrue.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QThread>
 
 #include <gtest/gtest.h>
 
 #include <csignal>
-
-bool waitUntil(const std::function<bool()> &holds) {
-    QDeadlineTimer deadline(20000);
-    while (!holds()) {
-        if (deadline.hasExpired())
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents);
-        QThread::msleep(2);
-    }
-    return true;
-}
 
 QByteArray outputOf(const QString &program, const QStringList &arguments, const QByteArray &input) {
     QProcess process;
@@ -92,7 +80,7 @@ void TestProgram::startProgram(const QString &program, const QStringList &argume
 
 TestProgram::TestProgram(const QString &program, const QStringList &arguments, const QString &windowClass) {
     startProgram(program, arguments);
-    EXPECT_TRUE(waitUntil([&windowClass] { return classOfActiveWindow().contains(windowClass.toLatin1()); }))
+    EXPECT_TRUE(untilTrue([&windowClass] { return classOfActiveWindow().contains(windowClass.toLatin1()); }))
         << windowClass.toStdString() << " did not come to the front";
 }
 
@@ -107,7 +95,7 @@ CopyingProgram::CopyingProgram(const QByteArray &text) {
             QStringLiteral("-i") });
     m_process.write(text);
     m_process.closeWriteChannel();
-    EXPECT_TRUE(waitUntil([&text] { return clipboard(QStringLiteral("UTF8_STRING")) == text; }));
+    EXPECT_TRUE(untilTrue([&text] { return clipboard(QStringLiteral("UTF8_STRING")) == text; }));
 }
 
 CopyingProgram::~CopyingProgram() {
@@ -121,7 +109,7 @@ void CopyingProgram::hang() {
 
 TestEditor::TestEditor(const QStringList &arguments) {
     startProgram(QStringLiteral(TOLMI_TEST_EDITOR), arguments);
-    EXPECT_TRUE(waitUntil([this] {
+    EXPECT_TRUE(untilTrue([this] {
         readOutput();
         return m_said.contains(QLatin1String("ready"));
     })) << "the editor did not get the focus";
@@ -143,13 +131,13 @@ QString TestEditor::text() {
 }
 
 bool TestEditor::waitForText(const QString &text) {
-    return waitUntil([this, &text] { return this->text() == text; });
+    return untilTrue([this, &text] { return this->text() == text; });
 }
 
 QJsonObject TestEditor::ask(const QJsonObject &command, const QString &answer) {
     m_said.remove(answer);
     m_process.write(QJsonDocument(command).toJson(QJsonDocument::Compact) + '\n');
-    EXPECT_TRUE(waitUntil([this, &answer] {
+    EXPECT_TRUE(untilTrue([this, &answer] {
         readOutput();
         return m_said.contains(answer);
     })) << answer.toStdString();

@@ -4,11 +4,7 @@
 #include <QProcess>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
-
-/// Runs the event loop until `holds` does or far too much time has passed; says whether it holds.
-bool waitUntil(const std::function<bool()> &holds);
 
 /// The standard output of a program that ends by itself; a failure of the test when it fails.
 QByteArray outputOf(const QString &program, const QStringList &arguments, const QByteArray &input = {});

@@ -192,6 +192,8 @@ TEST_F(WholeDictation, MissingProgramEndsInAnErrorThatPasses) {
 TEST_F(WholeDictation, MissingSoundServerEndsInAnErrorThatPasses) {
     start();
     ASSERT_EQ(runTool("pactl", { "exit" }), 0);
+    // The server says goodbye before it goes.
+    ASSERT_TRUE(waitUntil([] { return runTool("pactl", { "info" }) != 0; }, 20));
     m_program.forgetStages();
     m_user.press(VirtualUser::rightAlt);
     EXPECT_TRUE(waitUntil([this] { return m_program.state() == u"error"; }, 20));

@@ -5,6 +5,7 @@
 #include "Platform/Linux/InjectedKeys.h"
 #include "Platform/Linux/X11AccessibilityRight.h"
 #include "Support/Print.h"
+#include "Support/UntilTrue.h"
 #include "TolmiApp/GlobalHotkeyManager.h"
 
 #include <gmock/gmock.h>
@@ -49,14 +50,14 @@ public:
         return m_reports;
     }
     bool waitForReports(size_t count) {
-        const bool hasCome = waitUntil([this, count] { return reports().size() >= count; });
+        const bool hasCome = untilTrue([this, count] { return reports().size() >= count; });
         EXPECT_TRUE(hasCome) << testing::PrintToString(reports());
         return hasCome;
     }
     /// What was reported before a press of the left key, which comes after everything else.
     std::vector<std::string> reportsUntilNow() {
         typeKey(leftAlt);
-        EXPECT_TRUE(waitUntil([this] {
+        EXPECT_TRUE(untilTrue([this] {
             const auto all = reports();
             return !all.empty() && all.back() == "58-";
         }));
@@ -90,7 +91,7 @@ public:
                 QStringLiteral("tcp"), QStringLiteral("-ac") }
                 + options);
         QByteArray number;
-        EXPECT_TRUE(waitUntil([&] { return (number += m_process.readAllStandardOutput()).endsWith('\n'); }));
+        EXPECT_TRUE(untilTrue([&] { return (number += m_process.readAllStandardOutput()).endsWith('\n'); }));
         m_name = ':' + number.trimmed();
     }
     ~OtherServer() { end(); }
@@ -212,7 +213,7 @@ TEST(X11EventTapTests, endsWhenTheServerGoes) {
     RunningTap running(server.name());
     ASSERT_TRUE(running.isMade());
     server.end();
-    EXPECT_TRUE(waitUntil([&] { return running.hasEnded(); }));
+    EXPECT_TRUE(untilTrue([&] { return running.hasEnded(); }));
 }
 
 TEST(X11EventTapTests, thereIsNoneWithoutADisplay) {
@@ -249,7 +250,7 @@ protected:
     }
 
     bool waitForHeard(size_t count) {
-        return waitUntil([this, count] { return heard.size() >= count; });
+        return untilTrue([this, count] { return heard.size() >= count; });
     }
 
     MainLoopClock clock;
@@ -296,7 +297,7 @@ TEST_F(X11HotkeyTests, restartsAndStopsWhileKeysArrive) {
     typeKey(rightAlt);
     bool isAllHeard = false;
     clock.post([&] { isAllHeard = true; });
-    EXPECT_TRUE(waitUntil([&] { return isAllHeard; }));
+    EXPECT_TRUE(untilTrue([&] { return isAllHeard; }));
     heard.clear();
     manager->start();
     typeKey(rightAlt);
