@@ -159,9 +159,7 @@ class Windows(unittest.TestCase):
         composer = self._composer(5)
         empty = [one for one in (composer.window(512) for _ in range(200))
                  if one.sequence[-1] == tokens.FIRST_TIMESTAMP and one.targets[-1] == tokens.END]
-        self.assertTrue(empty)
-        for one in empty:
-            self.assertGreater(one.louder, 0.1)
+        self.assertTrue(any(one.louder > 1 for one in empty), "silence after speech is heard beside it")
 
     def test_what_was_written_before_is_shown_only_while_enough_is_left(self):
         composer = self._composer(6)
@@ -176,7 +174,7 @@ class Windows(unittest.TestCase):
         self.assertTrue(cut)
         half = self.table.timestamp(windows.LEAST_PART * self.shape.window_seconds)
         for one in cut:
-            self.assertEqual(one.heard, len(one.samples) - windows.HALF)
+            self.assertGreater(one.heard / RATE, self.shape.window_seconds - windows.CUT_MARGIN)
             self.assertGreaterEqual(one.sequence[-1], half)
 
     def test_the_same_seed_makes_the_same_windows(self):
@@ -245,6 +243,7 @@ class _Result(evaluation.Evaluation):
         self.short_rows = [evaluation.Row(name, noise, "en", group, tally) for name in evaluation.PASSES
                            for noise in recordings.NOISES for group in recordings.GROUPS]
         self.long_rows = [evaluation.Row(evaluation.PLAIN, "clean", "en", "long", tally)]
+        self.longest_rows = [evaluation.Row(evaluation.PLAIN, "clean", "en", "longest", tally)]
         self.found, self.silences, self.four_seconds = {"en": (1, 1)}, tally, [0.2]
 
 

@@ -122,8 +122,9 @@ class Evaluation:
 
     def __init__(self, recognizer, maker, count, tell):
         self._recognizer, self._maker, self._tell = recognizer, maker, tell
-        self._short, self._long = maker.short(count), maker.long(count)
-        self.short_rows, self.long_rows = [], []
+        self._short, self._long = maker.short(count), maker.several(count, recordings.LONG)
+        self._longest = maker.several(max(1, count // 3), recordings.LONGEST)
+        self.short_rows, self.long_rows, self.longest_rows = [], [], []
         self.found, self.silences = {}, Tally()
         self.four_seconds = []
 
@@ -136,6 +137,8 @@ class Evaluation:
         for name in FLAGS:
             self._tell(f"long dictations, {name}")
             self.long_rows += _rows(self._recognizer, name, "clean", self._long)
+        self._tell("longest dictations")
+        self.longest_rows = _rows(self._recognizer, PLAIN, "clean", self._longest)
         self._tell("languages, silence, time")
         self._find_languages()
         for one in self._maker.silences():

@@ -20,8 +20,19 @@ VARIANTS = {
     "odd": utterances.ODD_VARIANTS,
 }
 PLAIN_VOICES = {"en": ("en-us", "en-gb"), "ro": ("ro",)}
-# A cut of so many seconds must hold the long dictations.
-LONG_SECONDS = (10, 20)
+
+
+@dataclasses.dataclass(frozen=True)
+class Length:
+    """Dictations of several sentences: least and most seconds, and least and most sentences to draw for that."""
+
+    group: str
+    seconds: tuple
+    sentences: tuple
+
+
+LONG = Length("long", (10, 20), (3, 6))
+LONGEST = Length("longest", (30, 60), (10, 20))
 
 
 @dataclasses.dataclass(frozen=True)
@@ -80,18 +91,19 @@ class Maker:
         return [self._record(f"{language}-{group}-{place:03d}", language, group, self._sentence(language))
                 for language in grammar.LANGUAGES for group in GROUPS for place in range(count)]
 
-    def long(self, count):
-        """So many of each language, of two to five sentences, between 10 and 20 seconds."""
+    def several(self, count, length):
+        """So many of each language, of several sentences, as long as asked."""
+        least, most = length.seconds
         made = []
         for language in grammar.LANGUAGES:
-            kept = 0
-            place = 0
+            kept = place = 0
             while kept < count:
-                text = " ".join(self._sentence(language) for _ in range(self._random.randint(3, 6)))
-                one = self._record(f"{language}-long-{place:03d}", language, self._random.choice(("plain", "seen")), text)
+                text = " ".join(self._sentence(language) for _ in range(self._random.randint(*length.sentences)))
+                name = f"{language}-{length.group}-{place:03d}"
+                one = self._record(name, language, self._random.choice(("plain", "seen")), text)
                 place += 1
-                if LONG_SECONDS[0] <= one.seconds <= LONG_SECONDS[1]:
-                    made.append(dataclasses.replace(one, group="long"))
+                if least <= one.seconds <= most:
+                    made.append(dataclasses.replace(one, group=length.group))
                     kept += 1
         return made
 

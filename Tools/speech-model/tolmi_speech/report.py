@@ -72,5 +72,6 @@ def text(result):
         _table(["asked for", "goal", "measured", "reached"], goals),
         "\n## Sentences\n", _short_table(result.short_rows),
         "\n## Dictations of 10 to 20 seconds\n", _long_table(result.long_rows),
+        "\n## Dictations of 30 to 60 seconds\n", _long_table(result.longest_rows),
         f"\nLanguages that `-l auto` found, odd voices left out: {found}.",
         f"Silence and faint noise came out as \"Thank you.\" in {silences.exact} of {silences.recordings} recordings.", ""])

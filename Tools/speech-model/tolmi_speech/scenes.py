@@ -61,8 +61,9 @@ class Pool:
 
     def __init__(self, utterances, grammars):
         self.utterances = utterances
-        self._by_voice, self._by_first_word = {}, {}
+        self._by_language, self._by_voice, self._by_first_word = {}, {}, {}
         for one in utterances:
+            self._by_language.setdefault(one.language, []).append(one)
             self._by_voice.setdefault((one.language, one.voice), []).append(one)
             self._by_first_word.setdefault((one.language, one.voice, one.tokens[0]), []).append(one)
         names = sorted({name for one in utterances for name, _ in one.sounds if name and not name.startswith("_")})
@@ -72,6 +73,9 @@ class Pool:
 
     def draw(self, random):
         return random.choice(self.utterances)
+
+    def in_language(self, language, random):
+        return random.choice(self._by_language[language])
 
     def neighbour(self, of, random):
         """An utterance with the same voice, often one that begins alike."""

@@ -15,6 +15,9 @@ SEVERAL_SHARE = 0.75
 MOST_NEIGHBOURS = 5
 # Windows that begin in the middle of a recording, with what was written before in mind.
 LATER_SHARE = 0.6
+# Windows before the one that it follows: a long recording has several, and they fill what whisper-cli remembers.
+EARLIER_WINDOWS = (0, 0, 1, 2, 4)
+SENTENCES_OF_A_WINDOW = 2
 # Windows behind the last word, of which nothing is to be written.
 AFTER_SHARE = 0.06
 # whisper-cli forgets what was written before when no more than so many seconds are left of the recording.
@@ -158,16 +161,22 @@ class Composer:
         return self._random.choice(firsts if firsts and self._random.random() < 0.8 else words)
 
     def _remembered(self, scene, items, begin):
-        """What whisper-cli shows of its own text to the window that begins there."""
-        return self._written(items) if scene.seconds - begin > FORGETTING_SECONDS else []
+        """What whisper-cli shows of its own text to the window that begins there: the last tokens that fit, the moments
+        among them."""
+        if scene.seconds - begin <= FORGETTING_SECONDS:
+            return []
+        written = []
+        for _ in range(self._random.choice(EARLIER_WINDOWS)):
+            said = [self._pool.in_language(scene.language, self._random) for _ in range(SENTENCES_OF_A_WINDOW)]
+            written += self._written([token for one in said for token in one.tokens])
+        written += self._written([token for token, _ in items])
+        return written[-(self._shape.text_context // 2 - 1):]
 
-    def _written(self, items):
-        """What whisper-cli hands on of its own text: the last tokens that fit, the moments among them."""
+    def _written(self, text):
+        """What is left of an earlier window."""
         table = self._table
-        text = [table.number(token) for token, _ in items]
-        end = table.timestamp(self._random.uniform(5, self._shape.window_seconds))
-        whole = [tokens.FIRST_TIMESTAMP, *text, end, end]
-        return whole[-(self._shape.text_context // 2 - 1):]
+        end = table.timestamp(self._random.uniform(LEAST_PART * self._shape.window_seconds, self._shape.window_seconds))
+        return [tokens.FIRST_TIMESTAMP, *(table.number(token) for token in text), end, end]
 
     def _example(self, scene, steps, extent, previous):
         begin, end, is_cut = extent
