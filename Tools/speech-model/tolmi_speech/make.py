@@ -19,7 +19,7 @@ def _arguments():
     parser.add_argument("--out", default="ggml-tolmi-starter-q8_0.bin", help="the model's file (default: %(default)s)")
     parser.add_argument("--work", default="speech-model-work", help="where speech and checkpoints are kept")
     parser.add_argument("--utterances", type=int, default=32000, help="spoken sentences (default: %(default)s)")
-    parser.add_argument("--minutes", type=float, default=60, help="minutes of training on every processor (default: %(default)s)")
+    parser.add_argument("--minutes", type=float, default=155, help="minutes of training on every processor (default: %(default)s)")
     parser.add_argument("--seed", type=int, default=1, help="the same seed makes the same speech (default: %(default)s)")
     parser.add_argument("--dry-run", action="store_true", help="the whole road in a minute; the model understands nothing")
     arguments = parser.parse_args()
