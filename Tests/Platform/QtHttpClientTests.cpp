@@ -312,6 +312,31 @@ TEST_P(Failure, IsNoAnswerAndNotTriedAgain) {
     EXPECT_EQ(m_server.requests.size(), 1u);
 }
 
+struct WholeAnswerCase {
+    const char *name;
+    const char *answer;
+};
+
+class WholeAnswer : public QtHttpClientTest, public testing::WithParamInterface<WholeAnswerCase> { };
+
+INSTANTIATE_TEST_SUITE_P(Answers, WholeAnswer,
+    testing::Values(
+        WholeAnswerCase { "WithItsLength", "HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nall of it" },
+        WholeAnswerCase { "InChunks",
+            "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n7\r\nall of \r\n2\r\nit\r\n0\r\n\r\n" },
+        WholeAnswerCase { "ToTheEndOfTheConnection", "HTTP/1.1 200 OK\r\n\r\nall of it" }),
+    [](const auto &info) { return info.param.name; });
+
+TEST_P(WholeAnswer, IsTakenThoughTheConnectionEndsWithIt) {
+    m_server.script = { { MisbehavingServer::send(GetParam().answer), MisbehavingServer::close() } };
+    HttpRequest sent = request();
+    sent.method = "POST";
+    sent.body = "words";
+    perform(sent);
+    EXPECT_EQ(m_outcome.value, (HttpResponse { 200, QByteArray("all of it") }));
+    EXPECT_EQ(m_server.requests.size(), 1u);
+}
+
 TEST_F(QtHttpClientTest, ReadsNoMoreThanTheHeadPromises) {
     answerWith("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody and more");
     perform(request());

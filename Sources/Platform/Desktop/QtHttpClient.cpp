@@ -85,6 +85,18 @@ std::optional<int> statusCode(const QNetworkReply &reply) {
     return status.isValid() ? std::optional(status.toInt()) : std::nullopt;
 }
 
+/// Whether the reply sends us on, to wherever.
+bool isRedirect(const QNetworkReply &reply) {
+    constexpr std::array redirects { 301, 302, 303, 307, 308 };
+    return std::find(redirects.begin(), redirects.end(), statusCode(reply)) != redirects.end();
+}
+
+/// Whether the body of the reply goes on to the end of the connection, which is no accident then.
+bool endsWithConnection(const QNetworkReply &reply) {
+    return statusCode(reply) && !reply.hasRawHeader("Content-Length")
+        && !reply.hasRawHeader("Transfer-Encoding");
+}
+
 /// What kept the reply from being complete. Qt has errors for many a status too: those are no failures.
 std::optional<HttpError> failure(const QNetworkReply &reply) {
     using Code = HttpError::Code;
@@ -104,8 +116,12 @@ std::optional<HttpError> failure(const QNetworkReply &reply) {
     case QNetworkReply::ProtocolFailure:
         return Code::BadResponse;
     case QNetworkReply::ContentReSendError:
-        // With a status it only wanted to be ready to follow it; without one it wanted to try again.
-        return statusCode(reply) ? std::nullopt : std::optional<HttpError>(Code::ConnectionLost);
+        // At a redirect it only wanted to be ready to follow it. Else the connection ended before it had
+        // looked at what came, and it wanted to try again: a body that should end before the connection is
+        // half of one.
+        return isRedirect(reply) || endsWithConnection(reply)
+            ? std::nullopt
+            : std::optional<HttpError>(Code::ConnectionLost);
     default:
         break;
     }
@@ -115,8 +131,7 @@ std::optional<HttpError> failure(const QNetworkReply &reply) {
 
 /// Where the reply to `url` sends us on; absent when it does not.
 std::optional<QUrl> redirectTarget(const QNetworkReply &reply, const QUrl &url) {
-    constexpr std::array redirects { 301, 302, 303, 307, 308 };
-    if (std::find(redirects.begin(), redirects.end(), statusCode(reply)) == redirects.end())
+    if (!isRedirect(reply))
         return std::nullopt;
     const QUrl location = QUrl::fromEncoded(reply.rawHeader("Location"));
     if (location.isEmpty() || !location.isValid())
