@@ -168,6 +168,14 @@ class Windows(unittest.TestCase):
         for one in reminded:
             self.assertGreater(one.heard / RATE, windows.FORGETTING_SECONDS)
 
+    def test_what_is_remembered_may_be_of_several_windows_and_fits(self):
+        composer = self._composer(8)
+        made = [one.sequence for one in (composer.window(512) for _ in range(300))]
+        remembered = [one[1:one.index(tokens.START)] for one in made if tokens.PREVIOUS in one]
+        self.assertTrue(any(one.count(tokens.FIRST_TIMESTAMP) > 1 for one in remembered))
+        # whisper-cli keeps half of the text's places, and one of them is for the mark in front.
+        self.assertEqual(max(len(one) for one in remembered), self.shape.text_context // 2 - 1)
+
     def test_a_window_that_ends_within_the_speech_tells_where_the_next_begins(self):
         composer = self._composer(7)
         cut = [one for one in (composer.window(512) for _ in range(200)) if one.sequence[-1] == one.sequence[-2]]

@@ -75,6 +75,7 @@ class Pool:
         return random.choice(self.utterances)
 
     def in_language(self, language, random):
+        """An utterance with any voice."""
         return random.choice(self._by_language[language])
 
     def neighbour(self, of, random):
