@@ -3,7 +3,7 @@
 #include "Platform/Linux/LinuxFileManager.h"
 #include "Platform/Linux/PulseAudioEngine.h"
 #include "Platform/Linux/PulseMicrophonePermission.h"
-#include "TolmiApp/LiveAudioCapture.h"
+#include "TolmiApp/Audio/LiveAudioCapture.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,7 +2,7 @@
 // once.
 
 #include "Text/DateTexts.h"
-#include "TolmiApp/HistoryRows.h"
+#include "TolmiApp/History/HistoryRows.h"
 
 #include <QStringList>
 

@@ -3,9 +3,9 @@
 // what it still does once it is hidden.
 
 #include "Platform/OverlayWindowSystem.h"
-#include "TolmiApp/OverlayPanel.h"
-#include "TolmiApp/QuickOverlayWindow.h"
-#include "TolmiApp/Views.h"
+#include "TolmiApp/Overlay/OverlayPanel.h"
+#include "TolmiApp/Overlay/QuickOverlayWindow.h"
+#include "TolmiApp/Shell/Views.h"
 
 #include <QGuiApplication>
 #include <QQuickView>

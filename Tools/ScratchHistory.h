@@ -3,7 +3,7 @@
 #include "Platform/Desktop/MainLoopClock.h"
 #include "Platform/Linux/LinuxAtomicFileWriter.h"
 #include "Platform/Linux/LinuxFileManager.h"
-#include "TolmiApp/TranscriptionHistory.h"
+#include "TolmiApp/History/TranscriptionHistory.h"
 
 /// A history as the program keeps it, but in a folder of its own, which only the user may enter.
 class ScratchHistory {

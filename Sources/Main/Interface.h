@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TolmiApp/StudioDestination.h"
+#include "TolmiApp/Navigation/StudioDestination.h"
 
 #include <functional>
 #include <memory>

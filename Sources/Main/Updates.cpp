@@ -3,10 +3,10 @@
 #include "Main/Adapters.h"
 #include "Platform/Desktop/UserFolders.h"
 #include "Text/Text.h"
-#include "TolmiApp/AppcastUpdater.h"
-#include "TolmiApp/UpdateDialogModel.h"
-#include "TolmiApp/UpdateWindow.h"
-#include "TolmiApp/ViewAppearance.h"
+#include "TolmiApp/Shell/ViewAppearance.h"
+#include "TolmiApp/Updates/AppcastUpdater.h"
+#include "TolmiApp/Updates/UpdateDialogModel.h"
+#include "TolmiApp/Updates/UpdateWindow.h"
 
 Updates::Updates(Adapters &adapters, const BundleInfo &bundle, const SettingsStore &settings)
     : m_adapters(adapters)

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/SerialQueue.h"
-#include "TolmiApp/AppUpdater.h"
-#include "TolmiApp/UpdatePrompt.h"
+#include "TolmiApp/Updates/AppUpdater.h"
+#include "TolmiApp/Updates/UpdatePrompt.h"
 
 class SettingsStore;
 class UpdateDialogModel;

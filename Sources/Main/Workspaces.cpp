@@ -1,15 +1,15 @@
 #include "Main/Workspaces.h"
 
 #include "Main/Adapters.h"
-#include "TolmiApp/CommandCenterModel.h"
-#include "TolmiApp/DictationFlowManager.h"
-#include "TolmiApp/DictationLiveModel.h"
-#include "TolmiApp/HealthModel.h"
-#include "TolmiApp/HistoryWorkspaceModel.h"
-#include "TolmiApp/OnboardingWizardModel.h"
-#include "TolmiApp/ProfileWorkspaceModel.h"
-#include "TolmiApp/SettingsModel.h"
-#include "TolmiApp/TemplatesModel.h"
+#include "TolmiApp/CommandCenter/CommandCenterModel.h"
+#include "TolmiApp/Dictation/DictationFlowManager.h"
+#include "TolmiApp/DictationLive/DictationLiveModel.h"
+#include "TolmiApp/Health/HealthModel.h"
+#include "TolmiApp/History/HistoryWorkspaceModel.h"
+#include "TolmiApp/Onboarding/OnboardingWizardModel.h"
+#include "TolmiApp/Profile/ProfileWorkspaceModel.h"
+#include "TolmiApp/SettingsPage/SettingsModel.h"
+#include "TolmiApp/Templates/TemplatesModel.h"
 
 #include <QLocale>
 

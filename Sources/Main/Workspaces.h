@@ -2,8 +2,8 @@
 
 #include "Main/Interface.h"
 #include "Text/DateTexts.h"
-#include "TolmiApp/ProfileAvatarEditor.h"
-#include "TolmiApp/TolmiStudioWindowModel.h"
+#include "TolmiApp/Profile/ProfileAvatarEditor.h"
+#include "TolmiApp/Studio/TolmiStudioWindowModel.h"
 
 /// Makes the models of everything that the Studio shows.
 class Workspaces {

@@ -2,7 +2,7 @@
 #include "Main/UnixSignals.h"
 #include "Platform/Desktop/QtAudioPlayers.h"
 #include "Platform/Log.h"
-#include "TolmiApp/Views.h"
+#include "TolmiApp/Shell/Views.h"
 
 #include <QApplication>
 #include <QIcon>

@@ -1,5 +1,8 @@
 #pragma once
 
+// Before <compare>, which moc 6.4 cannot parse when it is the first header that it meets.
+#include <QtGlobal>
+
 #include <compare>
 
 /// An instant, independent of calendars and zones.

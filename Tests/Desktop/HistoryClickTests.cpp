@@ -4,7 +4,7 @@
 #include "Desktop/OpenStudio.h"
 #include "Desktop/SpeakerRecording.h"
 #include "Support/UntilTrue.h"
-#include "TolmiApp/HistoryExportFormatter.h"
+#include "TolmiApp/History/HistoryExportFormatter.h"
 
 #include <QDir>
 #include <QtEndian>

@@ -6,7 +6,7 @@
 #include "Platform/Linux/PulseAudioEngine.h"
 #include "Platform/Linux/PulseMicrophonePermission.h"
 #include "Support/VirtualClock.h"
-#include "TolmiApp/LiveAudioCapture.h"
+#include "TolmiApp/Audio/LiveAudioCapture.h"
 
 #include <QDir>
 

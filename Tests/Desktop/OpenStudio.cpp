@@ -1,7 +1,7 @@
 #include "Desktop/OpenStudio.h"
 
 #include "Support/UntilTrue.h"
-#include "TolmiApp/HistoryCodec.h"
+#include "TolmiApp/History/HistoryCodec.h"
 
 #include <QDir>
 

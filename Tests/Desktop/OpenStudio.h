@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Desktop/TestPrograms.h"
-#include "TolmiApp/HistoryEntry.h"
+#include "TolmiApp/History/HistoryEntry.h"
 
 #include "desktop-driver/AccessibleProgram.h"
 #include "dictate/Home.h"

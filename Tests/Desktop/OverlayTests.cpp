@@ -1,8 +1,8 @@
 #include "Desktop/TestPrograms.h"
 #include "Platform/Linux/X11OverlayWindowSystem.h"
 #include "Support/UntilTrue.h"
-#include "TolmiApp/OverlayPanel.h"
-#include "TolmiApp/QuickOverlayWindow.h"
+#include "TolmiApp/Overlay/OverlayPanel.h"
+#include "TolmiApp/Overlay/QuickOverlayWindow.h"
 
 #include <QGuiApplication>
 #include <QQuickView>

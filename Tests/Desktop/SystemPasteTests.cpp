@@ -7,7 +7,7 @@
 #include "Platform/Linux/X11Pasteboard.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
-#include "TolmiApp/SystemPasteService.h"
+#include "TolmiApp/Dictation/SystemPasteService.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,7 +2,7 @@
 
 #include "Desktop/OpenStudio.h"
 #include "Support/UntilTrue.h"
-#include "TolmiApp/TemplatePreset.h"
+#include "TolmiApp/Templates/TemplatePreset.h"
 
 namespace {
 class TemplatesClicks : public OpenStudio { };

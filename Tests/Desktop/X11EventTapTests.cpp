@@ -6,7 +6,7 @@
 #include "Platform/Linux/X11AccessibilityRight.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
-#include "TolmiApp/GlobalHotkeyManager.h"
+#include "TolmiApp/Dictation/GlobalHotkeyManager.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

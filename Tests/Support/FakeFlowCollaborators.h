@@ -2,7 +2,7 @@
 
 #include "Platform/Application.h"
 #include "Support/ScriptedOperation.h"
-#include "TolmiApp/DictationFlowCollaborators.h"
+#include "TolmiApp/Dictation/DictationFlowCollaborators.h"
 
 #include <QStringList>
 

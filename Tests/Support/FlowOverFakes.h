@@ -2,7 +2,7 @@
 
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/SettingsOverFakes.h"
-#include "TolmiApp/DictationFlowManager.h"
+#include "TolmiApp/Dictation/DictationFlowManager.h"
 
 /// A dictation flow over a platform in memory, for what shows it. Nothing runs until somebody asks for it.
 struct FlowOverFakes : SettingsOverFakes {
@@ -16,8 +16,8 @@ struct FlowOverFakes : SettingsOverFakes {
         clock.forgetPending();
     }
 
-    /// Sets the flow up, as the first turn of the main loop does, and lets the sweep that it starts beside it have
-    /// its folder, so that the files are the test's alone afterwards.
+    /// Sets the flow up, as the first turn of the main loop does, and lets the sweep that it starts beside it
+    /// have its folder, so that the files are the test's alone afterwards.
     void setUp() {
         clock.runPosted();
         fakes.sweeps->waitForCalls(1);

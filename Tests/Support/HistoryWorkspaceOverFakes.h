@@ -7,8 +7,8 @@
 #include "Support/FakeSavePanel.h"
 #include "Support/SettingsOverFakes.h"
 #include "Text/DateTexts.h"
-#include "TolmiApp/HistoryCodec.h"
-#include "TolmiApp/HistoryWorkspaceModel.h"
+#include "TolmiApp/History/HistoryCodec.h"
+#include "TolmiApp/History/HistoryWorkspaceModel.h"
 
 /// The history workspace of a user with the given entries, in English and in UTC, over a platform in memory.
 struct HistoryWorkspaceOverFakes {

@@ -6,9 +6,9 @@
 #include "Support/FakeOpenPanel.h"
 #include "Support/FlowOverFakes.h"
 #include "Support/Pictures.h"
-#include "TolmiApp/ProfileAvatarEditor.h"
-#include "TolmiApp/ProfileWorkspaceModel.h"
-#include "TolmiApp/TranscriptionHistory.h"
+#include "TolmiApp/History/TranscriptionHistory.h"
+#include "TolmiApp/Profile/ProfileAvatarEditor.h"
+#include "TolmiApp/Profile/ProfileWorkspaceModel.h"
 
 #include <optional>
 

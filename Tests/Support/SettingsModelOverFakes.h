@@ -3,7 +3,7 @@
 #include "Support/FakeSystemSounds.h"
 #include "Support/FakeUpdaterController.h"
 #include "Support/SettingsOverFakes.h"
-#include "TolmiApp/SettingsModel.h"
+#include "TolmiApp/SettingsPage/SettingsModel.h"
 
 /// The settings workspace's model over a platform in memory, with the interface in English. The program has
 /// an updater if `isConfigured`.

@@ -4,7 +4,7 @@
 #include "Support/FakeFileManager.h"
 #include "Support/FakeUserDefaults.h"
 #include "Support/VirtualClock.h"
-#include "TolmiApp/SettingsStore.h"
+#include "TolmiApp/Settings/SettingsStore.h"
 
 /// The settings as a new user has them, over a platform in memory.
 struct SettingsOverFakes {

@@ -1,4 +1,4 @@
-#include "TolmiApp/BackdropDrift.h"
+#include "TolmiApp/Design/Drawing/BackdropDrift.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TolmiApp/CommandCenterModel.h"
+#include "TolmiApp/CommandCenter/CommandCenterModel.h"
 #include "Views/FlowStage.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TolmiApp/DictationLiveModel.h"
+#include "TolmiApp/DictationLive/DictationLiveModel.h"
 #include "Views/FlowStage.h"
 
 #include <optional>

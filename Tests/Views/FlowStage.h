@@ -1,7 +1,7 @@
 #pragma once
 
-#include "App/StudioFixture.h"
-#include "TolmiApp/ViewTexts.h"
+#include "App/Studio/StudioFixture.h"
+#include "TolmiApp/Shell/ViewTexts.h"
 
 /// A flow for the tests of a view that drives it, over a platform in memory and on a clock that stands still.
 class FlowStage : public QObject, protected StudioFixture {

@@ -3,8 +3,8 @@
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/ScriptedOperation.h"
 #include "Support/SettingsOverFakes.h"
-#include "TolmiApp/HealthModel.h"
-#include "TolmiApp/ViewTexts.h"
+#include "TolmiApp/Health/HealthModel.h"
+#include "TolmiApp/Shell/ViewTexts.h"
 
 /// What the workspace of the health checks needs, on a machine whose state the test sets. All is well at
 /// first, and the interface speaks English.

@@ -1,10 +1,10 @@
-#include "TolmiApp/MenuBarPopupWindow.h"
+#include "TolmiApp/Popup/MenuBarPopupWindow.h"
 
 #include "Support/FakePasteboard.h"
 #include "Support/FlowOverFakes.h"
 #include "Support/UntilTrue.h"
-#include "TolmiApp/MenuBarPopupModel.h"
-#include "TolmiApp/ViewTexts.h"
+#include "TolmiApp/Popup/MenuBarPopupModel.h"
+#include "TolmiApp/Shell/ViewTexts.h"
 #include "Views/RecordingWindowSystem.h"
 #include "Views/ViewsFixture.h"
 

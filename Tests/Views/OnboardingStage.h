@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Support/FakeKeyboard.h"
-#include "TolmiApp/OnboardingWizardModel.h"
+#include "TolmiApp/Onboarding/OnboardingWizardModel.h"
 #include "Views/FlowStage.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #include "Support/UntilTrue.h"
-#include "TolmiApp/OverlayPanel.h"
-#include "TolmiApp/QuickOverlayWindow.h"
+#include "TolmiApp/Overlay/OverlayPanel.h"
+#include "TolmiApp/Overlay/QuickOverlayWindow.h"
 #include "Views/RecordingWindowSystem.h"
 #include "Views/ViewsFixture.h"
 

@@ -2,8 +2,8 @@
 
 #include "Support/FakePasteboard.h"
 #include "Support/FlowOverFakes.h"
-#include "TolmiApp/MenuBarPopupModel.h"
-#include "TolmiApp/ViewTexts.h"
+#include "TolmiApp/Popup/MenuBarPopupModel.h"
+#include "TolmiApp/Shell/ViewTexts.h"
 
 /// The real model of the popup over a flow in memory, for tests written in QML. The interface is in English
 /// and the refinement is off.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Support/ProfileModelOverFakes.h"
-#include "TolmiApp/ViewTexts.h"
+#include "TolmiApp/Shell/ViewTexts.h"
 
 /// The real model of the profile workspace over a platform in memory, for tests written in QML. The interface
 /// is in English.

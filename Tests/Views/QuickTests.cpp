@@ -1,4 +1,4 @@
-#include "TolmiApp/Views.h"
+#include "TolmiApp/Shell/Views.h"
 #include "Views/CommandCenterStage.h"
 #include "Views/DictationLiveStage.h"
 #include "Views/HealthStage.h"

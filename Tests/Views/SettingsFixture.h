@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Support/SettingsModelOverFakes.h"
-#include "TolmiApp/ViewTexts.h"
+#include "TolmiApp/Shell/ViewTexts.h"
 
 #include <optional>
 

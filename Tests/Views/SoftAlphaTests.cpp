@@ -1,4 +1,4 @@
-#include "TolmiApp/SoftAlpha.h"
+#include "TolmiApp/Design/Drawing/SoftAlpha.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/SettingsOverFakes.h"
-#include "TolmiApp/TolmiStudioWindowModel.h"
-#include "TolmiApp/ViewTexts.h"
+#include "TolmiApp/Shell/ViewTexts.h"
+#include "TolmiApp/Studio/TolmiStudioWindowModel.h"
 
 /// A Studio's model for the tests of its view, over a platform in memory. Every workspace has a plain object
 /// for a model, but for the health checks, which have none.

@@ -1,10 +1,10 @@
-#include "TolmiApp/QuickStudioWindow.h"
+#include "TolmiApp/Studio/QuickStudioWindow.h"
 
 #include "Support/FakeDesktopLook.h"
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/SettingsOverFakes.h"
 #include "Support/UntilTrue.h"
-#include "TolmiApp/TolmiStudioWindowModel.h"
+#include "TolmiApp/Studio/TolmiStudioWindowModel.h"
 #include "Views/ViewsFixture.h"
 
 #include <QQuickItem>

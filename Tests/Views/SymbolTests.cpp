@@ -1,8 +1,8 @@
-#include "TolmiApp/Symbol.h"
-#include "TolmiApp/SymbolPaths.h"
+#include "TolmiApp/Design/Drawing/Symbol.h"
+#include "TolmiApp/Design/Drawing/SymbolPaths.h"
 #include "Views/ViewsFixture.h"
 
-#include <QDir>
+#include <QDirIterator>
 #include <QRegularExpression>
 
 namespace {
@@ -36,22 +36,23 @@ TEST_F(Symbols, EveryOneThatTheInterfaceNamesIsThere) {
 
 TEST_F(Symbols, EveryOneThatAQmlFileNamesIsThere) {
     const QRegularExpression use(QStringLiteral("(?<!\\.)\\b(?:symbol|icon|name): \"([^\"]+)\""));
-    int found = 0;
     for (const char *folder : { TOLMI_SOURCE_DIR "/Sources/TolmiApp", TOLMI_SOURCE_DIR "/Tools/gallery" }) {
-        for (const QFileInfo &info :
-            QDir(QString::fromUtf8(folder)).entryInfoList({ QStringLiteral("*.qml") })) {
-            QFile file(info.filePath());
+        int found = 0;
+        QDirIterator files(
+            QString::fromUtf8(folder), { QStringLiteral("*.qml") }, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
             ASSERT_TRUE(file.open(QFile::ReadOnly));
             auto uses = use.globalMatch(QString::fromUtf8(file.readAll()));
             while (uses.hasNext()) {
                 const QString name = uses.next().captured(1);
                 EXPECT_TRUE(SymbolPaths::contains(name))
-                    << name.toStdString() << " in " << info.fileName().toStdString();
+                    << name.toStdString() << " in " << file.fileName().toStdString();
                 ++found;
             }
         }
+        EXPECT_GT(found, 5) << folder;
     }
-    EXPECT_GT(found, 10);
 }
 
 TEST_F(Symbols, EveryOneIsDrawnInsideItsSquareAtEverySize) {

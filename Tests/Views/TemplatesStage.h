@@ -3,10 +3,10 @@
 #include "Support/FakeAtomicFileWriter.h"
 #include "Support/FakePasteboard.h"
 #include "Support/SettingsOverFakes.h"
-#include "TolmiApp/HistorySelection.h"
-#include "TolmiApp/TemplatesModel.h"
-#include "TolmiApp/TranscriptionHistory.h"
-#include "TolmiApp/ViewTexts.h"
+#include "TolmiApp/History/TranscriptionHistory.h"
+#include "TolmiApp/Navigation/HistorySelection.h"
+#include "TolmiApp/Shell/ViewTexts.h"
+#include "TolmiApp/Templates/TemplatesModel.h"
 
 /// What the workspace of the templates needs, and what surrounds it. The interface speaks English at first.
 class TemplatesStage : public QObject {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Support/SettingsOverFakes.h"
-#include "TolmiApp/UpdateDialogModel.h"
+#include "TolmiApp/Updates/UpdateDialogModel.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
-#include "TolmiApp/UpdateWindow.h"
+#include "TolmiApp/Updates/UpdateWindow.h"
 
 #include "Support/SettingsOverFakes.h"
-#include "TolmiApp/UpdateDialogModel.h"
+#include "TolmiApp/Updates/UpdateDialogModel.h"
 #include "Views/ViewsFixture.h"
 
 #include <QGuiApplication>

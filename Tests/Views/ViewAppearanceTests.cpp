@@ -1,4 +1,4 @@
-#include "TolmiApp/ViewAppearance.h"
+#include "TolmiApp/Shell/ViewAppearance.h"
 
 #include "Support/FakeDesktopLook.h"
 #include "Support/SettingsOverFakes.h"

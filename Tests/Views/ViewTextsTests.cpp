@@ -1,4 +1,4 @@
-#include "TolmiApp/ViewTexts.h"
+#include "TolmiApp/Shell/ViewTexts.h"
 
 #include "Support/SettingsOverFakes.h"
 

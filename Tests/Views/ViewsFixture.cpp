@@ -1,6 +1,6 @@
 #include "Views/ViewsFixture.h"
 
-#include "TolmiApp/Views.h"
+#include "TolmiApp/Shell/Views.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "Platform/Error.h"
 #include "Platform/Linux/FileDescriptor.h"
 #include "ScratchHistory.h"
-#include "TolmiApp/HistoryCodec.h"
+#include "TolmiApp/History/HistoryCodec.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
-#include "TolmiApp/OverlayPanel.h"
-#include "TolmiApp/SymbolPaths.h"
-#include "TolmiApp/Views.h"
+#include "TolmiApp/Design/Drawing/SymbolPaths.h"
+#include "TolmiApp/Overlay/OverlayPanel.h"
+#include "TolmiApp/Shell/Views.h"
 
 #include <QCommandLineParser>
 #include <QDir>

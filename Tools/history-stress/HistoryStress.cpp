@@ -3,7 +3,7 @@
 
 #include "Platform/Linux/FileDescriptor.h"
 #include "ScratchHistory.h"
-#include "TolmiApp/HistoryCodec.h"
+#include "TolmiApp/History/HistoryCodec.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Platform/Clock.h"
+#include "Platform/FileListing.h"
+#include "Platform/FileManager.h"
+#include "TolmiApp/Contracts/FlowCollaborators.h"
+
+/// Keeps the folder of recordings within an age and a size.
+///
+/// It knows the folder alone: every visible regular file counts, a recording of a pinned entry or one that is
+/// being written too.
+class AudioRetentionSweeper final : public RetentionSweep {
+public:
+    /// The arguments must outlive the sweeper.
+    AudioRetentionSweeper(const FileManager &fileManager, FileListing &fileListing, const Clock &clock);
+
+    /// Removes the files older than `retentionHours`, then the oldest until the rest is no larger than
+    /// `maxSizeMB`; both count as at least 1. A missing folder is an empty one, and a file that cannot be
+    /// removed is passed over. Throws what keeps the folder from being listed.
+    AudioRetentionSweepResult sweep(
+        const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) override;
+
+private:
+    struct CachedFile {
+        FileURL url;
+        qint64 sizeBytes;
+        Date modifiedAt;
+    };
+
+    std::vector<CachedFile> loadFiles(const FileURL &directoryURL) const;
+    bool remove(const CachedFile &file, AudioRetentionSweepResult &result);
+    void removeOlderThan(Date cutOff, std::vector<CachedFile> &files, AudioRetentionSweepResult &result);
+    void removeOldestBeyond(qint64 limit, std::vector<CachedFile> &files, AudioRetentionSweepResult &result);
+
+    const FileManager &m_fileManager;
+    FileListing &m_fileListing;
+    const Clock &m_clock;
+};

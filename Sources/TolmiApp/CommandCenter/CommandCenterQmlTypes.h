@@ -1,0 +1,15 @@
+#pragma once
+
+#include "TolmiApp/CommandCenter/CommandCenterModel.h"
+
+#include <QtQml/qqml.h>
+
+// Names by which views know types of the logic, which itself does not know QML.
+
+/// The model of the start page, made by the program.
+struct CommandCenterModelForViews {
+    Q_GADGET
+    QML_FOREIGN(CommandCenterModel)
+    QML_NAMED_ELEMENT(CommandCenterModel)
+    QML_UNCREATABLE("The program makes it")
+};

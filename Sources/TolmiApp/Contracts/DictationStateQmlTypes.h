@@ -1,0 +1,14 @@
+#pragma once
+
+#include "TolmiApp/Contracts/DictationState.h"
+
+#include <QtQml/qqml.h>
+
+// Names by which views know types of the logic, which itself does not know QML.
+
+/// The kinds of state, as DictationState.Recording and so on.
+namespace DictationStateForViews {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(DictationState)
+QML_NAMED_ELEMENT(DictationState)
+} // namespace DictationStateForViews

@@ -1,0 +1,188 @@
+#pragma once
+
+#include "Platform/Date.h"
+#include "Platform/FileURL.h"
+#include "Platform/Task.h"
+#include "TolmiApp/Contracts/DictationState.h"
+#include "TolmiApp/Contracts/QualityPass.h"
+#include "TolmiApp/Settings/AppLanguage.h"
+#include "TolmiApp/Settings/DictationPerformanceMode.h"
+#include "TolmiApp/Settings/ProcessingTransitionSound.h"
+#include "TolmiApp/Settings/TranscriptionEngineOption.h"
+
+#include <functional>
+#include <optional>
+
+/// The key that is held to dictate.
+class DictationHotkey {
+public:
+    virtual ~DictationHotkey() = default;
+
+    /// Called on the main thread when the key goes down and when it comes up.
+    std::function<void()> onKeyDown;
+    std::function<void()> onKeyUp;
+
+    /// Whether the right to watch and post keys is there; never asks the user.
+    virtual bool checkAccessibility() = 0;
+    /// Lets the system ask the user for the right.
+    virtual void promptForAccessibility() = 0;
+    /// Opens the system's settings where the right is granted.
+    virtual void openAccessibilitySettings() = 0;
+    /// Watches the key, anew if it is being watched already.
+    virtual void start() = 0;
+    /// Stops watching. A key that is held never gets its key-up.
+    virtual void stop() = 0;
+};
+
+/// Capture that is always warm and starts with the sound before the key press.
+class PreRollCapture {
+public:
+    virtual ~PreRollCapture() = default;
+
+    /// Starts the engine in the background if the microphone may be used.
+    virtual void warmupIfAuthorized() = 0;
+    /// Throws what keeps the recording from starting.
+    virtual void startRecording(const FileURL &url) = 0;
+    virtual void stopRecording() = 0;
+    /// Level of the latest sound, 0 to 1.
+    virtual double currentLevel() = 0;
+    /// Highest level since the object was made.
+    virtual double currentPreRollPeak() = 0;
+};
+
+/// Plain capture without pre-roll, and the microphone permission.
+class PlainCapture {
+public:
+    virtual ~PlainCapture() = default;
+
+    /// Whether the microphone may be used; asks the user if that was not settled yet.
+    virtual Task<bool> requestPermission() = 0;
+    /// Throws AudioRecorderError or a system error.
+    virtual void startRecording(const FileURL &url) = 0;
+    virtual void stopRecording() = 0;
+    /// Level of the latest sound, 0 to 1.
+    virtual double currentLevel() = 0;
+};
+
+/// What a finished recording is transcribed with.
+struct AdaptiveTranscriptionRequest {
+    FileURL audioFileURL;
+    FileURL binaryURL;
+    FileURL modelURL;
+    QString language;
+    FileURL outputDirectoryURL;
+    TranscriptionEngineOption transcriptionEngine = TranscriptionEngineOption::WhisperCLI;
+    DictationPerformanceMode performanceMode = DictationPerformanceMode::Faster;
+    /// Peak level of the recording, 0 to 1.
+    double peakLevel = 0;
+};
+
+/// What the transcription of a recording gave.
+struct AdaptiveTranscriptionOutcome {
+    /// May be empty.
+    QString text;
+    /// Score of the first pass, 0 to 1.
+    double firstPassScore = 0;
+    /// Whether a second pass was started, whatever came of it.
+    bool usedFallback = false;
+    /// The pass whose text `text` is.
+    QualityPass qualityPass = QualityPass::Single;
+};
+
+/// Turns a recording into a clean transcript, in one pass or two.
+class AdaptiveTranscriber {
+public:
+    virtual ~AdaptiveTranscriber() = default;
+
+    /// `onFallbackStart` runs on the main thread before a second pass starts. Throws what keeps it from a
+    /// transcript.
+    virtual Task<AdaptiveTranscriptionOutcome> transcribe(
+        AdaptiveTranscriptionRequest request, std::function<void()> onFallbackStart)
+        = 0;
+};
+
+/// The application that received a paste.
+struct PasteTargetCapture {
+    QString appName;
+    std::optional<QString> bundleID;
+    Date timestamp;
+
+    friend bool operator==(const PasteTargetCapture &, const PasteTargetCapture &) = default;
+};
+
+/// Puts text into the front application.
+class TextPaster {
+public:
+    virtual ~TextPaster() = default;
+
+    /// Blocks the main thread for the time that the clipboard needs. Cannot fail.
+    virtual PasteTargetCapture paste(const QString &text, AppLanguage language) = 0;
+};
+
+/// The looping sound while a dictation is processed.
+class TransitionSound {
+public:
+    virtual ~TransitionSound() = default;
+
+    /// Brings the sound in step with the state; may be called at any time.
+    virtual void sync(const DictationState &state, ProcessingTransitionSound selection, double volume) = 0;
+};
+
+/// The sign that floats over the desktop during a dictation.
+class DictationOverlay {
+public:
+    virtual ~DictationOverlay() = default;
+
+    virtual void show(const DictationState &state, AppLanguage language) = 0;
+    virtual void hide() = 0;
+    /// Level of the voice, 0 to 1.
+    virtual void updateAudioLevel(double level) = 0;
+};
+
+/// What the flow knows of a finished dictation.
+struct FinishedDictation {
+    QString rawText;
+    QString refinedText;
+    QString language;
+    /// Seconds from the start of transcription until the final text was ready.
+    std::optional<double> durationSeconds;
+    std::optional<QString> pasteTargetAppName;
+    std::optional<QString> pasteTargetBundleID;
+    std::optional<Date> pasteTimestamp;
+    /// Counted from the folder of the audio cache.
+    std::optional<QString> audioFileRelativePath;
+    QualityPass qualityPass = QualityPass::Single;
+
+    friend bool operator==(const FinishedDictation &, const FinishedDictation &) = default;
+};
+
+/// Keeps the record of finished dictations.
+class DictationHistory {
+public:
+    virtual ~DictationHistory() = default;
+
+    virtual void add(const FinishedDictation &dictation) = 0;
+};
+
+/// What one sweep of the recordings did.
+struct AudioRetentionSweepResult {
+    /// Files that were really removed.
+    qint64 deletedFileCount = 0;
+    /// Their sizes together.
+    qint64 deletedBytes = 0;
+    /// The sizes of the files that are left, together.
+    qint64 remainingBytes = 0;
+
+    friend bool operator==(const AudioRetentionSweepResult &, const AudioRetentionSweepResult &) = default;
+};
+
+/// Removes old recordings.
+class RetentionSweep {
+public:
+    virtual ~RetentionSweep() = default;
+
+    /// Runs on the maintenance queue. Throws what keeps it from sweeping.
+    virtual AudioRetentionSweepResult sweep(
+        const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB)
+        = 0;
+};

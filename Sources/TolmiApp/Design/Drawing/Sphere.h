@@ -1,0 +1,23 @@
+#pragma once
+
+#include "TolmiApp/Design/Drawing/PictureItem.h"
+
+#include <QColor>
+
+/// A ball that is lit from the upper left.
+class Sphere : public PictureItem {
+    Q_OBJECT
+    QML_ELEMENT
+    /// From the lit spot to the far edge.
+    TOLMI_PICTURE_PROPERTY(QColor, light, setLight, Qt::white)
+    TOLMI_PICTURE_PROPERTY(QColor, body, setBody, Qt::gray)
+    TOLMI_PICTURE_PROPERTY(QColor, shade, setShade, Qt::black)
+    /// One pixel wide, along the edge.
+    TOLMI_PICTURE_PROPERTY(QColor, ring, setRing, Qt::transparent)
+
+public:
+    using PictureItem::PictureItem;
+
+protected:
+    void paint(QPainter &painter) const override;
+};

@@ -1,0 +1,93 @@
+#include "TolmiApp/Dictation/GlobalHotkeyManager.h"
+
+#include "Platform/Clock.h"
+
+#include <QThread>
+
+namespace {
+constexpr qint64 targetKeyCode = 61;
+constexpr quint64 alternateFlag = 0x80000;
+} // namespace
+
+GlobalHotkeyManager::GlobalHotkeyManager(EventTapFactory &taps, AccessibilityRight &right, Clock &clock)
+    : m_taps(taps)
+    , m_right(right)
+    , m_clock(clock) { }
+
+GlobalHotkeyManager::~GlobalHotkeyManager() {
+    stop();
+}
+
+bool GlobalHotkeyManager::checkAccessibility() {
+    return m_right.state().isAvailable();
+}
+
+void GlobalHotkeyManager::promptForAccessibility() {
+    m_right.prompt();
+}
+
+void GlobalHotkeyManager::openAccessibilitySettings() {
+    m_right.openSettings();
+}
+
+void GlobalHotkeyManager::start() {
+    if (!checkAccessibility()) {
+        promptForAccessibility();
+        return;
+    }
+    stop();
+    m_eventTap = m_taps.create([this](const TapEvent &event) { handle(event); });
+    if (!m_eventTap)
+        return;
+    m_thread.reset(QThread::create([tap = m_eventTap] {
+        tap->setEnabled(true);
+        tap->run();
+    }));
+    m_thread->setObjectName(QStringLiteral("Tolmi.GlobalHotkey"));
+    m_thread->start(QThread::HighestPriority);
+}
+
+void GlobalHotkeyManager::stop() {
+    if (m_eventTap) {
+        m_eventTap->setEnabled(false);
+        m_eventTap->invalidate();
+    }
+    // The tap's thread never waits for this one, so the wait is short; after it no event can arrive any more.
+    if (m_thread)
+        m_thread->wait();
+    m_thread.reset();
+    m_eventTap.reset();
+    m_isHotkeyHeld = false;
+}
+
+void GlobalHotkeyManager::handle(const TapEvent &event) {
+    switch (event.type) {
+    case TapEventType::TapDisabledByTimeout:
+    case TapEventType::TapDisabledByUserInput:
+        m_eventTap->setEnabled(true);
+        break;
+    case TapEventType::FlagsChanged:
+        handleFlagsChanged(event);
+        break;
+    case TapEventType::Other:
+        break;
+    }
+}
+
+void GlobalHotkeyManager::handleFlagsChanged(const TapEvent &event) {
+    if (event.keyCode != targetKeyCode)
+        return;
+    const bool isOptionDown = event.flags & alternateFlag;
+    if (isOptionDown == m_isHotkeyHeld)
+        return;
+    m_isHotkeyHeld = isOptionDown;
+    notify(isOptionDown ? &DictationHotkey::onKeyDown : &DictationHotkey::onKeyUp);
+}
+
+void GlobalHotkeyManager::notify(std::function<void()> DictationHotkey::*callback) {
+    m_clock.post([weakSelf = weak_from_this(), callback] {
+        const auto self = weakSelf.lock();
+        if (self && (*self).*callback)
+            ((*self).*callback)();
+    });
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "TolmiApp/Health/HealthModel.h"
+
+#include <QtQml/qqml.h>
+
+// Names by which views know types of the logic, which itself does not know QML.
+
+/// How a check went, as HealthCheckItem.Ok and so on.
+namespace HealthCheckItemForViews {
+Q_NAMESPACE
+QML_FOREIGN_NAMESPACE(HealthCheckItem)
+QML_NAMED_ELEMENT(HealthCheckItem)
+} // namespace HealthCheckItemForViews
+
+struct HealthModelForViews {
+    Q_GADGET
+    QML_FOREIGN(HealthModel)
+    QML_NAMED_ELEMENT(HealthModel)
+    QML_UNCREATABLE("The workspace is given one")
+};

@@ -1,0 +1,157 @@
+#include "TolmiApp/History/TranscriptionHistory.h"
+
+#include "Platform/Error.h"
+#include "Platform/Log.h"
+#include "TolmiApp/History/HistoryCodec.h"
+
+#include <algorithm>
+
+namespace {
+FileURL applicationSupportOf(const FileManager &fileManager) {
+    const std::optional<FileURL> url = fileManager.applicationSupportDirectory();
+    if (!url)
+        fatalError(QStringLiteral("Tolmi: there is no application support folder for the history"));
+    return *url;
+}
+
+bool displaySort(const HistoryEntry &left, const HistoryEntry &right) {
+    if (left.isPinned != right.isPinned)
+        return left.isPinned;
+    return left.timestamp > right.timestamp;
+}
+
+QList<HistoryEntry> sortedForDisplay(QList<HistoryEntry> entries) {
+    std::stable_sort(entries.begin(), entries.end(), displaySort);
+    return entries;
+}
+} // namespace
+
+TranscriptionHistory::TranscriptionHistory(
+    const Clock &clock, FileManager &fileManager, AtomicFileWriter &fileWriter)
+    : m_clock(clock)
+    , m_fileManager(fileManager)
+    , m_fileWriter(fileWriter) {
+    const FileURL folder = applicationSupportOf(fileManager).appendingPathComponent(QStringLiteral("Tolmi"));
+    try {
+        m_fileManager.createDirectory(folder);
+    } catch (const SystemError &) {
+        // Reading finds nothing then, and every save fails as quietly.
+    }
+    m_fileWriter.sweepLeftovers(folder);
+    m_storageURL = folder.appendingPathComponent(QStringLiteral("history.json"));
+    load();
+}
+
+std::optional<HistoryEntry> TranscriptionHistory::latestEntry() const {
+    const auto latest = std::min_element(m_entries.begin(), m_entries.end(), displaySort);
+    return latest == m_entries.end() ? std::nullopt : std::optional(*latest);
+}
+
+QList<HistoryEntry> TranscriptionHistory::entriesForDisplay() const {
+    return sortedForDisplay(m_entries);
+}
+
+QList<HistoryEntry> TranscriptionHistory::entries(const QSet<QUuid> &ids) const {
+    QList<HistoryEntry> chosen;
+    std::copy_if(m_entries.begin(), m_entries.end(), std::back_inserter(chosen),
+        [&ids](const HistoryEntry &entry) { return ids.contains(entry.id); });
+    return sortedForDisplay(std::move(chosen));
+}
+
+void TranscriptionHistory::add(const FinishedDictation &dictation) {
+    prepend({ .timestamp = m_clock.now(),
+        .rawText = dictation.rawText,
+        .refinedText = dictation.refinedText,
+        .language = dictation.language,
+        .durationSeconds = dictation.durationSeconds,
+        .pasteTargetAppName = dictation.pasteTargetAppName,
+        .pasteTargetBundleID = dictation.pasteTargetBundleID,
+        .pasteTimestamp = dictation.pasteTimestamp,
+        .audioFileRelativePath = dictation.audioFileRelativePath,
+        .qualityPass = dictation.qualityPass });
+}
+
+void TranscriptionHistory::prepend(HistoryEntry entry) {
+    if (m_json && !HistoryCodec::prepend(*m_json, entry))
+        m_json.reset();
+    changeEntries([&entry](QList<HistoryEntry> &entries) {
+        entries.prepend(std::move(entry));
+        return true;
+    });
+    save();
+}
+
+void TranscriptionHistory::togglePin(const QUuid &id) {
+    const auto found = std::find_if(
+        m_entries.cbegin(), m_entries.cend(), [&id](const HistoryEntry &entry) { return entry.id == id; });
+    if (found == m_entries.cend())
+        return;
+    const qsizetype index = found - m_entries.cbegin();
+    changeEntries([index](QList<HistoryEntry> &entries) {
+        HistoryEntry &entry = entries[index];
+        entry.isPinned = !entry.isPinned;
+        return true;
+    });
+    saveAnew();
+}
+
+void TranscriptionHistory::deleteEntry(const QUuid &id) {
+    deleteEntries({ id });
+}
+
+void TranscriptionHistory::deleteEntries(const QSet<QUuid> &ids) {
+    if (ids.isEmpty())
+        return;
+    const bool isChanged = changeEntries([&ids](QList<HistoryEntry> &entries) {
+        return entries.removeIf([&ids](const HistoryEntry &entry) { return ids.contains(entry.id); }) > 0;
+    });
+    if (isChanged)
+        saveAnew();
+}
+
+void TranscriptionHistory::clear() {
+    changeEntries([](QList<HistoryEntry> &entries) {
+        const bool isChange = !entries.isEmpty();
+        entries.clear();
+        return isChange;
+    });
+    saveAnew();
+}
+
+template <typename Change>
+bool TranscriptionHistory::changeEntries(Change change) {
+    Q_EMIT objectWillChange();
+    Q_EMIT entriesWillChange();
+    const bool isChanged = change(m_entries);
+    if (isChanged)
+        Q_EMIT entriesChanged();
+    return isChanged;
+}
+
+void TranscriptionHistory::load() {
+    if (!m_fileManager.fileExists(m_storageURL.path()))
+        return;
+    try {
+        if (auto entries = HistoryCodec::decode(m_fileManager.contents(m_storageURL)))
+            m_entries = std::move(*entries);
+    } catch (const SystemError &) {
+        // A file that cannot be read is an empty history.
+    }
+}
+
+void TranscriptionHistory::saveAnew() {
+    m_json.reset();
+    save();
+}
+
+void TranscriptionHistory::save() {
+    if (!m_json)
+        m_json = HistoryCodec::encode(m_entries);
+    if (!m_json)
+        return;
+    try {
+        m_fileWriter.write(m_storageURL, *m_json, FilePrivacy::Private);
+    } catch (const SystemError &) {
+        // The entries stay, and the next save writes them all.
+    }
+}

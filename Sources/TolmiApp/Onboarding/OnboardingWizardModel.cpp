@@ -1,0 +1,338 @@
+#include "TolmiApp/Onboarding/OnboardingWizardModel.h"
+
+#include "Platform/Clock.h"
+#include "Platform/FileManager.h"
+#include "Platform/Keyboard.h"
+#include "TolmiApp/History/TranscriptionHistory.h"
+#include "TolmiApp/Profile/ProfileReadinessScorer.h"
+#include "TolmiApp/Settings/ProfileAvatarPreset.h"
+#include "TolmiApp/Settings/SettingsStore.h"
+
+#include <algorithm>
+#include <array>
+
+using Kind = DictationState::Kind;
+
+namespace {
+constexpr std::array stepOrder { OnboardingStep::Profile, OnboardingStep::Permissions,
+    OnboardingStep::DictationTest };
+
+OnboardingStep firstStep(const SettingsStore &settings) {
+    const OnboardingStep last = settings.onboardingLastStep();
+    return last == OnboardingStep::Completed ? OnboardingStep::Profile : last;
+}
+
+QString asSentence(const QString &message) {
+    return message.endsWith(u'.') ? message : message + u'.';
+}
+
+/// What to do when a recording does not start although the microphone may be used.
+QString microphoneHelp(AppLanguage language) {
+    return language == AppLanguage::English
+        ? QStringLiteral("Connect a microphone, or choose one in the system's sound settings.")
+        : QStringLiteral("Conecteaza un microfon sau alege unul in setarile de sunet ale sistemului.");
+}
+
+/// What to do about a path that leads nowhere. It is set outside the wizard, which `skip` leaves.
+QString pathHelp(AppLanguage language, const QString &skip) {
+    const QString help = language == AppLanguage::English
+        ? QStringLiteral("Choose \"%1\" and set the path in Settings > Engine; this step waits for you.")
+        : QStringLiteral("Alege \"%1\" si seteaza calea in Setari > Engine; acest pas te asteapta.");
+    return help.arg(skip);
+}
+
+/// What to do when a dictation gave no text.
+QString silenceHelp(AppLanguage language) {
+    return language == AppLanguage::English
+        ? QStringLiteral(
+            "Nothing was heard. Check the microphone in the system's sound settings, and try again.")
+        : QStringLiteral(
+            "Nu s-a auzit nimic. Verifica microfonul in setarile de sunet ale sistemului si incearca din "
+            "nou.");
+}
+} // namespace
+
+OnboardingWizardModel::OnboardingWizardModel(std::shared_ptr<DictationFlowManager> flow,
+    const TranscriptionHistory &history, const Platform &platform, Place place)
+    : m_flow(std::move(flow))
+    , m_history(history)
+    , m_platform(platform)
+    , m_place(std::move(place))
+    , m_dictation(m_flow, platform.clock)
+    , m_profile(settings())
+    , m_currentStep(firstStep(settings()))
+    , m_initialHistoryCount(history.entries().size())
+    , m_hasCustomAvatar(settings().resolvedCustomAvatarThumbnailURL().has_value())
+    , m_previousState(m_flow->state().kind()) {
+    observeProfile();
+    observePermissions();
+    observeDictation();
+    for (const auto signal :
+        { &OnboardingWizardModel::currentStepChanged, &OnboardingWizardModel::profileChanged,
+            &OnboardingWizardModel::permissionsChanged, &OnboardingWizardModel::dictationChanged })
+        connect(this, signal, this, &OnboardingWizardModel::progressChanged);
+    settings().markOnboardingAdvanced(m_currentStep);
+}
+
+void OnboardingWizardModel::observeProfile() {
+    connect(
+        &settings(), &SettingsStore::profileDisplayNameChanged, this, &OnboardingWizardModel::profileChanged);
+    connect(
+        &settings(), &SettingsStore::profileAvatarIDChanged, this, &OnboardingWizardModel::profileChanged);
+    connect(&settings(), &SettingsStore::uiLanguageChanged, this, &OnboardingWizardModel::profileChanged);
+    connect(&settings(), &SettingsStore::profileAvatarThumbnailRelativePathChanged, this,
+        &OnboardingWizardModel::refreshCustomAvatar);
+}
+
+void OnboardingWizardModel::observePermissions() {
+    // The flow looks at its rights anew whenever the program comes to the front, and then the microphone may
+    // be granted too; a dictation asks for it.
+    connect(m_flow.get(), &DictationFlowManager::accessibilityGrantedWillChange, this,
+        &OnboardingWizardModel::permissionsChanged);
+    connect(m_flow.get(), &DictationFlowManager::accessibilityGrantedChanged, this,
+        &OnboardingWizardModel::permissionsChanged);
+    connect(
+        m_flow.get(), &DictationFlowManager::stateChanged, this, &OnboardingWizardModel::permissionsChanged);
+    connect(&settings(), &SettingsStore::uiLanguageChanged, this, &OnboardingWizardModel::permissionsChanged);
+}
+
+void OnboardingWizardModel::observeDictation() {
+    connect(m_flow.get(), &DictationFlowManager::stateChanged, this, &OnboardingWizardModel::followState);
+    connect(&m_history, &TranscriptionHistory::entriesChanged, this, &OnboardingWizardModel::followHistory);
+    connect(&settings(), &SettingsStore::whisperBinaryPathChanged, this,
+        &OnboardingWizardModel::dictationChanged);
+    connect(&settings(), &SettingsStore::modelPathChanged, this, &OnboardingWizardModel::dictationChanged);
+    connect(this, &OnboardingWizardModel::permissionsChanged, this, &OnboardingWizardModel::dictationChanged);
+}
+
+int OnboardingWizardModel::currentStepIndex() const {
+    const auto found = std::find(stepOrder.begin(), stepOrder.end(), m_currentStep);
+    return found == stepOrder.end() ? 0 : int(found - stepOrder.begin());
+}
+
+QStringList OnboardingWizardModel::stepSymbols() const {
+    QStringList symbols;
+    const int current = currentStepIndex();
+    for (int index = 0; index < int(stepOrder.size()); ++index) {
+        if (index < current || (index == current && canAdvance()))
+            symbols.append(QStringLiteral("checkmark.circle.fill"));
+        else
+            symbols.append(
+                index == current ? QStringLiteral("circle.inset.filled") : QStringLiteral("circle"));
+    }
+    return symbols;
+}
+
+bool OnboardingWizardModel::canAdvance() const {
+    return isComplete(m_currentStep);
+}
+
+bool OnboardingWizardModel::isComplete(OnboardingStep step) const {
+    switch (step) {
+    case OnboardingStep::Profile:
+        return ProfileReadinessScorer::isPersonalizedDisplayName(settings().profileDisplayName());
+    case OnboardingStep::Permissions:
+        return microphoneGranted() && accessibilityGranted();
+    case OnboardingStep::DictationTest:
+        return m_dictationTestCompleted;
+    case OnboardingStep::Completed:
+        return true;
+    }
+    Q_UNREACHABLE();
+}
+
+QString OnboardingWizardModel::continueButtonTitle() const {
+    return text(m_currentStep == OnboardingStep::DictationTest ? L10n::Key::onboardingFinish
+                                                               : L10n::Key::onboardingContinue);
+}
+
+void OnboardingWizardModel::advance() {
+    switch (m_currentStep) {
+    case OnboardingStep::Profile:
+        return setCurrentStep(OnboardingStep::Permissions);
+    case OnboardingStep::Permissions:
+        return setCurrentStep(OnboardingStep::DictationTest);
+    case OnboardingStep::DictationTest:
+        settings().markOnboardingCompleted();
+        return m_place.onClose();
+    case OnboardingStep::Completed:
+        return;
+    }
+}
+
+void OnboardingWizardModel::goBack() {
+    switch (m_currentStep) {
+    case OnboardingStep::Completed:
+        return setCurrentStep(OnboardingStep::DictationTest);
+    case OnboardingStep::DictationTest:
+        return setCurrentStep(OnboardingStep::Permissions);
+    case OnboardingStep::Permissions:
+        return setCurrentStep(OnboardingStep::Profile);
+    case OnboardingStep::Profile:
+        return;
+    }
+}
+
+void OnboardingWizardModel::skip() {
+    settings().markOnboardingSkipped(m_currentStep);
+    m_place.onClose();
+}
+
+void OnboardingWizardModel::setCurrentStep(OnboardingStep step) {
+    m_currentStep = step;
+    settings().markOnboardingAdvanced(step);
+    Q_EMIT currentStepChanged();
+}
+
+QString OnboardingWizardModel::displayName() const {
+    return settings().profileDisplayName();
+}
+
+void OnboardingWizardModel::setDisplayName(const QString &name) {
+    settings().setProfileDisplayName(name);
+}
+
+QString OnboardingWizardModel::avatarPreset() const {
+    return normalizedProfileAvatarID(settings().profileAvatarID());
+}
+
+void OnboardingWizardModel::setAvatarPreset(const QString &preset) {
+    settings().setProfileAvatarID(preset);
+}
+
+QVariantList OnboardingWizardModel::avatarPresets() const {
+    QVariantList presets;
+    for (const ProfileAvatarPreset preset : allCases<ProfileAvatarPreset>()) {
+        presets.append(QVariantMap { { QStringLiteral("value"), rawValue(preset) },
+            { QStringLiteral("text"), L10n::profileAvatarName(preset, settings().uiLanguage()) },
+            { QStringLiteral("symbol"), rawValue(preset) } });
+    }
+    return presets;
+}
+
+void OnboardingWizardModel::refreshCustomAvatar() {
+    m_hasCustomAvatar = settings().resolvedCustomAvatarThumbnailURL().has_value();
+    Q_EMIT profileChanged();
+}
+
+void OnboardingWizardModel::importAvatar() {
+    m_place.avatar.importAvatar([model = QPointer(this)](L10n::Key failure) {
+        if (model)
+            model->showAvatarError(failure);
+    });
+}
+
+void OnboardingWizardModel::removeAvatar() {
+    if (const std::optional<L10n::Key> failure = m_place.avatar.removeAvatar())
+        showAvatarError(*failure);
+}
+
+void OnboardingWizardModel::showAvatarError(L10n::Key key) {
+    setAvatarErrorMessage(text(key));
+}
+
+void OnboardingWizardModel::setAvatarErrorMessage(const QString &message) {
+    m_avatarErrorMessage = message;
+    Q_EMIT avatarErrorMessageChanged();
+}
+
+void OnboardingWizardModel::grantMicrophone() {
+    m_platform.microphone.requestAccess([model = QPointer(this)](bool) {
+        if (model)
+            Q_EMIT model->permissionsChanged();
+    });
+}
+
+QString OnboardingWizardModel::microphoneProblem() const {
+    switch (m_platform.microphone.status()) {
+    case AuthorizationStatus::Denied:
+    case AuthorizationStatus::Restricted:
+        return sentences(L10n::Key::healthAccessDenied, L10n::Key::healthEnableMicHint);
+    case AuthorizationStatus::NotDetermined:
+    case AuthorizationStatus::Authorized:
+        return {};
+    }
+    Q_UNREACHABLE();
+}
+
+QString OnboardingWizardModel::accessibilityProblem() const {
+    if (accessibilityGranted())
+        return {};
+    // Where the system knows the reason, it names the remedy too.
+    const QString reason = m_platform.accessibility.state().reason;
+    if (reason.isEmpty())
+        return sentences(L10n::Key::healthAccessibilityMissing, L10n::Key::healthGrantAccessibilityHint);
+    return text(L10n::Key::healthAccessibilityMissing) + QStringLiteral(". ") + reason;
+}
+
+void OnboardingWizardModel::runDictationAction() {
+    m_platform.clock.post([model = QPointer(this)] {
+        if (model)
+            launch(DictationControl::press(model->m_flow));
+    });
+}
+
+void OnboardingWizardModel::followState() {
+    const DictationState &state = m_flow->state();
+    const bool wasReady = m_previousState == Kind::Idle || m_previousState == Kind::Done;
+    if (state.kind() == Kind::Recording)
+        m_failure = Failure::None;
+    else if (state.kind() == Kind::Error)
+        m_failure = wasReady ? Failure::Start : Failure::Processing;
+    else if (state.kind() == Kind::Done && m_flow->lastTranscript().isEmpty())
+        m_failure = Failure::Silence;
+    if (state.kind() == Kind::Error)
+        m_failureMessage = state.message();
+    m_previousState = state.kind();
+    Q_EMIT dictationChanged();
+}
+
+void OnboardingWizardModel::followHistory() {
+    if (m_history.entries().size() > m_initialHistoryCount)
+        m_dictationTestCompleted = true;
+    Q_EMIT dictationChanged();
+}
+
+QStringList OnboardingWizardModel::dictationProblems() const {
+    QStringList problems;
+    const auto named = [this](L10n::Key name, const QString &problem) {
+        return text(name) + QStringLiteral(": ") + problem;
+    };
+    if (const QString problem = microphoneProblem(); !problem.isEmpty())
+        problems.append(named(L10n::Key::healthMicrophone, problem));
+    QStringList paths;
+    if (!m_platform.fileManager.isExecutableFile(settings().whisperBinaryPath()))
+        paths.append(named(L10n::Key::healthBinary, asSentence(text(L10n::Key::healthBinaryMissing))));
+    if (!m_platform.fileManager.fileExists(settings().modelPath()))
+        paths.append(named(L10n::Key::healthModel, asSentence(text(L10n::Key::healthModelMissing))));
+    if (!paths.isEmpty())
+        paths.last() += u' ' + pathHelp(settings().uiLanguage(), text(L10n::Key::onboardingSkip));
+    problems += paths;
+    // A known cause says more than what came of it.
+    if (const QString failure = lastFailure(); problems.isEmpty() && !failure.isEmpty())
+        problems.append(failure);
+    return problems;
+}
+
+QString OnboardingWizardModel::lastFailure() const {
+    const AppLanguage language = settings().uiLanguage();
+    switch (m_failure) {
+    case Failure::None:
+        return {};
+    case Failure::Start:
+        return asSentence(m_failureMessage) + u' ' + microphoneHelp(language);
+    case Failure::Processing:
+        return m_failureMessage;
+    case Failure::Silence:
+        return silenceHelp(language);
+    }
+    Q_UNREACHABLE();
+}
+
+QString OnboardingWizardModel::text(L10n::Key key) const {
+    return m_place.texts.text(key, settings().uiLanguage());
+}
+
+QString OnboardingWizardModel::sentences(L10n::Key first, L10n::Key second) const {
+    return text(first) + QStringLiteral(". ") + text(second);
+}

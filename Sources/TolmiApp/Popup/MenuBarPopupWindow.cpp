@@ -1,0 +1,116 @@
+#include "TolmiApp/Popup/MenuBarPopupWindow.h"
+
+#include "Platform/Clock.h"
+#include "TolmiApp/Popup/MenuBarPopupModel.h"
+#include "TolmiApp/Popup/PopupPlacement.h"
+#include "TolmiApp/Shell/ViewTexts.h"
+#include "TolmiApp/Shell/Views.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
+
+namespace {
+
+/// Room for the shadow around the popup.
+constexpr int windowMargin = 40;
+constexpr int cornerRadius = 12;
+/// Longer than a press of the pointer's button takes.
+constexpr double secondsOfAPress = 0.4;
+
+QRect screenAround(const QPoint &point) {
+    const QScreen *screen = QGuiApplication::screenAt(point);
+    if (screen == nullptr)
+        screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? QRect() : screen->availableGeometry();
+}
+
+} // namespace
+
+MenuBarPopupWindow::MenuBarPopupWindow(Surroundings surroundings)
+    : m_surroundings(std::move(surroundings)) { }
+
+MenuBarPopupWindow::~MenuBarPopupWindow() = default;
+
+void MenuBarPopupWindow::load() {
+    m_engine = std::make_unique<QQmlEngine>();
+    Views::prepareEngine(*m_engine);
+    m_surroundings.dress(*m_engine);
+    m_window = std::make_unique<QQuickWindow>();
+    QSurfaceFormat format = m_window->format();
+    format.setAlphaBufferSize(8);
+    m_window->setFormat(format);
+    m_window->setColor(Qt::transparent);
+    m_window->setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
+
+    QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/MenuBarPopupView.qml")));
+    QObject *const made = component.createWithInitialProperties(
+        { { QStringLiteral("model"), QVariant::fromValue(&m_surroundings.model) },
+            { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&m_surroundings.texts) },
+            { QStringLiteral("windowMargin"), windowMargin } });
+    m_view = qobject_cast<QQuickItem *>(made);
+    if (m_view == nullptr)
+        qFatal("%s", qUtf8Printable(component.errorString()));
+    m_view->setParent(m_window->contentItem());
+    m_view->setParentItem(m_window->contentItem());
+    m_view->setPosition({ windowMargin, windowMargin });
+
+    connect(m_view, SIGNAL(closeRequested()), this, SLOT(close()));
+    connect(m_view, &QQuickItem::heightChanged, this, &MenuBarPopupWindow::place);
+    connect(m_window.get(), &QWindow::activeChanged, this, &MenuBarPopupWindow::closeWithoutKeyboard);
+    m_surroundings.system.prepare(*m_window);
+}
+
+double MenuBarPopupWindow::now() const {
+    return m_surroundings.clock.now().secondsSince1970();
+}
+
+void MenuBarPopupWindow::toggle(const std::optional<QRect> &anchor) {
+    if (m_window && m_window->isVisible())
+        return close();
+    const auto lostKeyboardAt = std::exchange(m_lostKeyboardAt, std::nullopt);
+    if (lostKeyboardAt && now() - *lostKeyboardAt < secondsOfAPress)
+        return;
+    open(anchor.value_or(QRect(QCursor::pos(), QSize(1, 1))));
+}
+
+void MenuBarPopupWindow::open(const QRect &anchor) {
+    if (!m_window)
+        load();
+    m_anchor = anchor;
+    m_surroundings.model.profile()->refreshPicture();
+    m_view->forceActiveFocus();
+    place();
+    m_window->show();
+    m_window->requestActivate();
+}
+
+void MenuBarPopupWindow::place() {
+    const QSize size = m_view->size().toSize();
+    const QPoint origin = PopupPlacement::origin(m_anchor, size, screenAround(m_anchor.center()));
+    const QMargins margins(windowMargin, windowMargin, windowMargin, windowMargin);
+    m_window->setGeometry(QRect(origin, size).marginsAdded(margins));
+    const RoundedRectangle popup { QRect(QPoint(windowMargin, windowMargin), size), cornerRadius };
+    m_surroundings.system.setShape(*m_window, popup, popup);
+}
+
+QRect MenuBarPopupWindow::frame() const {
+    const QMargins margins(windowMargin, windowMargin, windowMargin, windowMargin);
+    return m_window ? m_window->geometry().marginsRemoved(margins) : QRect();
+}
+
+void MenuBarPopupWindow::close() {
+    if (m_window)
+        m_window->hide();
+}
+
+void MenuBarPopupWindow::closeWithoutKeyboard() {
+    if (m_window->isActive() || !m_window->isVisible())
+        return;
+    m_lostKeyboardAt = now();
+    close();
+}

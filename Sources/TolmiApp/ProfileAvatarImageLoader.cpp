@@ -1,8 +1,0 @@
-#include "TolmiApp/ProfileAvatarImageLoader.h"
-
-#include "TolmiApp/SettingsStore.h"
-
-QImage ProfileAvatarImageLoader::thumbnailImage(SettingsStore &settings) {
-    const std::optional<FileURL> url = settings.resolvedCustomAvatarThumbnailURL();
-    return url ? QImage(url->path()) : QImage();
-}

@@ -1,0 +1,67 @@
+#include "TolmiApp/Studio/QuickStudioWindow.h"
+
+#include "TolmiApp/Dictation/DictationStages.h"
+#include "TolmiApp/Settings/SettingsStore.h"
+#include "TolmiApp/Shell/ViewAppearance.h"
+#include "TolmiApp/Shell/ViewTexts.h"
+#include "TolmiApp/Shell/Views.h"
+#include "TolmiApp/Studio/TolmiStudioWindowModel.h"
+#include "TolmiApp/Texts/L10n.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+
+namespace {
+constexpr QSize defaultSize(1100, 700);
+} // namespace
+
+QuickStudioWindow::QuickStudioWindow(
+    TolmiStudioWindowModel &model, const SettingsStore &settings, const DesktopLook &look)
+    : m_model(model)
+    , m_settings(settings)
+    , m_look(look) { }
+
+QuickStudioWindow::~QuickStudioWindow() = default;
+
+void QuickStudioWindow::show() {
+    if (!m_view)
+        load();
+    if (!m_view->isVisible())
+        m_view->show();
+}
+
+void QuickStudioWindow::load() {
+    QQmlEngine &engine = *new QQmlEngine(this);
+    Views::prepareEngine(engine);
+    const QUrl source(QStringLiteral("qrc:/qt/qml/Tolmi/TolmiStudioWindowView.qml"));
+    // The engine reads the files on a thread of its own while the window gets its graphics.
+    const QQmlComponent early(&engine, source, QQmlComponent::Asynchronous);
+    m_view = std::make_unique<QQuickView>(&engine, nullptr);
+    new ViewAppearance(engine, m_settings, m_look);
+    auto *texts = new ViewTexts(m_settings, PlatformTexts::forLinux(), &engine);
+    m_view->setTitle(L10n::text(L10n::Key::appTitle, m_settings.uiLanguage()));
+    m_view->setResizeMode(QQuickView::SizeRootObjectToView);
+    m_view->resize(defaultSize);
+    m_view->setInitialProperties({ { QStringLiteral("model"), QVariant::fromValue(&m_model) },
+        { QStringLiteral("texts"), QVariant::fromValue(texts) }, { QStringLiteral("hasWorkspace"), false } });
+    m_view->setSource(source);
+    connect(m_view.get(), &QQuickView::frameSwapped, this, &QuickStudioWindow::complete,
+        Qt::SingleShotConnection);
+    connect(&m_model, &TolmiStudioWindowModel::selectionChanged, this, [this] { heedMinimumSize(); });
+    heedMinimumSize();
+}
+
+// The first frame would not show these yet: the workspace fades in, and over it the wizard of a new user.
+void QuickStudioWindow::complete() {
+    logStudioShown();
+    m_view->rootObject()->setProperty("hasWorkspace", true);
+    m_model.appear();
+}
+
+void QuickStudioWindow::heedMinimumSize() {
+    const QSize minimum = m_view->rootObject()->property("minimumSize").toSizeF().toSize();
+    m_view->setMinimumSize(minimum);
+    m_view->resize(m_view->size().expandedTo(minimum));
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Platform/Clock.h"
+#include "Platform/FileManager.h"
+#include "Platform/Process.h"
+#include "TolmiApp/Contracts/FlowCollaborators.h"
+#include "TolmiCore/TranscriptionEngine.h"
+#include "TolmiCore/WhisperCLICommand.h"
+
+/// Transcribes a recording with light settings and, where the best quality is wanted and the result looks
+/// poor, once more with heavy ones under a time limit. A second text wins whenever it is not empty.
+///
+/// Main thread only. It keeps nothing between calls, and a call may outlive it.
+class AdaptiveTranscriptionService final : public AdaptiveTranscriber {
+public:
+    /// Runs one pass.
+    using TranscribeOperation = std::function<Task<TranscriptionResult>(
+        WhisperCLIConfiguration, TranscriptionRequest, FileManager &)>;
+    /// Judges a text by itself and the peak level of its recording.
+    using ScoreOperation = std::function<double(const QString &, double)>;
+
+    /// A first score strictly below it asks for a second pass.
+    static constexpr double defaultFallbackThreshold = 0.58;
+    /// Limit of the second pass.
+    static constexpr double defaultFallbackTimeoutSeconds = 3.0;
+
+    struct Options {
+        FileManager &fileManager;
+        TranscribeOperation transcribeOperation;
+        ScoreOperation scoreOperation = defaultScoreOperation();
+        double fallbackThreshold = defaultFallbackThreshold;
+        double fallbackTimeoutSeconds = defaultFallbackTimeoutSeconds;
+    };
+
+    explicit AdaptiveTranscriptionService(Options options);
+
+    /// Runs whisper-cli, with an engine of its own for each pass. Launcher and clock must live as long as the
+    /// process.
+    static TranscribeOperation defaultTranscribeOperation(ProcessLauncher &launcher, Clock &clock);
+
+    /// Scores with TranscriptionQualityScorer.
+    static ScoreOperation defaultScoreOperation();
+
+    Task<AdaptiveTranscriptionOutcome> transcribe(
+        AdaptiveTranscriptionRequest request, std::function<void()> onFallbackStart) override;
+
+private:
+    Options m_options;
+};

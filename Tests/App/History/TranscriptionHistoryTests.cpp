@@ -1,0 +1,315 @@
+#include "TolmiApp/History/TranscriptionHistory.h"
+
+#include "App/History/HistoryEntries.h"
+#include "Platform/Linux/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/LinuxFileManager.h"
+#include "Support/FakeAtomicFileWriter.h"
+#include "Support/FakeFileManager.h"
+#include "Support/Print.h"
+#include "Support/VirtualClock.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <limits>
+
+#include <sys/stat.h>
+
+namespace {
+const QString folder = QStringLiteral("/home/user/.local/share/Tolmi");
+const QString file = QStringLiteral("/home/user/.local/share/Tolmi/history.json");
+
+FinishedDictation dictation(const QString &text) {
+    return { .rawText = text, .refinedText = text.toUpper(), .language = QStringLiteral("ro") };
+}
+
+class TranscriptionHistoryTest : public testing::Test {
+protected:
+    std::unique_ptr<TranscriptionHistory> start() {
+        return std::make_unique<TranscriptionHistory>(m_clock, m_fileManager, m_writer);
+    }
+
+    /// A history that finds `content` in its file.
+    std::unique_ptr<TranscriptionHistory> startWith(const QByteArray &content) {
+        m_fileManager.files[file] = content;
+        return start();
+    }
+
+    /// A history of the entries "0", "1", ..., the last one in front, with an hour between them.
+    std::unique_ptr<TranscriptionHistory> startWithEntries(int count) {
+        auto history = start();
+        for (int index = 0; index < count; ++index) {
+            history->add(dictation(QString::number(index)));
+            m_clock.shift(3600);
+        }
+        m_writer.writes.clear();
+        return history;
+    }
+
+    /// What the file holds after the last write.
+    QByteArray written() const {
+        return m_writer.writes.empty() ? "no file" : m_writer.writes.back().content;
+    }
+
+    static QStringList textsOf(const QList<HistoryEntry> &entries) {
+        QStringList texts;
+        for (const HistoryEntry &entry : entries)
+            texts += entry.rawText;
+        return texts;
+    }
+
+    static QStringList texts(std::initializer_list<int> numbers) {
+        QStringList texts;
+        for (const int number : numbers)
+            texts += QString::number(number);
+        return texts;
+    }
+
+    VirtualClock m_clock;
+    FakeFileManager m_fileManager;
+    FakeAtomicFileWriter m_writer;
+};
+} // namespace
+
+TEST_F(TranscriptionHistoryTest, KeepsItsFileInTheApplicationFolder) {
+    const auto history = start();
+    EXPECT_EQ(history->storageURL().path(), file);
+    EXPECT_EQ(m_fileManager.folders.count(folder), 1U);
+    EXPECT_EQ(m_writer.sweptFolders, std::vector { folder });
+    EXPECT_TRUE(history->entries().isEmpty());
+    EXPECT_TRUE(m_writer.writes.empty());
+}
+
+TEST_F(TranscriptionHistoryTest, WithoutAnApplicationSupportFolderTheProgramEnds) {
+    m_fileManager.applicationSupport.reset();
+    EXPECT_DEATH(start(), "Tolmi: there is no application support folder for the history\n");
+}
+
+TEST_F(TranscriptionHistoryTest, AFolderThatCannotBeMadeIsNoFailure) {
+    m_fileManager.createDirectoryFailures.push_back(SystemError::fromErrno(EACCES, folder));
+    EXPECT_TRUE(start()->entries().isEmpty());
+}
+
+TEST_F(TranscriptionHistoryTest, ReadsTheEntriesInFileOrder) {
+    HistoryEntry earlier = plainHistoryEntry();
+    earlier.timestamp = { 1 };
+    const QList<HistoryEntry> entries { earlier, fullHistoryEntry(), plainHistoryEntry() };
+    EXPECT_EQ(startWith(HistoryCodec::encode(entries).value())->entries(), entries);
+    EXPECT_TRUE(m_writer.writes.empty());
+}
+
+TEST_F(TranscriptionHistoryTest, AnUnreadableFileIsAnEmptyHistory) {
+    m_fileManager.contentsFailures.push_back(SystemError::fromErrno(EIO, file));
+    EXPECT_TRUE(startWith(HistoryCodec::encode({ plainHistoryEntry() }).value())->entries().isEmpty());
+}
+
+TEST_F(TranscriptionHistoryTest, AMalformedFileStaysUntilTheNextChange) {
+    QByteArray json = HistoryCodec::encode({ plainHistoryEntry(), plainHistoryEntry() }).value();
+    json.replace(json.lastIndexOf("single"), 6, "triple");
+    const auto history = startWith(json);
+    EXPECT_TRUE(history->entries().isEmpty());
+    EXPECT_TRUE(m_writer.writes.empty());
+    history->add(dictation(QStringLiteral("new")));
+    EXPECT_EQ(textsOf(HistoryCodec::decode(written()).value()), QStringList(QStringLiteral("new")));
+}
+
+TEST_F(TranscriptionHistoryTest, AnEntryTakesEverythingFromTheDictation) {
+    const HistoryEntry full = fullHistoryEntry();
+    const auto history = start();
+    history->add(
+        { full.rawText, full.refinedText, full.language, full.durationSeconds, full.pasteTargetAppName,
+            full.pasteTargetBundleID, full.pasteTimestamp, full.audioFileRelativePath, full.qualityPass });
+    HistoryEntry expected = full;
+    expected.id = history->entries().front().id;
+    expected.timestamp = VirtualClock::start;
+    expected.isPinned = false;
+    EXPECT_EQ(history->entries(), QList { expected });
+    EXPECT_FALSE(expected.id.isNull());
+    EXPECT_EQ(m_writer.writes.back(),
+        (FakeAtomicFileWriter::Write {
+            file, HistoryCodec::encode({ expected }).value(), FilePrivacy::Private }));
+}
+
+TEST_F(TranscriptionHistoryTest, ADictationWithoutATargetLeavesItsKeysOut) {
+    start()->add(dictation(QStringLiteral("a")));
+    EXPECT_FALSE(written().contains("pasteTarget"));
+}
+
+TEST_F(TranscriptionHistoryTest, NewEntriesStandInFront) {
+    const auto history = startWithEntries(3);
+    EXPECT_EQ(textsOf(history->entries()), texts({ 2, 1, 0 }));
+    EXPECT_NE(history->entries()[0].id, history->entries()[1].id);
+}
+
+TEST_F(TranscriptionHistoryTest, EveryChangeWritesTheWholeHistory) {
+    const auto history = startWith(HistoryCodec::encode({ fullHistoryEntry(), plainHistoryEntry() }).value());
+    const auto isWritten = [&] { return written() == HistoryCodec::encode(history->entries()); };
+    history->add(dictation(QStringLiteral("a")));
+    EXPECT_TRUE(isWritten());
+    history->add(dictation(QStringLiteral("b")));
+    EXPECT_TRUE(isWritten());
+    history->togglePin(history->entries()[1].id);
+    EXPECT_TRUE(isWritten());
+    history->add(dictation(QStringLiteral("c")));
+    EXPECT_TRUE(isWritten());
+    history->deleteEntry(history->entries()[1].id);
+    EXPECT_TRUE(isWritten());
+    history->clear();
+    EXPECT_TRUE(isWritten());
+    history->add(dictation(QStringLiteral("d")));
+    EXPECT_TRUE(isWritten());
+    EXPECT_EQ(m_writer.writes.size(), 7U);
+}
+
+TEST_F(TranscriptionHistoryTest, AFailedWriteIsMadeUpForByTheNext) {
+    const auto history = start();
+    m_writer.failures.push_back(SystemError::fromErrno(ENOSPC, file));
+    history->add(dictation(QStringLiteral("a")));
+    EXPECT_EQ(textsOf(history->entries()), QStringList(QStringLiteral("a")));
+    EXPECT_TRUE(m_writer.writes.empty());
+    history->add(dictation(QStringLiteral("b")));
+    EXPECT_EQ(written(), HistoryCodec::encode(history->entries()));
+}
+
+TEST_F(TranscriptionHistoryTest, AnEntryThatJsonCannotSayStopsTheSaving) {
+    const auto history = startWithEntries(1);
+    FinishedDictation odd = dictation(QStringLiteral("odd"));
+    odd.durationSeconds = std::numeric_limits<double>::infinity();
+    history->add(odd);
+    history->add(dictation(QStringLiteral("next")));
+    EXPECT_EQ(history->entries().size(), 3);
+    EXPECT_TRUE(m_writer.writes.empty());
+    history->deleteEntry(history->entries()[1].id);
+    EXPECT_EQ(written(), HistoryCodec::encode(history->entries()));
+}
+
+TEST_F(TranscriptionHistoryTest, APinMovesNothingButTheDisplay) {
+    const auto history = startWithEntries(3);
+    const QUuid oldest = history->entries()[2].id;
+    history->togglePin(oldest);
+    EXPECT_EQ(textsOf(history->entries()), texts({ 2, 1, 0 }));
+    EXPECT_EQ(textsOf(history->entriesForDisplay()), texts({ 0, 2, 1 }));
+    EXPECT_EQ(history->latestEntry()->id, oldest);
+    history->togglePin(oldest);
+    EXPECT_EQ(textsOf(history->entriesForDisplay()), texts({ 2, 1, 0 }));
+    EXPECT_EQ(m_writer.writes.size(), 2U);
+}
+
+TEST_F(TranscriptionHistoryTest, PinnedEntriesAreSortedAmongThemselves) {
+    const auto history = startWithEntries(4);
+    history->togglePin(history->entries()[3].id);
+    history->togglePin(history->entries()[1].id);
+    EXPECT_EQ(textsOf(history->entriesForDisplay()), texts({ 2, 0, 3, 1 }));
+    EXPECT_EQ(history->latestEntry()->rawText, u"2");
+}
+
+TEST_F(TranscriptionHistoryTest, TheDisplayFollowsTheTimeAndNotTheFile) {
+    HistoryEntry earlier = plainHistoryEntry();
+    earlier.timestamp = { 1 };
+    earlier.rawText = QStringLiteral("earlier");
+    const auto history = startWith(HistoryCodec::encode({ earlier, plainHistoryEntry() }).value());
+    EXPECT_EQ(history->latestEntry()->rawText, u"salut lume");
+    EXPECT_EQ(history->entriesForDisplay().back().rawText, u"earlier");
+}
+
+TEST_F(TranscriptionHistoryTest, AnEmptyHistoryHasNoLatestEntry) {
+    EXPECT_EQ(start()->latestEntry(), std::nullopt);
+}
+
+TEST_F(TranscriptionHistoryTest, ChosenEntriesComeInDisplayOrder) {
+    const auto history = startWithEntries(4);
+    const QUuid oldest = history->entries()[3].id;
+    const QUuid newest = history->entries()[0].id;
+    history->togglePin(oldest);
+    EXPECT_EQ(textsOf(history->entries({ newest, oldest, QUuid::createUuid() })), texts({ 0, 3 }));
+    EXPECT_TRUE(history->entries(QSet<QUuid>()).isEmpty());
+}
+
+TEST_F(TranscriptionHistoryTest, UnknownIdsChangeNothing) {
+    const auto history = startWithEntries(2);
+    history->togglePin(QUuid::createUuid());
+    history->deleteEntry(QUuid::createUuid());
+    history->deleteEntries({ QUuid::createUuid(), QUuid::createUuid() });
+    history->deleteEntries({});
+    EXPECT_EQ(textsOf(history->entries()), texts({ 1, 0 }));
+    EXPECT_TRUE(m_writer.writes.empty());
+}
+
+TEST_F(TranscriptionHistoryTest, DeletesTheChosenEntries) {
+    const auto history = startWithEntries(5);
+    history->deleteEntry(history->entries()[0].id);
+    EXPECT_EQ(textsOf(history->entries()), texts({ 3, 2, 1, 0 }));
+    history->deleteEntries({ history->entries()[0].id, history->entries()[2].id, QUuid::createUuid() });
+    EXPECT_EQ(textsOf(history->entries()), texts({ 2, 0 }));
+    EXPECT_EQ(m_writer.writes.size(), 2U);
+}
+
+TEST_F(TranscriptionHistoryTest, EqualIdsArePinnedOnceAndDeletedTogether) {
+    const auto history
+        = startWith(HistoryCodec::encode({ plainHistoryEntry(), plainHistoryEntry() }).value());
+    history->togglePin(plainHistoryEntry().id);
+    EXPECT_TRUE(history->entries()[0].isPinned);
+    EXPECT_FALSE(history->entries()[1].isPinned);
+    history->deleteEntry(plainHistoryEntry().id);
+    EXPECT_TRUE(history->entries().isEmpty());
+}
+
+TEST_F(TranscriptionHistoryTest, ClearingLeavesAnEmptyArray) {
+    const auto history = startWithEntries(2);
+    history->clear();
+    EXPECT_TRUE(history->entries().isEmpty());
+    EXPECT_EQ(written(), "[]");
+    EXPECT_TRUE(startWith(written())->entries().isEmpty());
+    history->clear();
+    EXPECT_EQ(m_writer.writes.size(), 2U);
+}
+
+TEST_F(TranscriptionHistoryTest, ObserversHearBeforeAndAfterAChange) {
+    const auto history = startWithEntries(1);
+    QStringList heard;
+    const auto note = [&](const char *what) {
+        heard += QString::fromUtf8(what) + QString::number(history->entries().size());
+    };
+    QObject::connect(history.get(), &ObservableObject::objectWillChange, [&] { note("object "); });
+    QObject::connect(history.get(), &TranscriptionHistory::entriesWillChange, [&] { note("will "); });
+    QObject::connect(history.get(), &TranscriptionHistory::entriesChanged, [&] { note("changed "); });
+    m_writer.whileWriting = [&] { note("write "); };
+
+    history->add(dictation(QStringLiteral("a")));
+    EXPECT_EQ(heard,
+        (QStringList { QStringLiteral("object 1"), QStringLiteral("will 1"), QStringLiteral("changed 2"),
+            QStringLiteral("write 2") }));
+    heard.clear();
+    history->deleteEntry(QUuid::createUuid());
+    EXPECT_EQ(heard, (QStringList { QStringLiteral("object 2"), QStringLiteral("will 2") }));
+}
+
+namespace {
+mode_t modeOf(const QString &path) {
+    struct stat status { };
+    return ::stat(path.toUtf8().constData(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+} // namespace
+
+TEST(TranscriptionHistoryOnDisk, IsPrivateAndSurvivesARestart) {
+    const QTemporaryDir home;
+    const VirtualClock clock;
+    LinuxFileManager fileManager({ home.path(), {}, {}, home.path() });
+    LinuxAtomicFileWriter writer;
+    const mode_t oldMask = ::umask(0);
+    QList<HistoryEntry> entries;
+    {
+        TranscriptionHistory history(clock, fileManager, writer);
+        history.add(dictation(QStringLiteral("ăîșț")));
+        history.add(dictation(QStringLiteral("b/\"\\\n")));
+        history.togglePin(history.entries()[1].id);
+        entries = history.entries();
+    }
+    ::umask(oldMask);
+    TranscriptionHistory history(clock, fileManager, writer);
+    EXPECT_EQ(history.entries(), entries);
+    EXPECT_EQ(modeOf(history.storageURL().path()), 0600U);
+    EXPECT_EQ(modeOf(history.storageURL().deletingLastPathComponent().path()), 0700U);
+}

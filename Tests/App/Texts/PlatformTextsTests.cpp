@@ -1,0 +1,91 @@
+#include "TolmiApp/Texts/PlatformTexts.h"
+
+#include "Support/Print.h"
+
+#include <QMetaEnum>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+using L10n::Key;
+
+namespace {
+const std::set<Key> overridden {
+    Key::commandCenterDictationHint,
+    Key::dictationLiveHotkey,
+    Key::historyNoTranscriptionsHint,
+    Key::settingsRightOption,
+    Key::historyAudioRevealInFinder,
+    Key::historyAudioPlayFailedMessage,
+    Key::healthEnableMicHint,
+    Key::healthRecheckPermissions,
+    Key::healthGrantAccessibilityHint,
+    Key::settingsUpdatesNotConfiguredHint,
+};
+
+const auto languages = allCases<AppLanguage>();
+
+std::vector<Key> allKeys() {
+    std::vector<Key> keys;
+    for (int index = 0; index < QMetaEnum::fromType<Key>().keyCount(); ++index)
+        keys.push_back(Key(index));
+    return keys;
+}
+
+/// The first word in `text` that means something only on macOS; empty where there is none.
+QString macWord(const QString &text) {
+    for (const char16_t *word : { u"Option", u"\u2325", u"\u2318", u"Finder", u"System Settings",
+             u"Privacy & Security", u"app bundle", u"bundle-ului", u"Sparkle" }) {
+        if (text.contains(QStringView(word), Qt::CaseInsensitive))
+            return QStringView(word).toString();
+    }
+    return QString();
+}
+} // namespace
+
+TEST(PlatformTexts, AreTheTableOnMacOS) {
+    const PlatformTexts texts = PlatformTexts::forMacOS();
+    for (const Key key : allKeys()) {
+        for (const AppLanguage language : languages)
+            EXPECT_EQ(texts.text(key, language), L10n::text(key, language));
+    }
+    EXPECT_EQ(texts.settingsShortcut(), u"\u2318,");
+    EXPECT_EQ(texts.quitShortcut(), u"\u2318Q");
+}
+
+TEST(PlatformTexts, DifferOnLinuxWhereTheTableNamesWhatOnlyMacOSHas) {
+    const PlatformTexts texts = PlatformTexts::forLinux();
+    for (const Key key : allKeys()) {
+        for (const AppLanguage language : languages) {
+            const QString text = texts.text(key, language);
+            EXPECT_EQ(text != L10n::text(key, language), overridden.count(key) == 1) << text.toStdString();
+            EXPECT_EQ(macWord(text), QString()) << text.toStdString();
+        }
+    }
+    EXPECT_EQ(texts.settingsShortcut(), u"Ctrl+,");
+    EXPECT_EQ(texts.quitShortcut(), u"Ctrl+Q");
+}
+
+TEST(PlatformTexts, NameTheKeyOfALinuxKeyboard) {
+    const PlatformTexts texts = PlatformTexts::forLinux();
+    EXPECT_EQ(texts.text(Key::settingsRightOption, AppLanguage::English), u"Right Alt (AltGr)");
+    for (const Key key :
+        { Key::commandCenterDictationHint, Key::dictationLiveHotkey, Key::historyNoTranscriptionsHint }) {
+        for (const AppLanguage language : languages) {
+            EXPECT_TRUE(texts.text(key, language).contains(texts.text(Key::settingsRightOption, language)));
+        }
+    }
+}
+
+TEST(PlatformTexts, KeepRomanianWithoutDiacritics) {
+    const PlatformTexts texts = PlatformTexts::forLinux();
+    for (const Key key : overridden) {
+        const QString text = texts.text(key, AppLanguage::Romanian);
+        EXPECT_TRUE(std::all_of(text.begin(), text.end(), [](QChar character) {
+            return character < u'\x7f';
+        })) << text.toStdString();
+        EXPECT_NE(text, texts.text(key, AppLanguage::English));
+    }
+}

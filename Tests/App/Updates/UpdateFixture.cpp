@@ -1,0 +1,17 @@
+#include "App/Updates/UpdateFixture.h"
+
+QByteArray PublishedUpdate::feed() const {
+    return "<rss xmlns:sparkle=\"urn:updates\"><channel><item><sparkle:version>" + version
+        + "</sparkle:version><description>&lt;p&gt;Faster&lt;/p&gt;</description><enclosure url=\"" + url
+        + "\" length=\"" + length + "\" sparkle:os=\"linux\" sparkle:edSignature=\"" + signature.toBase64()
+        + "\"/></item></channel></rss>";
+}
+
+UpdateSource PublishedUpdate::source(const QUrl &feedURL, const FileURL &downloadsDirectory) const {
+    UpdateSource source;
+    source.feedURL = feedURL;
+    source.publicKey = QString::fromLatin1(key.publicKey().toBase64());
+    source.installedVersion = QStringLiteral("1.0");
+    source.downloadsDirectory = downloadsDirectory;
+    return source;
+}
