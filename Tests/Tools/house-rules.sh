@@ -30,4 +30,38 @@ test_the_logic_reads_no_environment() {
   expect_none "only adapters read the environment" 'qEnvironmentVariable|getenv\(' Sources/Text Sources/TolmiCore Sources/TolmiApp
 }
 
+test_rooms_keep_to_their_arrows() {
+  expect_status 0 "$root/Tests/Tools/rooms.py" "$root/Sources/TolmiApp"
+}
+
+# room NAME FILE [TEXT]: a source file in a module of the test's own.
+room() {
+  mkdir -p "$work/module/$1"
+  printf '%s\n' "${3-}" >"$work/module/$1/$2"
+}
+
+test_an_arrow_that_is_not_written_is_found() {
+  room Low Low.h
+  room High High.h '#include "TolmiApp/Low/Low.h"'
+  room High High.qml 'Lamp { }'
+  room Lamps Lamp.qml
+  printf '| `Low` | - | - |\n| `High` | - | `Low` |\n| `Lamps` | - | - |\n' >"$work/module/README.md"
+  expect_status 1 "$root/Tests/Tools/rooms.py" "$work/module"
+  expect_equal "$output" "High may not use Lamps, but High/High.qml does"
+}
+
+test_a_circle_of_rooms_is_found() {
+  room Low Low.h '#include "TolmiApp/High/High.h"'
+  room High High.h '#include "TolmiApp/Low/Low.h"'
+  printf '| `Low` | - | `High` |\n| `High` | - | `Low` |\n' >"$work/module/README.md"
+  expect_status 1 "$root/Tests/Tools/rooms.py" "$work/module"
+  expect_equal "$output" "rooms in a circle: High, Low"
+}
+
+test_a_module_without_rooms_is_no_success() {
+  mkdir "$work/module"
+  touch "$work/module/README.md"
+  expect_status 1 "$root/Tests/Tools/rooms.py" "$work/module"
+}
+
 run_case "$@"

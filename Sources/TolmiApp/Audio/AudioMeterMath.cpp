@@ -1,12 +1,14 @@
 #include "TolmiApp/Audio/AudioMeterMath.h"
 
+#include "Platform/UnitInterval.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace AudioMeterMath {
 
 double clamp(double value) {
-    return std::min(1.0, std::max(0.0, value));
+    return clampedToUnit(value);
 }
 
 double normalizedLevel(float averagePower, float floor) {

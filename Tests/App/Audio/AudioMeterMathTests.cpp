@@ -18,6 +18,7 @@ TEST(AudioMeterMath, ClampLimitsToTheUnitRange) {
     EXPECT_EQ(AudioMeterMath::clamp(7.0), 1.0);
     EXPECT_EQ(AudioMeterMath::clamp(double(infinity)), 1.0);
     EXPECT_EQ(AudioMeterMath::clamp(double(-infinity)), 0.0);
+    EXPECT_EQ(AudioMeterMath::clamp(double(notANumber)), 0.0);
 }
 
 TEST(AudioMeterMath, TheLevelIsLinearInDecibels) {

@@ -1,6 +1,6 @@
 #include "TolmiApp/Design/Drawing/MeterGeometry.h"
 
-#include "TolmiApp/Audio/AudioMeterMath.h"
+#include "Platform/UnitInterval.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,7 +27,7 @@ double wave(double position, double seconds) {
 }
 
 double gate(double level) {
-    return AudioMeterMath::clamp((level - 0.04) * 8);
+    return clampedToUnit((level - 0.04) * 8);
 }
 
 double length(const RingStyle &style, double level, double wave) {
@@ -43,7 +43,7 @@ double shade(const RingStyle &style, double position, double wave) {
 }
 
 QList<RingBar> ringBars(const RingStyle &style, double level, double seconds) {
-    const double limited = AudioMeterMath::clamp(level);
+    const double limited = clampedToUnit(level);
     QList<RingBar> bars;
     for (int index = 0; index < style.barCount; ++index) {
         const double p = position(style, index);
@@ -59,7 +59,7 @@ QList<RingBar> ringBars(const RingStyle &style, double level, double seconds) {
 double barHeight(int index, int barCount, bool isActive, double level) {
     if (!isActive)
         return index % 4 == 0 ? 18 : 11;
-    const double limited = AudioMeterMath::clamp(level);
+    const double limited = clampedToUnit(level);
     if (limited <= 0.001)
         return index % 3 == 0 ? 13 : 10;
     const double position = double(index) / std::max(barCount - 1, 1);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 using namespace MeterGeometry;
@@ -34,6 +35,7 @@ TEST(MeterGeometry, GateOpensBetweenSilenceAndVoice) {
     EXPECT_NEAR(gate(0.1), 0.48, tolerance);
     EXPECT_NEAR(gate(0.165), 1, tolerance);
     EXPECT_EQ(gate(1), 1);
+    EXPECT_EQ(gate(std::numeric_limits<double>::quiet_NaN()), 0);
 }
 
 TEST(MeterGeometry, LengthAndAlphaOfTheOverlay) {
