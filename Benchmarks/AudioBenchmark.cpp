@@ -1,8 +1,8 @@
 #include "Platform/Desktop/MainLoopClock.h"
 #include "Platform/Desktop/SndFileStore.h"
-#include "Platform/Linux/LinuxFileManager.h"
-#include "Platform/Linux/PulseAudioEngine.h"
-#include "Platform/Linux/PulseMicrophonePermission.h"
+#include "Platform/Linux/Files/LinuxFileManager.h"
+#include "Platform/Linux/Pulse/PulseAudioEngine.h"
+#include "Platform/Linux/Pulse/PulseMicrophonePermission.h"
 #include "TolmiApp/Audio/LiveAudioCapture.h"
 
 #include <QCoreApplication>

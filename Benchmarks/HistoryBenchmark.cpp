@@ -1,8 +1,8 @@
 // What the history costs, against the least that the same work can cost on this machine: a plain write of the
 // same bytes for a new entry, and the JSON library's own parse of the same file for a start.
 
-#include "Platform/Error.h"
-#include "Platform/Linux/FileDescriptor.h"
+#include "Foundation/Error.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 #include "ScratchHistory.h"
 #include "TolmiApp/History/HistoryCodec.h"
 

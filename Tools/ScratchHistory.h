@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/Desktop/MainLoopClock.h"
-#include "Platform/Linux/LinuxAtomicFileWriter.h"
-#include "Platform/Linux/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/Files/LinuxFileManager.h"
 #include "TolmiApp/History/TranscriptionHistory.h"
 
 /// A history as the program keeps it, but in a folder of its own, which only the user may enter.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/SerialQueue.h"
+#include "Foundation/SerialQueue.h"
 #include "TolmiApp/Updates/AppUpdater.h"
 #include "TolmiApp/Updates/UpdatePrompt.h"
 

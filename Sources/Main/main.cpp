@@ -1,7 +1,7 @@
+#include "Foundation/Log.h"
 #include "Main/Composition.h"
 #include "Main/UnixSignals.h"
 #include "Platform/Desktop/QtAudioPlayers.h"
-#include "Platform/Log.h"
 #include "TolmiApp/Shell/Views.h"
 
 #include <QApplication>

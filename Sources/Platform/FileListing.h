@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Date.h"
-#include "Platform/FileURL.h"
+#include "Foundation/Date.h"
+#include "Foundation/FileURL.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/FileURL.h"
+#include "Foundation/FileURL.h"
 
 /// The program in which the user looks at folders. It answers in its own time, and a desktop without one does
 /// nothing. Main thread only.

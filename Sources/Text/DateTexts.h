@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Date.h"
+#include "Foundation/Date.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Error.h"
-#include "Platform/Task.h"
+#include "Foundation/Error.h"
+#include "Foundation/Task.h"
 
 #include <variant>
 

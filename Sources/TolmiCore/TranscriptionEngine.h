@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Date.h"
-#include "Platform/Error.h"
-#include "Platform/FileURL.h"
-#include "Platform/Task.h"
+#include "Foundation/Date.h"
+#include "Foundation/Error.h"
+#include "Foundation/FileURL.h"
+#include "Foundation/Task.h"
 
 #include <QUuid>
 

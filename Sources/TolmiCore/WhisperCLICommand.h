@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Foundation/FileURL.h"
 #include "Platform/FileManager.h"
-#include "Platform/FileURL.h"
 
 #include <QStringList>
 #include <QUuid>

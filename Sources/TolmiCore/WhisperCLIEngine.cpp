@@ -1,6 +1,6 @@
 #include "TolmiCore/WhisperCLIEngine.h"
 
-#include "Platform/QueuedWork.h"
+#include "Foundation/QueuedWork.h"
 #include "Text/Text.h"
 
 #include <QStringDecoder>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
+#include "Foundation/SerialQueue.h"
 #include "Platform/Process.h"
-#include "Platform/SerialQueue.h"
 #include "TolmiCore/TranscriptionEngine.h"
 #include "TolmiCore/WhisperCLICommand.h"
 

@@ -1,8 +1,8 @@
 #include "TolmiCore/WhisperCLIEngine.h"
 
 #include "Platform/Desktop/MainLoopClock.h"
-#include "Platform/Linux/LinuxFileManager.h"
-#include "Platform/Linux/LinuxProcess.h"
+#include "Platform/Linux/Files/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxProcess.h"
 #include "Support/AwaitTask.h"
 #include "Support/FakeFileManager.h"
 #include "Support/FakeProcessLauncher.h"

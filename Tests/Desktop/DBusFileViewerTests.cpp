@@ -1,4 +1,4 @@
-#include "Platform/Linux/DBusFileViewer.h"
+#include "Platform/Linux/Desktop/DBusFileViewer.h"
 #include "Support/FileViewerContract.h"
 #include "Support/UntilTrue.h"
 

@@ -1,5 +1,5 @@
 #include "Desktop/TestPrograms.h"
-#include "Platform/Linux/X11OverlayWindowSystem.h"
+#include "Platform/Linux/X11/X11OverlayWindowSystem.h"
 #include "Support/UntilTrue.h"
 #include "TolmiApp/Overlay/OverlayPanel.h"
 #include "TolmiApp/Overlay/QuickOverlayWindow.h"

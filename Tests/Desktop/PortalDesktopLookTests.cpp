@@ -1,4 +1,4 @@
-#include "Platform/Linux/PortalDesktopLook.h"
+#include "Platform/Linux/Desktop/PortalDesktopLook.h"
 
 #include "Support/DesktopLookContract.h"
 

@@ -1,8 +1,8 @@
 #include "Desktop/SoundServer.h"
 #include "Platform/Desktop/SndFileStore.h"
-#include "Platform/Linux/PulseAudioEngine.h"
-#include "Platform/Linux/PulseFileRecorder.h"
-#include "Platform/Linux/PulseMicrophonePermission.h"
+#include "Platform/Linux/Pulse/PulseAudioEngine.h"
+#include "Platform/Linux/Pulse/PulseFileRecorder.h"
+#include "Platform/Linux/Pulse/PulseMicrophonePermission.h"
 #include "Support/AudioEngineContract.h"
 #include "Support/VirtualClock.h"
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "Desktop/TestPrograms.h"
-#include "Platform/Linux/X11ClipboardReader.h"
-#include "Platform/Linux/X11Pasteboard.h"
+#include "Platform/Linux/X11/X11ClipboardReader.h"
+#include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Support/Print.h"
 
 #include <X11/Xatom.h>

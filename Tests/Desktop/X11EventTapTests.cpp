@@ -1,9 +1,9 @@
-#include "Platform/Linux/X11EventTap.h"
+#include "Platform/Linux/X11/X11EventTap.h"
 
 #include "Desktop/TestPrograms.h"
 #include "Platform/Desktop/MainLoopClock.h"
-#include "Platform/Linux/InjectedKeys.h"
-#include "Platform/Linux/X11AccessibilityRight.h"
+#include "Platform/Linux/X11/InjectedKeys.h"
+#include "Platform/Linux/X11/X11AccessibilityRight.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
 #include "TolmiApp/Dictation/GlobalHotkeyManager.h"

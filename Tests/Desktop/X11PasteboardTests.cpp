@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11Pasteboard.h"
+#include "Platform/Linux/X11/X11Pasteboard.h"
 
 #include "Desktop/TestPrograms.h"
 #include "Support/PasteboardContract.h"

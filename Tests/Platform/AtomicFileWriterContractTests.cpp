@@ -1,4 +1,4 @@
-#include "Platform/Linux/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
 #include "Support/FakeAtomicFileWriter.h"
 
 #include <QFile>

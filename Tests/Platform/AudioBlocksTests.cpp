@@ -1,4 +1,4 @@
-#include "Platform/Linux/AudioBlocks.h"
+#include "Platform/Linux/Pulse/AudioBlocks.h"
 
 #include <gtest/gtest.h>
 

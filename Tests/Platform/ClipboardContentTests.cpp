@@ -1,4 +1,4 @@
-#include "Platform/Linux/ClipboardContent.h"
+#include "Platform/Linux/X11/ClipboardContent.h"
 
 #include "Support/Print.h"
 

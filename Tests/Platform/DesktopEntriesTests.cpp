@@ -1,6 +1,6 @@
-#include "Platform/Linux/DesktopEntries.h"
+#include "Platform/Linux/Desktop/DesktopEntries.h"
 
-#include "Platform/Linux/X11ActiveWindow.h"
+#include "Platform/Linux/X11/X11ActiveWindow.h"
 #include "Support/Print.h"
 
 #include <QDir>

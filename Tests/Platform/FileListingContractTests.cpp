@@ -1,4 +1,4 @@
-#include "Platform/Linux/LinuxFileListing.h"
+#include "Platform/Linux/Files/LinuxFileListing.h"
 #include "Support/FakeFileListing.h"
 #include "Support/Print.h"
 #include "Support/SystemErrorOf.h"

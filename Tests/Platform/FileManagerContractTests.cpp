@@ -1,4 +1,4 @@
-#include "Platform/Linux/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxFileManager.h"
 #include "Support/FakeFileManager.h"
 #include "Support/SystemErrorOf.h"
 

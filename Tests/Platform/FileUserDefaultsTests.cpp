@@ -1,8 +1,8 @@
 #include "Platform/Desktop/FileUserDefaults.h"
 
 #include "Platform/Desktop/DefaultsFormat.h"
-#include "Platform/Linux/LinuxAtomicFileWriter.h"
-#include "Platform/Linux/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/Files/LinuxFileManager.h"
 #include "Support/FakeAtomicFileWriter.h"
 #include "Support/FakeFileManager.h"
 #include "Support/Print.h"

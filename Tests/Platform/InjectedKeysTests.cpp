@@ -1,4 +1,4 @@
-#include "Platform/Linux/InjectedKeys.h"
+#include "Platform/Linux/X11/InjectedKeys.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "Platform/Linux/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 #include "Support/Print.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
-#include "Platform/Linux/LinuxProcess.h"
+#include "Platform/Linux/Files/LinuxProcess.h"
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 #include "Support/Script.h"
 
 #include <QDir>

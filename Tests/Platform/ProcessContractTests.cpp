@@ -1,4 +1,4 @@
-#include "Platform/Linux/LinuxProcess.h"
+#include "Platform/Linux/Files/LinuxProcess.h"
 #include "Support/FakeProcessLauncher.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "Platform/Desktop/SndFileStore.h"
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 #include "Support/FakeAudioFileStore.h"
 
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Foundation/Error.h"
 #include "Platform/AudioPlayer.h"
-#include "Platform/Error.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #include "Support/FakeFileListing.h"
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 
 #include <algorithm>
 #include <cerrno>

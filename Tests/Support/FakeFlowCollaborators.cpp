@@ -1,6 +1,6 @@
 #include "Support/FakeFlowCollaborators.h"
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 
 #include <QMetaEnum>
 

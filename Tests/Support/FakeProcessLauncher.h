@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 #include "Platform/Process.h"
 #include "Support/VirtualClock.h"
 

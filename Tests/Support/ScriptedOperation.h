@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Task.h"
+#include "Foundation/Task.h"
 
 #include <gtest/gtest.h>
 

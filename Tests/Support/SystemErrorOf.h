@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 
 /// The text of the SystemError that `work` throws, or "no error".
 template <typename Work>

@@ -1,5 +1,5 @@
-#include "Platform/Error.h"
-#include "Platform/Task.h"
+#include "Foundation/Error.h"
+#include "Foundation/Task.h"
 
 #include <QGuiApplication>
 

@@ -1,8 +1,8 @@
 // Fills a small file system of its own step by step and adds to the history on it: whatever the free space,
 // the file is the old one or the new one, whole.
 
-#include "Platform/Error.h"
-#include "Platform/Linux/FileDescriptor.h"
+#include "Foundation/Error.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 #include "ScratchHistory.h"
 #include "TolmiApp/History/HistoryCodec.h"
 

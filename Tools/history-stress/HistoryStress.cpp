@@ -1,7 +1,7 @@
 // Kills a process that writes the history at random moments and looks at what the next start finds: a whole
 // file with every save that had returned, and nothing left over beside it.
 
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 #include "ScratchHistory.h"
 #include "TolmiApp/History/HistoryCodec.h"
 

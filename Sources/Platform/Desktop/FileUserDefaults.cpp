@@ -1,8 +1,8 @@
 #include "Platform/Desktop/FileUserDefaults.h"
 
+#include "Foundation/Error.h"
+#include "Foundation/Log.h"
 #include "Platform/Desktop/DefaultsFormat.h"
-#include "Platform/Error.h"
-#include "Platform/Log.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Foundation/SerialQueue.h"
 #include "Platform/AtomicFileWriter.h"
 #include "Platform/FileManager.h"
-#include "Platform/SerialQueue.h"
 #include "Platform/UserDefaults.h"
 
 #include <map>

@@ -1,6 +1,6 @@
 #include "Platform/Desktop/LocalSocketInstance.h"
 
-#include "Platform/Log.h"
+#include "Foundation/Log.h"
 
 #include <QLocalSocket>
 

@@ -1,6 +1,6 @@
 #include "Platform/Desktop/QtAudioPlayers.h"
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 
 #include <QAudioDevice>
 #include <QAudioOutput>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 #include "Platform/HttpClient.h"
 
 #include <QNetworkAccessManager>

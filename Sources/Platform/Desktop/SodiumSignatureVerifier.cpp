@@ -1,6 +1,6 @@
 #include "Platform/Desktop/SodiumSignatureVerifier.h"
 
-#include "Platform/Log.h"
+#include "Foundation/Log.h"
 
 #include <sodium.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/FileURL.h"
+#include "Foundation/FileURL.h"
 
 /// The folder where the user's programs put what they download. It need not exist.
 FileURL downloadsDirectory();

@@ -1,4 +1,4 @@
-#include "Platform/ThreadName.h"
+#include "Foundation/ThreadName.h"
 
 #include <pthread.h>
 

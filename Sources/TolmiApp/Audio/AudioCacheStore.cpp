@@ -1,6 +1,6 @@
 #include "TolmiApp/Audio/AudioCacheStore.h"
 
-#include "Platform/Uuid.h"
+#include "Foundation/Uuid.h"
 #include "TolmiApp/Settings/ApplicationFolder.h"
 
 namespace {

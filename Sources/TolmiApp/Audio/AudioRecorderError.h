@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 
 /// Why a plain recording did not start.
 class AudioRecorderError final : public LocalizedError {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 #include "Platform/FileListing.h"
 #include "Platform/FileManager.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"

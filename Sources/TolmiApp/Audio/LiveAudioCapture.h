@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Foundation/SerialQueue.h"
 #include "Platform/Audio.h"
 #include "Platform/FileManager.h"
-#include "Platform/SerialQueue.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 
 #include <memory>

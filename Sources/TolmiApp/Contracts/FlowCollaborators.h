@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Date.h"
-#include "Platform/FileURL.h"
-#include "Platform/Task.h"
+#include "Foundation/Date.h"
+#include "Foundation/FileURL.h"
+#include "Foundation/Task.h"
 #include "TolmiApp/Contracts/DictationState.h"
 #include "TolmiApp/Contracts/QualityPass.h"
 #include "TolmiApp/Settings/AppLanguage.h"

@@ -1,6 +1,6 @@
 #include "TolmiApp/Dictation/DictationControl.h"
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 #include "TolmiApp/Settings/SettingsStore.h"
 #include "TolmiApp/Texts/L10n.h"
 

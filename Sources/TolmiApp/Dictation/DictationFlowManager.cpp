@@ -1,9 +1,9 @@
 #include "TolmiApp/Dictation/DictationFlowManager.h"
 
+#include "Foundation/Clock.h"
+#include "Foundation/Log.h"
 #include "Platform/Application.h"
-#include "Platform/Clock.h"
 #include "Platform/FileManager.h"
-#include "Platform/Log.h"
 #include "TolmiApp/Dictation/DictationStages.h"
 #include "TolmiApp/Settings/SettingsStore.h"
 

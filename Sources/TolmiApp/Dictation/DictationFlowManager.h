@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/ObservableObject.h"
-#include "Platform/SerialQueue.h"
+#include "Foundation/ObservableObject.h"
+#include "Foundation/SerialQueue.h"
 #include "TolmiApp/Audio/AudioCacheStore.h"
 #include "TolmiApp/Dictation/DictationFlowCollaborators.h"
 #include "TolmiApp/Settings/AppAppearance.h"

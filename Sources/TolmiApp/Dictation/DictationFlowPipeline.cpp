@@ -1,6 +1,6 @@
 // From the key-up to the pasted text.
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 #include "Platform/FileManager.h"
 #include "TolmiApp/Dictation/DictationFlowManager.h"
 #include "TolmiApp/Dictation/DictationStages.h"

@@ -1,7 +1,7 @@
 // The start of a recording, and the metering while it runs.
 
-#include "Platform/Clock.h"
-#include "Platform/Log.h"
+#include "Foundation/Clock.h"
+#include "Foundation/Log.h"
 #include "TolmiApp/Audio/AudioMeterMath.h"
 #include "TolmiApp/Audio/AudioRecorderError.h"
 #include "TolmiApp/Dictation/DictationFlowManager.h"

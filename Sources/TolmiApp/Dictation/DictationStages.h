@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Date.h"
+#include "Foundation/Date.h"
 #include "TolmiApp/Contracts/DictationState.h"
 
 /// The stages of a dictation as diagnostics in the log category "tolmi.stages", which is off by default.

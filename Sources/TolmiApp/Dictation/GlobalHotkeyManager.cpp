@@ -1,6 +1,6 @@
 #include "TolmiApp/Dictation/GlobalHotkeyManager.h"
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 
 #include <QThread>
 

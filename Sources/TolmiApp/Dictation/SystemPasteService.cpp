@@ -1,6 +1,6 @@
 #include "TolmiApp/Dictation/SystemPasteService.h"
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 #include "Platform/FrontmostApplication.h"
 #include "Platform/Keyboard.h"
 #include "Text/Text.h"

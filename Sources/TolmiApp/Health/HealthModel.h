@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ObservableObject.h"
+#include "Foundation/ObservableObject.h"
 #include "TolmiApp/Health/StudioHealthCheckService.h"
 
 #include <QPointer>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Foundation/Clock.h"
+#include "Foundation/ObservableObject.h"
 #include "Platform/AudioPlayer.h"
-#include "Platform/Clock.h"
-#include "Platform/ObservableObject.h"
 #include "TolmiApp/History/HistoryAudioPlaybackError.h"
 
 #include <QSet>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 
 /// Why a recording is not heard.
 class HistoryAudioPlaybackError final : public LocalizedError {

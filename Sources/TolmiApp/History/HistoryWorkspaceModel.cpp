@@ -1,6 +1,6 @@
 #include "TolmiApp/History/HistoryWorkspaceModel.h"
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 #include "Text/DateTexts.h"
 #include "Text/Text.h"
 #include "TolmiApp/History/HistoryExportFormatter.h"

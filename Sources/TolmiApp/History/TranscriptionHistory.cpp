@@ -1,7 +1,7 @@
 #include "TolmiApp/History/TranscriptionHistory.h"
 
-#include "Platform/Error.h"
-#include "Platform/Log.h"
+#include "Foundation/Error.h"
+#include "Foundation/Log.h"
 #include "TolmiApp/History/HistoryCodec.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Foundation/Clock.h"
+#include "Foundation/ObservableObject.h"
 #include "Platform/AtomicFileWriter.h"
-#include "Platform/Clock.h"
 #include "Platform/FileManager.h"
-#include "Platform/ObservableObject.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 #include "TolmiApp/History/HistoryEntry.h"
 

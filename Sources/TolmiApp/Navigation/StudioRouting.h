@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Foundation/ObservableObject.h"
 #include "Platform/Application.h"
-#include "Platform/ObservableObject.h"
 #include "TolmiApp/Navigation/StudioDestination.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "TolmiApp/Onboarding/OnboardingWizardModel.h"
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 #include "Platform/FileManager.h"
 #include "Platform/Keyboard.h"
 #include "TolmiApp/History/TranscriptionHistory.h"

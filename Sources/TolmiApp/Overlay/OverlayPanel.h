@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ObservableObject.h"
+#include "Foundation/ObservableObject.h"
 #include "Platform/OverlayWindow.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 

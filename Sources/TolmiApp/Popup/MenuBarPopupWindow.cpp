@@ -1,6 +1,6 @@
 #include "TolmiApp/Popup/MenuBarPopupWindow.h"
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 #include "TolmiApp/Popup/MenuBarPopupModel.h"
 #include "TolmiApp/Popup/PopupPlacement.h"
 #include "TolmiApp/Shell/ViewTexts.h"

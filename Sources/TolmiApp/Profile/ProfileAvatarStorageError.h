@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 #include "TolmiApp/Texts/L10n.h"
 
 /// Why a picture did not become the user's avatar.

@@ -1,7 +1,7 @@
 #include "TolmiApp/Settings/SettingsStore.h"
 
-#include "Platform/Log.h"
-#include "Platform/Uuid.h"
+#include "Foundation/Log.h"
+#include "Foundation/Uuid.h"
 #include "Text/Text.h"
 #include "TolmiApp/Settings/ApplicationFolder.h"
 #include "TolmiApp/Settings/ProfileAvatarPreset.h"

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Foundation/Clock.h"
+#include "Foundation/ObservableObject.h"
 #include "Platform/BundleInfo.h"
-#include "Platform/Clock.h"
 #include "Platform/FileManager.h"
-#include "Platform/ObservableObject.h"
 #include "Platform/UserDefaults.h"
 #include "TolmiApp/Settings/AppAppearance.h"
 #include "TolmiApp/Settings/AppLanguage.h"

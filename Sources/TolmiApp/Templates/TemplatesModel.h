@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ObservableObject.h"
+#include "Foundation/ObservableObject.h"
 #include "TolmiApp/History/HistoryEntry.h"
 #include "TolmiApp/Templates/TemplatePreset.h"
 

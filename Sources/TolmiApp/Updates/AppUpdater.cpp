@@ -1,7 +1,7 @@
 #include "TolmiApp/Updates/AppUpdater.h"
 
-#include "Platform/Clock.h"
-#include "Platform/Log.h"
+#include "Foundation/Clock.h"
+#include "Foundation/Log.h"
 #include "Text/Text.h"
 
 #include <QPointer>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Foundation/ObservableObject.h"
 #include "Platform/BundleInfo.h"
-#include "Platform/ObservableObject.h"
 #include "Platform/Updater.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "TolmiApp/Updates/AppcastUpdater.h"
 
-#include "Platform/Clock.h"
-#include "Platform/Log.h"
+#include "Foundation/Clock.h"
+#include "Foundation/Log.h"
 #include "Platform/UserDefaults.h"
 
 #include <algorithm>

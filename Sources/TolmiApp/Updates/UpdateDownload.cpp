@@ -1,8 +1,8 @@
 #include "TolmiApp/Updates/UpdateDownload.h"
 
+#include "Foundation/QueuedWork.h"
 #include "Platform/AtomicFileWriter.h"
 #include "Platform/FileManager.h"
-#include "Platform/QueuedWork.h"
 #include "Platform/SignatureVerifier.h"
 #include "TolmiApp/Updates/SoftwareVersion.h"
 #include "TolmiApp/Updates/UpdateError.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/FileURL.h"
+#include "Foundation/FileURL.h"
 #include "Platform/HttpClient.h"
 #include "TolmiApp/Updates/Appcast.h"
 

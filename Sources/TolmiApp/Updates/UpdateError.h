@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 
 /// Why there is no update to be had. The texts are English whatever the interface language, like those of
 /// HttpError.

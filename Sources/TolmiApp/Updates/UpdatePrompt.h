@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ObservableObject.h"
+#include "Foundation/ObservableObject.h"
 #include "TolmiApp/Updates/Appcast.h"
 
 /// What the dialog about updates shows, and the answers it gives. Main thread only.

@@ -1,6 +1,6 @@
 #include "TolmiApp/Audio/AudioCacheStore.h"
 
-#include "Platform/Error.h"
+#include "Foundation/Error.h"
 #include "Support/FakeFileManager.h"
 #include "Support/Print.h"
 

@@ -1,9 +1,9 @@
 // Feeds spoiled picture files to the storage of avatars. Each must become an avatar or be refused with one of
 // the errors that the storage tells of; under a sanitizer, nothing else may come to light.
 
-#include "Platform/Linux/LinuxAtomicFileWriter.h"
-#include "Platform/Linux/LinuxFileListing.h"
-#include "Platform/Linux/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/Files/LinuxFileListing.h"
+#include "Platform/Linux/Files/LinuxFileManager.h"
 #include "Support/Pictures.h"
 #include "TolmiApp/Profile/ProfileAvatarStorage.h"
 

@@ -1,8 +1,8 @@
 #include "TolmiApp/Profile/ProfileAvatarStorage.h"
 
-#include "Platform/Linux/LinuxAtomicFileWriter.h"
-#include "Platform/Linux/LinuxFileListing.h"
-#include "Platform/Linux/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/Files/LinuxFileListing.h"
+#include "Platform/Linux/Files/LinuxFileManager.h"
 #include "Support/FakeAtomicFileWriter.h"
 #include "Support/FakeFileListing.h"
 #include "Support/FakeFileManager.h"

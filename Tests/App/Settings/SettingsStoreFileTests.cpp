@@ -1,8 +1,8 @@
 #include "TolmiApp/Settings/SettingsStore.h"
 
 #include "Platform/Desktop/FileUserDefaults.h"
-#include "Platform/Linux/LinuxAtomicFileWriter.h"
-#include "Platform/Linux/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/Files/LinuxFileManager.h"
 #include "Support/Print.h"
 #include "Support/VirtualClock.h"
 

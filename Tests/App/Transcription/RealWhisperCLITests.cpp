@@ -1,6 +1,6 @@
 #include "Platform/Desktop/MainLoopClock.h"
-#include "Platform/Linux/LinuxFileManager.h"
-#include "Platform/Linux/LinuxProcess.h"
+#include "Platform/Linux/Files/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxProcess.h"
 #include "Support/AwaitTask.h"
 #include "TolmiApp/Transcription/AdaptiveTranscriptionService.h"
 #include "TolmiCore/WhisperCLIEngine.h"

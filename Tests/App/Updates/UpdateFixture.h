@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Foundation/SerialQueue.h"
 #include "Platform/Desktop/SodiumSignatureVerifier.h"
-#include "Platform/SerialQueue.h"
 #include "Support/SigningKey.h"
 #include "TolmiApp/Updates/UpdateDownload.h"
 

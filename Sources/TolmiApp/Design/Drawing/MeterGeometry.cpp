@@ -1,6 +1,6 @@
 #include "TolmiApp/Design/Drawing/MeterGeometry.h"
 
-#include "Platform/UnitInterval.h"
+#include "Foundation/UnitInterval.h"
 
 #include <algorithm>
 #include <cmath>

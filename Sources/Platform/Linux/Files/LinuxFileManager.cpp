@@ -1,0 +1,160 @@
+#include "Platform/Linux/Files/LinuxFileManager.h"
+
+#include "Foundation/Error.h"
+#include "Foundation/Log.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <array>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+constexpr mode_t privateMode = 0700;
+
+bool isFolder(const QByteArray &path) {
+    struct stat status { };
+    return ::stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+/// Whether `path` itself, not a link, is a folder that nobody but this user can enter.
+bool isPrivateFolder(const QString &path) {
+    struct stat status { };
+    return ::lstat(QFile::encodeName(path).constData(), &status) == 0 && S_ISDIR(status.st_mode)
+        && status.st_uid == ::geteuid() && (status.st_mode & 07777) == privateMode;
+}
+
+/// Creates one folder that only the user can enter. Gives 0 or the errno value.
+int makePrivateFolder(const QByteArray &path) {
+    if (::mkdir(path.constData(), privateMode) != 0)
+        return errno;
+    // The umask may have taken away what the user needs.
+    return ::chmod(path.constData(), privateMode) == 0 ? 0 : errno;
+}
+
+/// Creates the folder and its missing parents. Gives 0 or the errno value.
+int makePrivateFolders(const FileURL &url) {
+    const QByteArray path = QFile::encodeName(url.path());
+    int error = makePrivateFolder(path);
+    const FileURL parent = url.deletingLastPathComponent();
+    if (error == ENOENT && parent != url) {
+        error = makePrivateFolders(parent);
+        if (error == 0)
+            error = makePrivateFolder(path);
+    }
+    return error == EEXIST && isFolder(path) ? 0 : error;
+}
+
+/// The folder that the system names, else the usual one in the user's home.
+std::optional<FileURL> userFolder(const QString &named, const QString &home, const QString &usual) {
+    if (named.startsWith(u'/'))
+        return FileURL(named);
+    if (home.startsWith(u'/'))
+        return FileURL(home).appendingPathComponent(usual);
+    return std::nullopt;
+}
+
+/// A new folder that no one else knew before, for when the usual one cannot be trusted. When even that
+/// fails, its path names nothing, and whoever writes there gets the error.
+FileURL freshTemporaryFolder(const FileURL &base) {
+    const FileURL pattern = base.appendingPathComponent(QStringLiteral("tolmi-XXXXXX"));
+    QByteArray path = QFile::encodeName(pattern.path());
+    ::mkdtemp(path.data());
+    return FileURL(QFile::decodeName(path));
+}
+
+FileURL temporaryDirectoryOf(const LinuxFolders &folders) {
+    if (folders.runtime.startsWith(u'/') && isPrivateFolder(folders.runtime))
+        return FileURL(folders.runtime);
+    const FileURL base(folders.temporary);
+    const FileURL own = base.appendingPathComponent(QStringLiteral("tolmi-") + QString::number(::geteuid()));
+    makePrivateFolder(QFile::encodeName(own.path()));
+    if (isPrivateFolder(own.path()))
+        return own;
+    const FileURL fresh = freshTemporaryFolder(base);
+    logLine(QStringLiteral("Tolmi: %1 is not private to the user; using %2").arg(own.path(), fresh.path()));
+    return fresh;
+}
+
+FileDescriptor openForReading(const FileURL &url) {
+    FileDescriptor file(::open(QFile::encodeName(url.path()).constData(), O_RDONLY | O_CLOEXEC));
+    if (!file.isValid())
+        throw SystemError::fromErrno(errno, url.path());
+    return file;
+}
+} // namespace
+
+LinuxFolders LinuxFolders::ofThisProcess() {
+    LinuxFolders folders;
+    folders.home = qEnvironmentVariable("HOME");
+    if (const passwd *user = folders.home.isEmpty() ? ::getpwuid(::geteuid()) : nullptr)
+        folders.home = QFile::decodeName(user->pw_dir);
+    folders.dataHome = qEnvironmentVariable("XDG_DATA_HOME");
+    folders.runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    folders.temporary = QDir::tempPath();
+    folders.configHome = qEnvironmentVariable("XDG_CONFIG_HOME");
+    return folders;
+}
+
+LinuxFileManager::LinuxFileManager(const LinuxFolders &folders)
+    : m_applicationSupportDirectory(
+        userFolder(folders.dataHome, folders.home, QStringLiteral(".local/share")))
+    , m_temporaryDirectory(temporaryDirectoryOf(folders)) { }
+
+bool LinuxFileManager::fileExists(const QString &path) const {
+    struct stat status { };
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0;
+}
+
+bool LinuxFileManager::isExecutableFile(const QString &path) const {
+    return ::access(QFile::encodeName(path).constData(), X_OK) == 0;
+}
+
+void LinuxFileManager::createDirectory(const FileURL &url) {
+    if (const int error = makePrivateFolders(url))
+        throw SystemError::fromErrno(error, url.path());
+}
+
+QByteArray LinuxFileManager::contents(const FileURL &url) const {
+    const FileDescriptor file = openForReading(url);
+    QByteArray content;
+    // Only a hint: the file may change while it is read, and files of the kernel tell no size.
+    struct stat status { };
+    if (::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode))
+        content.reserve(status.st_size);
+    std::array<char, 65536> piece;
+    for (;;) {
+        const ssize_t count = ::read(file.get(), piece.data(), piece.size());
+        if (count == 0)
+            return content;
+        if (count > 0)
+            content.append(piece.data(), count);
+        else if (errno != EINTR)
+            throw SystemError::fromErrno(errno, url.path());
+    }
+}
+
+std::optional<FileURL> LinuxFileManager::applicationSupportDirectory() const {
+    return m_applicationSupportDirectory;
+}
+
+FileURL LinuxFileManager::temporaryDirectory() const {
+    return m_temporaryDirectory;
+}
+
+FileURL LinuxFileManager::currentDirectory() const {
+    return FileURL(QDir::currentPath());
+}
+
+FileURL settingsFileURL(const LinuxFolders &folders, const FileManager &fileManager) {
+    const std::optional<FileURL> named
+        = userFolder(folders.configHome, folders.home, QStringLiteral(".config"));
+    const FileURL base = named ? *named : fileManager.temporaryDirectory();
+    return base.appendingPathComponent(QStringLiteral("Tolmi/settings.json"));
+}

@@ -1,0 +1,242 @@
+#include "Platform/Linux/Files/LinuxProcess.h"
+
+#include "Foundation/Error.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cmath>
+#include <csignal>
+#include <optional>
+#include <thread>
+#include <vector>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// glibc 2.36 forgot to say that these are C functions.
+extern "C" {
+#include <sys/pidfd.h>
+}
+
+namespace {
+struct Pipe {
+    FileDescriptor readEnd;
+    FileDescriptor writeEnd;
+};
+
+/// The descriptor, moved above those of the standard streams: where this process itself has a stream closed,
+/// it would else take the stream's number and be written to or replaced by mistake.
+FileDescriptor aboveStandardStreams(FileDescriptor descriptor) {
+    if (!descriptor.isValid() || descriptor.get() > STDERR_FILENO)
+        return descriptor;
+    return FileDescriptor(::fcntl(descriptor.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+/// A pipe that no child inherits and whose reader never waits. Gives 0 or an errno value.
+int open(Pipe &pipe) {
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0)
+        return errno;
+    FileDescriptor readEnd(ends[0]);
+    FileDescriptor writeEnd(ends[1]);
+    pipe.readEnd = aboveStandardStreams(std::move(readEnd));
+    pipe.writeEnd = aboveStandardStreams(std::move(writeEnd));
+    const bool isReady = pipe.readEnd.isValid() && pipe.writeEnd.isValid()
+        && ::fcntl(pipe.readEnd.get(), F_SETFL, O_NONBLOCK) == 0;
+    return isReady ? 0 : errno;
+}
+
+Pipe makePipe(const QString &executablePath) {
+    Pipe pipe;
+    if (const int error = open(pipe))
+        throw SystemError::fromErrno(error, executablePath);
+    return pipe;
+}
+
+/// What the child's descriptors become.
+class FileActions {
+public:
+    FileActions() { ::posix_spawn_file_actions_init(&m_actions); }
+    ~FileActions() { ::posix_spawn_file_actions_destroy(&m_actions); }
+    FileActions(const FileActions &) = delete;
+    FileActions &operator=(const FileActions &) = delete;
+
+    /// Gives 0 or an errno value.
+    int connect(int standardOutput, int standardError) {
+        if (const int error = ::posix_spawn_file_actions_adddup2(&m_actions, standardOutput, STDOUT_FILENO))
+            return error;
+        if (const int error = ::posix_spawn_file_actions_adddup2(&m_actions, standardError, STDERR_FILENO))
+            return error;
+        return ::posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1);
+    }
+    const posix_spawn_file_actions_t *get() const { return &m_actions; }
+
+private:
+    posix_spawn_file_actions_t m_actions;
+};
+
+/// How the child treats signals: as a program that a shell starts.
+class SpawnAttributes {
+public:
+    SpawnAttributes() {
+        sigset_t none;
+        sigset_t all;
+        ::sigemptyset(&none);
+        ::sigfillset(&all);
+        ::posix_spawnattr_init(&m_attributes);
+        ::posix_spawnattr_setsigmask(&m_attributes, &none);
+        ::posix_spawnattr_setsigdefault(&m_attributes, &all);
+        ::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    }
+    ~SpawnAttributes() { ::posix_spawnattr_destroy(&m_attributes); }
+    SpawnAttributes(const SpawnAttributes &) = delete;
+    SpawnAttributes &operator=(const SpawnAttributes &) = delete;
+
+    const posix_spawnattr_t *get() const { return &m_attributes; }
+
+private:
+    posix_spawnattr_t m_attributes;
+};
+
+/// The executable and its arguments in the form that the system takes them.
+class ArgumentVector {
+public:
+    ArgumentVector(const FileURL &executable, const QStringList &arguments) {
+        m_bytes.push_back(QFile::encodeName(executable.path()));
+        for (const QString &argument : arguments)
+            m_bytes.push_back(QFile::encodeName(argument));
+        for (QByteArray &bytes : m_bytes)
+            m_pointers.push_back(bytes.data());
+        m_pointers.push_back(nullptr);
+    }
+
+    char *const *get() const { return m_pointers.data(); }
+
+private:
+    std::vector<QByteArray> m_bytes;
+    std::vector<char *> m_pointers;
+};
+
+pid_t spawn(const FileURL &executable, const QStringList &arguments, int standardOutput, int standardError) {
+    const ArgumentVector vector(executable, arguments);
+    const SpawnAttributes attributes;
+    FileActions actions;
+    pid_t child = -1;
+    int error = actions.connect(standardOutput, standardError);
+    if (error == 0)
+        error
+            = ::posix_spawn(&child, vector.get()[0], actions.get(), attributes.get(), vector.get(), environ);
+    if (error != 0)
+        throw SystemError::fromErrno(error, executable.path());
+    return child;
+}
+
+/// Waits until the child of `descriptor` has ended and takes its status; the signal number stands for an end
+/// by a signal.
+int reap(int descriptor) {
+    siginfo_t info {};
+    while (::waitid(P_PIDFD, id_t(descriptor), &info, WEXITED) != 0 && errno == EINTR) { }
+    return info.si_status;
+}
+
+/// A descriptor by which the end of the child can be waited for. A child that cannot be watched is ended.
+FileDescriptor watch(pid_t child, const QString &executablePath) {
+    FileDescriptor descriptor = aboveStandardStreams(FileDescriptor(::pidfd_open(child, 0)));
+    if (descriptor.isValid())
+        return descriptor;
+    const int error = errno;
+    ::kill(child, SIGKILL);
+    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) { }
+    throw SystemError::fromErrno(error, executablePath);
+}
+
+/// What lies in the pipe of a child that has ended. The pipe holds all that the child left there, so no more
+/// is read: a grandchild that still writes cannot keep the reader.
+QByteArray readRest(int descriptor) {
+    const qsizetype capacity = std::max(::fcntl(descriptor, F_GETPIPE_SZ), 0);
+    QByteArray bytes(capacity, Qt::Uninitialized);
+    qsizetype filled = 0;
+    while (filled < capacity) {
+        const ssize_t count = ::read(descriptor, bytes.data() + filled, size_t(capacity - filled));
+        if (count > 0)
+            filled += count;
+        else if (count == 0 || errno != EINTR)
+            break;
+    }
+    bytes.truncate(filled);
+    return bytes;
+}
+
+class LinuxProcess final : public Process {
+public:
+    LinuxProcess(const FileURL &executable, const QStringList &arguments)
+        : LinuxProcess(executable, arguments, makePipe(executable.path()), makePipe(executable.path())) { }
+
+    ~LinuxProcess() override {
+        // Someone must take the status of a child, or it stays in the process table for ever.
+        if (isRunning())
+            std::thread([child = std::move(m_child)] { reap(child.get()); }).detach();
+    }
+
+    bool isRunning() override { return !waitUntilExit(0); }
+
+    void terminate() override {
+        if (!m_status)
+            ::pidfd_send_signal(m_child.get(), SIGTERM, nullptr, 0);
+    }
+
+    bool waitUntilExit(double seconds) override {
+        if (!m_status && (seconds < 0 || hasEndedWithin(seconds)))
+            m_status = reap(m_child.get());
+        return m_status.has_value();
+    }
+
+    int terminationStatus() const override { return m_status.value(); }
+    QByteArray readStandardError() override { return readRest(m_standardError.get()); }
+    QByteArray readStandardOutput() override { return readRest(m_standardOutput.get()); }
+
+private:
+    LinuxProcess(const FileURL &executable, const QStringList &arguments, Pipe output, Pipe error)
+        : m_child(watch(
+            spawn(executable, arguments, output.writeEnd.get(), error.writeEnd.get()), executable.path()))
+        , m_standardOutput(std::move(output.readEnd))
+        , m_standardError(std::move(error.readEnd)) { }
+
+    bool hasEndedWithin(double seconds) const {
+        using Clock = std::chrono::steady_clock;
+        const auto deadline = Clock::now() + std::chrono::duration<double>(seconds);
+        pollfd wanted { m_child.get(), POLLIN, 0 };
+        for (;;) {
+            const std::chrono::duration<double> left = deadline - Clock::now();
+            const int timeout = int(std::ceil(std::clamp(left.count(), 0.0, 1e6) * 1000));
+            if (::poll(&wanted, 1, timeout) > 0)
+                return true;
+            if (left.count() <= 0)
+                return false;
+        }
+    }
+
+    FileDescriptor m_child;
+    FileDescriptor m_standardOutput;
+    FileDescriptor m_standardError;
+    std::optional<int> m_status;
+};
+} // namespace
+
+LinuxProcessLauncher::LinuxProcessLauncher() {
+    struct sigaction action { };
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
+        std::signal(SIGCHLD, SIG_DFL);
+}
+
+std::unique_ptr<Process> LinuxProcessLauncher::launch(
+    const FileURL &executable, const QStringList &arguments) {
+    return std::make_unique<LinuxProcess>(executable, arguments);
+}

@@ -1,0 +1,113 @@
+#include "Platform/Linux/Pulse/PulseConnection.h"
+
+#include <pulse/context.h>
+#include <pulse/error.h>
+#include <pulse/thread-mainloop.h>
+
+#include <cstdlib>
+
+PulseConnection::PulseConnection()
+    : m_loop(pa_threaded_mainloop_new()) {
+    // Of a thread that runs already the library would name the one that asks.
+    if (m_loop)
+        pa_threaded_mainloop_set_name(m_loop, "Tolmi.Audio");
+    if (!m_loop || pa_threaded_mainloop_start(m_loop) < 0)
+        throw SystemError(QStringLiteral("The audio thread could not be started."));
+    const Lock lock(*this);
+    connect();
+}
+
+PulseConnection::~PulseConnection() {
+    lock();
+    dropContext();
+    unlock();
+    pa_threaded_mainloop_stop(m_loop);
+    pa_threaded_mainloop_free(m_loop);
+}
+
+void PulseConnection::lock() {
+    pa_threaded_mainloop_lock(m_loop);
+}
+
+void PulseConnection::unlock() {
+    pa_threaded_mainloop_unlock(m_loop);
+}
+
+bool PulseConnection::isContextUsable() const {
+    return m_context && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context));
+}
+
+bool PulseConnection::isContextReady() const {
+    return m_context && pa_context_get_state(m_context) == PA_CONTEXT_READY;
+}
+
+void PulseConnection::connect() {
+    dropContext();
+    m_context = pa_context_new(pa_threaded_mainloop_get_api(m_loop), "Tolmi");
+    if (!m_context)
+        return;
+    const auto changed
+        = [](pa_context *, void *self) { static_cast<PulseConnection *>(self)->contextChanged(); };
+    pa_context_set_state_callback(m_context, changed, this);
+    // Starting a server would block the audio thread until it runs; a desktop starts its own. How it went is
+    // told by the context's state.
+    pa_context_connect(m_context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr);
+}
+
+void PulseConnection::dropContext() {
+    if (!m_context)
+        return;
+    pa_context_set_state_callback(m_context, nullptr, nullptr);
+    pa_context_disconnect(m_context);
+    pa_context_unref(m_context);
+    m_context = nullptr;
+}
+
+void PulseConnection::contextChanged() {
+    if (isContextReady())
+        m_isAccessDenied = false;
+    else if (!isContextUsable())
+        m_isAccessDenied = pa_context_errno(m_context) == PA_ERR_ACCESS;
+    notify();
+}
+
+pa_context *PulseConnection::readyContext(Lock &lock, Deadline deadline) {
+    if (!isContextUsable())
+        connect();
+    const bool isAnswered
+        = waitUntil(lock, deadline, [this] { return isContextReady() || !isContextUsable(); });
+    if (!isAnswered) {
+        dropContext();
+        throw SystemError(QStringLiteral("The sound server does not answer. Restart it, then try again."));
+    }
+    if (!isContextReady())
+        throw failure(m_context ? pa_context_errno(m_context) : PA_ERR_CONNECTIONTERMINATED);
+    return m_context;
+}
+
+SystemError PulseConnection::failure(int code) {
+    switch (code) {
+    case PA_ERR_ACCESS:
+        m_isAccessDenied = true;
+        return SystemError(
+            QStringLiteral("The sound server refuses access to the microphone. Allow it, then try again."));
+    case PA_ERR_NOENTITY:
+        return SystemError(QStringLiteral("No microphone was found. Connect one or choose an input in the "
+                                          "sound settings, then try again."));
+    case PA_ERR_CONNECTIONREFUSED:
+    case PA_ERR_CONNECTIONTERMINATED:
+        return SystemError(
+            QStringLiteral("No sound server is running. Start PipeWire or PulseAudio, then try again."));
+    default:
+        return SystemError(QStringLiteral("The microphone could not be opened: %1. Check the sound settings, "
+                                          "then try again.")
+                               .arg(QString::fromUtf8(pa_strerror(code))));
+    }
+}
+
+void PulseConnection::recheckAccess() {
+    const Lock lock(*this);
+    const bool isUnderWay = isContextUsable() && !isContextReady();
+    if (!isUnderWay)
+        connect();
+}

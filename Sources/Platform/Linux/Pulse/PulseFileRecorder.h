@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Foundation/SerialQueue.h"
+#include "Platform/Linux/Pulse/PulseInputStream.h"
+
+class SndFileStore;
+
+/// Records the default microphone into an integer WAV file. Files are written and power is measured on a
+/// queue of its own.
+class PulseFileRecorder final : public AudioFileRecorder {
+public:
+    /// Where the recording comes from and what writes it; both must outlive the recorder.
+    struct Platform {
+        PulseConnection &connection;
+        SndFileStore &audioFiles;
+    };
+
+    PulseFileRecorder(Platform platform, const FileURL &url, const RecordingSettings &settings);
+    ~PulseFileRecorder() override;
+
+    /// Creates the file; a failure is logged.
+    bool prepareToRecord() override;
+    /// Waits for the first sound, at most the connection's patience; a failure is logged.
+    bool record() override;
+    void stop() override;
+    /// Measured over a fiftieth of a second.
+    float averagePower() override { return m_averagePower; }
+
+private:
+    void process(const AudioBuffer &buffer);
+
+    SndFileStore &m_audioFiles;
+    const FileURL m_url;
+    const RecordingSettings m_settings;
+    /// Touched on m_processing while a recording runs.
+    std::unique_ptr<AudioFileWriter> m_file;
+    std::atomic<float> m_averagePower;
+    SerialQueue m_processing;
+    PulseInputStream m_stream;
+};
+
+/// Makes recorders that share one connection.
+class PulseFileRecorderFactory final : public AudioFileRecorderFactory {
+public:
+    explicit PulseFileRecorderFactory(PulseFileRecorder::Platform platform)
+        : m_platform(platform) { }
+
+    std::unique_ptr<AudioFileRecorder> make(const FileURL &url, const RecordingSettings &settings) override;
+
+private:
+    PulseFileRecorder::Platform m_platform;
+};
