@@ -4,6 +4,8 @@
 user_cache=${XDG_CACHE_HOME:-${HOME:?}/.cache}
 
 # Compiled files are shared by all clones of the user: the cache lies outside the tree and knows no absolute path.
+# The sloppiness is what the compiler cache asks for to take part in precompiled headers.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
 export CCACHE_DIR=${CCACHE_DIR:-$user_cache/tolmi/ccache} CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 say() {

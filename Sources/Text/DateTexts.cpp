@@ -1,5 +1,7 @@
 #include "Text/DateTexts.h"
 
+#include "Text/IcuText.h"
+
 #include <unicode/dtptngen.h>
 #include <unicode/reldatefmt.h>
 #include <unicode/simpleformatter.h>
@@ -13,10 +15,6 @@
 namespace {
 icu::UnicodeString toICU(const QString &text) {
     return icu::UnicodeString(reinterpret_cast<const char16_t *>(text.utf16()), int32_t(text.size()));
-}
-
-QString fromICU(const icu::UnicodeString &text) {
-    return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());
 }
 
 std::unique_ptr<icu::TimeZone> zoneOf(const DateTexts::Customs &customs) {

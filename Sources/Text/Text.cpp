@@ -1,11 +1,12 @@
 #include "Text/Text.h"
 
+#include "Text/IcuText.h"
+
 #include <QLocale>
 
 #include <unicode/brkiter.h>
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
-#include <unicode/unistr.h>
 
 #include <cmath>
 
@@ -22,10 +23,6 @@ bool isBlank(char32_t codePoint) {
 
 icu::UnicodeString aliased(const QString &text) {
     return icu::UnicodeString(false, reinterpret_cast<const char16_t *>(text.utf16()), int32_t(text.size()));
-}
-
-QString fromICU(const icu::UnicodeString &text) {
-    return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());
 }
 
 std::unique_ptr<icu::BreakIterator> characterBreaks(const icu::UnicodeString &text) {

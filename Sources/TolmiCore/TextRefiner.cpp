@@ -1,7 +1,7 @@
 #include "TolmiCore/TextRefiner.h"
 
 namespace {
-struct Describe {
+struct DescribeRefinerError {
     QString operator()(const TextRefinerError::ServiceUnavailable &error) const {
         return QStringLiteral("Text refiner unavailable: ") + error.detail;
     }
@@ -15,5 +15,5 @@ struct Describe {
 } // namespace
 
 QString TextRefinerError::errorDescription() const {
-    return std::visit(Describe {}, m_case);
+    return std::visit(DescribeRefinerError {}, m_case);
 }

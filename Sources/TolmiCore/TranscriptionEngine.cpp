@@ -3,7 +3,7 @@
 #include "Text/Text.h"
 
 namespace {
-struct Describe {
+struct DescribeEngineError {
     using E = TranscriptionEngineError;
 
     QString operator()(const E::MissingBinary &error) const {
@@ -38,5 +38,5 @@ struct Describe {
 } // namespace
 
 QString TranscriptionEngineError::errorDescription() const {
-    return std::visit(Describe {}, m_case);
+    return std::visit(DescribeEngineError {}, m_case);
 }

@@ -6,34 +6,34 @@
 #include <cmath>
 
 namespace {
-using Key = UpdateTexts::Key;
+using TextKey = UpdateTexts::Key;
 using Phase = UpdatePrompt::Phase;
 
 /// The words of one phase.
 struct Words {
-    Key title;
-    std::optional<Key> hint;
-    std::optional<Key> action;
-    Key dismissal;
+    TextKey title;
+    std::optional<TextKey> hint;
+    std::optional<TextKey> action;
+    TextKey dismissal;
 };
 
 Words wordsOf(Phase phase) {
     switch (phase) {
     case Phase::Found:
-        return { Key::foundTitle, Key::foundHint, Key::download, Key::later };
+        return { TextKey::foundTitle, TextKey::foundHint, TextKey::download, TextKey::later };
     case Phase::UpToDate:
-        return { Key::upToDateTitle, Key::upToDateHint, std::nullopt, Key::close };
+        return { TextKey::upToDateTitle, TextKey::upToDateHint, std::nullopt, TextKey::close };
     case Phase::Failed:
-        return { Key::failedTitle, Key::failedHint, Key::tryAgain, Key::close };
+        return { TextKey::failedTitle, TextKey::failedHint, TextKey::tryAgain, TextKey::close };
     case Phase::Downloading:
-        return { Key::downloadingTitle, std::nullopt, std::nullopt, Key::cancel };
+        return { TextKey::downloadingTitle, std::nullopt, std::nullopt, TextKey::cancel };
     case Phase::Downloaded:
-        return { Key::downloadedTitle, Key::downloadedHint, Key::showInFolder, Key::close };
+        return { TextKey::downloadedTitle, TextKey::downloadedHint, TextKey::showInFolder, TextKey::close };
     case Phase::Hidden:
     case Phase::Checking:
         break;
     }
-    return { Key::checkingTitle, std::nullopt, std::nullopt, Key::cancel };
+    return { TextKey::checkingTitle, std::nullopt, std::nullopt, TextKey::cancel };
 }
 } // namespace
 
@@ -54,16 +54,16 @@ UpdateDialogModel::UpdateDialogModel(
     connect(&prompt, &UpdatePrompt::phaseChanged, this, &UpdateDialogModel::phaseChanged);
 }
 
-QString UpdateDialogModel::text(Key key) const {
+QString UpdateDialogModel::text(TextKey key) const {
     return UpdateTexts::text(key, m_settings.uiLanguage());
 }
 
-QString UpdateDialogModel::text(Key key, const QString &version) const {
+QString UpdateDialogModel::text(TextKey key, const QString &version) const {
     return UpdateTexts::text(key, m_settings.uiLanguage(), version);
 }
 
 QString UpdateDialogModel::windowTitle() const {
-    return text(Key::windowTitle);
+    return text(TextKey::windowTitle);
 }
 
 QString UpdateDialogModel::title() const {
@@ -75,7 +75,7 @@ QString UpdateDialogModel::problem() const {
 }
 
 QString UpdateDialogModel::hint() const {
-    const std::optional<Key> key = wordsOf(phase()).hint;
+    const std::optional<TextKey> key = wordsOf(phase()).hint;
     return key ? text(*key, m_installedVersion) : QString();
 }
 
@@ -84,7 +84,7 @@ QString UpdateDialogModel::releaseNotes() const {
 }
 
 QString UpdateDialogModel::releaseNotesLabel() const {
-    return text(Key::releaseNotes);
+    return text(TextKey::releaseNotes);
 }
 
 QString UpdateDialogModel::filePath() const {
@@ -92,11 +92,11 @@ QString UpdateDialogModel::filePath() const {
 }
 
 QString UpdateDialogModel::filePathLabel() const {
-    return text(Key::downloadedFile);
+    return text(TextKey::downloadedFile);
 }
 
 QString UpdateDialogModel::actionText() const {
-    const std::optional<Key> key = wordsOf(phase()).action;
+    const std::optional<TextKey> key = wordsOf(phase()).action;
     return key ? text(*key) : QString();
 }
 
@@ -113,7 +113,7 @@ QString UpdateDialogModel::progressText() const {
 }
 
 QString UpdateDialogModel::progressLabel() const {
-    return text(Key::downloadProgress);
+    return text(TextKey::downloadProgress);
 }
 
 void UpdateDialogModel::act() {
