@@ -8,14 +8,14 @@ expect_none() {
   local what=$1 found status=0
   shift
   found=$(cd "$root" && grep -rnE --include='*.cpp' --include='*.h' "$@") || status=$?
-  # 2 is a folder that is not there: the rule would hold nothing.
+  # Anything but "no line matches" is a failure, a folder that is not there included.
   [[ $status == 1 ]] || fail "$what:"$'\n'"$found"
 }
 
 test_native_code_stays_in_its_adapters() {
   expect_none "native headers and tests for the system belong into Sources/Platform/Linux, Sources/Platform/MacOS or Sources/Main" \
     '#include <((X11|pulse|sys|linux)/|(unistd|fcntl|spawn|poll|pthread|dlfcn)\.h)|Q_OS_' \
-    Sources/Foundation Sources/Platform/*.h Sources/Platform/*.cpp Sources/Platform/Desktop Sources/Text Sources/TolmiCore Sources/TolmiApp
+    --exclude-dir=Linux --exclude-dir=MacOS Sources/Foundation Sources/Platform Sources/Text Sources/TolmiCore Sources/TolmiApp
 }
 
 # g++ 12 miscompiles it.
