@@ -25,8 +25,8 @@
 #include "Platform/Linux/X11/X11AccessibilityRight.h"
 #include "Platform/Linux/X11/X11Application.h"
 #include "Platform/Linux/X11/X11EventTap.h"
+#include "Platform/Linux/X11/X11FloatingWindows.h"
 #include "Platform/Linux/X11/X11FrontmostApplication.h"
-#include "Platform/Linux/X11/X11OverlayWindowSystem.h"
 #include "Platform/Linux/X11/X11PasteKeystroke.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 
@@ -63,7 +63,7 @@ struct Adapters {
     X11PasteKeystroke keystroke { injectedKeys };
     X11FrontmostApplication frontmost { DesktopEntries::ofThisDesktop() };
     X11Pasteboard pasteboard;
-    X11OverlayWindowSystem overlayWindows;
+    X11FloatingWindows floatingWindows;
     QtAudioPlayers audioPlayers;
     DBusFileViewer fileViewer;
     QtOpenPanel openPanel;
