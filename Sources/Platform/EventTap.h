@@ -19,10 +19,12 @@ enum class TapEventType {
 /// One event of an event tap, in the codes of a Macintosh keyboard whatever the system.
 struct TapEvent {
     TapEventType type = TapEventType::Other;
-    /// 61 is the right Option (Alt) key, 58 the left one.
+    /// 61 is the right Option (Alt) key, which DictationKey names, 58 the left one.
     qint64 keyCode = 0;
     /// Bit 0x80000 is set while any of the two is down.
     quint64 flags = 0;
+
+    friend bool operator==(const TapEvent &, const TapEvent &) = default;
 };
 
 /// A running watch on the keyboard that only listens.
