@@ -1,5 +1,6 @@
 #include "Main/Interface.h"
 
+#include "Foundation/Log.h"
 #include "Main/Adapters.h"
 #include "Main/Workspaces.h"
 #include "Platform/Desktop/QtStatusItem.h"
