@@ -2,7 +2,7 @@
 // the next, with a level that moves fifty times a second, on the renderer that needs no graphics card. Then
 // what it still does once it is hidden.
 
-#include "Platform/OverlayWindowSystem.h"
+#include "Platform/FloatingWindows.h"
 #include "TolmiApp/Overlay/OverlayPanel.h"
 #include "TolmiApp/Overlay/QuickOverlayWindow.h"
 #include "TolmiApp/Shell/Views.h"
@@ -26,7 +26,7 @@ constexpr int recordingMilliseconds = 10000;
 constexpr int hiddenMilliseconds = 3000;
 
 /// A desktop without wishes of its own.
-class PlainSystem final : public OverlayWindowSystem {
+class PlainWindows final : public FloatingWindows {
 public:
     void prepare(QWindow &) override { }
     void setShape(QWindow &, const RoundedRectangle &, const RoundedRectangle &) override { }
@@ -141,10 +141,10 @@ int main(int argc, char **argv) {
     qputenv("QSG_RENDER_LOOP", "basic");
     QGuiApplication application(argc, argv);
     Views::prepareApplication();
-    PlainSystem system;
+    PlainWindows floatingWindows;
     QQuickView *view = nullptr;
     OverlayPanelController panel([&](OverlayViewModel &model) {
-        auto window = std::make_unique<QuickOverlayWindow>(model, system);
+        auto window = std::make_unique<QuickOverlayWindow>(model, floatingWindows);
         view = &window->view();
         return window;
     });

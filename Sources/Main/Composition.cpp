@@ -104,7 +104,7 @@ DictationFlowCollaborators Composition::Parts::collaborators() {
 }
 
 std::unique_ptr<OverlayWindow> Composition::Parts::makeOverlay(OverlayViewModel &model) {
-    auto overlay = std::make_unique<QuickOverlayWindow>(model, adapters.overlayWindows);
+    auto overlay = std::make_unique<QuickOverlayWindow>(model, adapters.floatingWindows);
     new ViewAppearance(*overlay->view().engine(), *settings, adapters.look);
     return overlay;
 }

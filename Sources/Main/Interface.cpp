@@ -1,5 +1,6 @@
 #include "Main/Interface.h"
 
+#include "Foundation/Log.h"
 #include "Main/Adapters.h"
 #include "Main/Workspaces.h"
 #include "Platform/Desktop/QtStatusItem.h"
@@ -22,7 +23,7 @@ struct Popup {
     Popup(const Interface::Program &program, MenuBarPopupModel::Actions actions)
         : model(program.flow, program.adapters.pasteboard, std::move(actions))
         , texts(program.flow->settings(), PlatformTexts::forLinux())
-        , window({ model, texts, program.adapters.overlayWindows, program.adapters.clock,
+        , window({ model, texts, program.adapters.floatingWindows, program.adapters.clock,
               [program](QQmlEngine &engine) {
                   new ViewAppearance(engine, program.flow->settings(), program.adapters.look);
               } }) { }

@@ -1,6 +1,7 @@
 #include "Foundation/Log.h"
 #include "Main/Composition.h"
 #include "Main/UnixSignals.h"
+#include "Main/WindowSystem.h"
 #include "Platform/Desktop/QtAudioPlayers.h"
 #include "TolmiApp/Shell/Views.h"
 
@@ -15,16 +16,6 @@
 #include <cstdlib>
 
 namespace {
-// The global key and the paste reach X11 windows, and a window of this program must lie among them to be
-// placed right.
-void preferX11() {
-    if (!qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        return;
-    qputenv("QT_QPA_PLATFORM", "xcb");
-    logLine(QStringLiteral(
-        "Tolmi: on Wayland the key and the paste reach only windows that run through XWayland."));
-}
-
 /// The program's icon. Read by the toolkit's own reader of PNG: left to find the format out, it would load
 /// the library of every other one.
 QIcon programIcon() {
@@ -39,7 +30,7 @@ int main(int argc, char **argv) {
     // Whatever this program and whisper-cli write is the user's alone; what is exported follows the user's
     // mask.
     const mode_t usersMask = umask(0077);
-    preferX11();
+    WindowSystem::prepareToolkit();
     QtAudioPlayers::chooseLibrary();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolmi"));

@@ -30,4 +30,8 @@ public:
 
     /// Replaces the content by `items`, unmarked.
     virtual void setItems(const std::vector<PasteboardItem> &items) = 0;
+
+    /// Gives the content to the clipboard manager, if there is one and the content is still this program's,
+    /// so that it outlives the program.
+    virtual void handOver() = 0;
 };

@@ -22,6 +22,9 @@ public:
     /// Forgets the key.
     virtual void removeObject(const QString &key) = 0;
 
+    /// Waits until everything that was set has been written.
+    virtual void flush() = 0;
+
     /// The value as a text; absent when it is missing or of another type.
     std::optional<QString> string(const QString &key) const;
     /// The value as a number; an integer counts too.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/FileURL.h"
-#include "Platform/Audio.h"
+#include "Platform/AudioEngine.h"
 
 #include <atomic>
 #include <mutex>

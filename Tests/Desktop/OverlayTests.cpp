@@ -1,5 +1,5 @@
 #include "Desktop/TestPrograms.h"
-#include "Platform/Linux/X11/X11OverlayWindowSystem.h"
+#include "Platform/Linux/X11/X11FloatingWindows.h"
 #include "Support/UntilTrue.h"
 #include "TolmiApp/Overlay/OverlayPanel.h"
 #include "TolmiApp/Overlay/QuickOverlayWindow.h"
@@ -34,10 +34,10 @@ protected:
     QPoint center() { return view().geometry().center(); }
 
     TestEditor editor;
-    X11OverlayWindowSystem system;
+    X11FloatingWindows floatingWindows;
     QuickOverlayWindow *window = nullptr;
     OverlayPanelController controller { [this](OverlayViewModel &model) {
-        auto made = std::make_unique<QuickOverlayWindow>(model, system);
+        auto made = std::make_unique<QuickOverlayWindow>(model, floatingWindows);
         window = made.get();
         return made;
     } };

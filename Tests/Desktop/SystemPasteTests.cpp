@@ -1,5 +1,6 @@
 #include "Desktop/TestPrograms.h"
 #include "Platform/Desktop/MainLoopClock.h"
+#include "Platform/DictationKey.h"
 #include "Platform/Linux/X11/InjectedKeys.h"
 #include "Platform/Linux/X11/X11EventTap.h"
 #include "Platform/Linux/X11/X11FrontmostApplication.h"
@@ -165,7 +166,7 @@ TEST_F(SystemPasteTests, thePasteCommandIsNoChordForTheHotkey) {
     setLayout(QStringLiteral("ro"));
     X11EventTapFactory taps(injectedKeys);
     std::atomic<int> downs = 0;
-    const auto tap = taps.create([&](const TapEvent &event) { downs += event.keyCode == 61 && event.flags; });
+    const auto tap = taps.create([&](const TapEvent &event) { downs += event == DictationKey::pressed; });
     ASSERT_TRUE(tap);
     tap->setEnabled(true);
     std::thread thread([tap] { tap->run(); });

@@ -185,6 +185,14 @@ TEST_F(FileUserDefaultsInMemoryTest, GathersWhatChangesWhileItWrites) {
     EXPECT_EQ(writer.writes[1].path, fileURL.path());
 }
 
+TEST_F(FileUserDefaultsInMemoryTest, HasWrittenEverythingAfterAFlush) {
+    FileUserDefaults defaults(fileURL, files, writer);
+    defaults.set(key, qint64(1));
+    defaults.flush();
+    ASSERT_FALSE(writer.writes.empty());
+    EXPECT_EQ(writer.writes.back().content, jsonOfDefaults({ { key, qint64(1) } }));
+}
+
 TEST_F(FileUserDefaultsInMemoryTest, TriesAgainWithTheNextWrite) {
     const SystemError full = SystemError::fromErrno(ENOSPC, fileURL.path());
     writer.failures = { full, full };

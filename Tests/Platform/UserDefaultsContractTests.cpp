@@ -74,6 +74,14 @@ TYPED_TEST(UserDefaultsContract, KeepsTheTypeOfAValue) {
     }
 }
 
+TYPED_TEST(UserDefaultsContract, KeepsWhatWasSetWhenItIsFlushed) {
+    this->defaults().flush();
+    EXPECT_EQ(this->defaults().object(key), std::nullopt);
+    this->defaults().set(key, QStringLiteral("kept"));
+    this->defaults().flush();
+    EXPECT_EQ(this->defaults().object(key), DefaultsValue(QStringLiteral("kept")));
+}
+
 TYPED_TEST(UserDefaultsContract, ReadsAValueAsWhatItCanBe) {
     const struct {
         DefaultsValue value;

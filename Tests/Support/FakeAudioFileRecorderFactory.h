@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/Error.h"
-#include "Platform/Audio.h"
+#include "Platform/AudioFileRecorder.h"
 
 #include <deque>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Keyboard.h"
+#include "Platform/EventTap.h"
 
 #include <QString>
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "Platform/Audio.h"
+#include "Platform/MicrophonePermission.h"
 
+#include <utility>
 #include <vector>
 
 /// A microphone right that the test grants or refuses. Main thread only.

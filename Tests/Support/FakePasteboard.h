@@ -21,6 +21,7 @@ public:
         content = items;
         isMarked = false;
     }
+    void handOver() override { record(QStringLiteral("handOver")); }
 
     std::vector<PasteboardItem> content;
     /// Whether clipboard managers are asked not to keep the content.

@@ -20,8 +20,10 @@ public:
     std::map<QString, DefaultsValue> values;
     /// Every write, in order.
     std::vector<Write> writes;
+    int flushCount = 0;
 
     std::optional<DefaultsValue> object(const QString &key) const override;
     void set(const QString &key, const DefaultsValue &value) override;
     void removeObject(const QString &key) override;
+    void flush() override { ++flushCount; }
 };

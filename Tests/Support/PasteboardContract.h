@@ -52,5 +52,14 @@ TYPED_TEST_P(PasteboardContract, anEmptyTextIsAText) {
     EXPECT_EQ(this->pasteboard().items(), this->text(""));
 }
 
+TYPED_TEST_P(PasteboardContract, handingOverKeepsTheContent) {
+    this->pasteboard().handOver();
+    EXPECT_THAT(this->pasteboard().items(), testing::IsEmpty());
+    this->pasteboard().setDictatedText(QStringLiteral("dictated"));
+    this->pasteboard().handOver();
+    EXPECT_EQ(this->pasteboard().items(), this->text("dictated"));
+}
+
 REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, startsEmpty, givesADictatedTextBack,
-    givesEveryTypeBackInOrder, eachContentReplacesTheOneBefore, anEmptyTextIsAText);
+    givesEveryTypeBackInOrder, eachContentReplacesTheOneBefore, anEmptyTextIsAText,
+    handingOverKeepsTheContent);

@@ -1,11 +1,11 @@
 #include "TolmiApp/Popup/MenuBarPopupWindow.h"
 
+#include "Support/FakeFloatingWindows.h"
 #include "Support/FakePasteboard.h"
 #include "Support/FlowOverFakes.h"
 #include "Support/UntilTrue.h"
 #include "TolmiApp/Popup/MenuBarPopupModel.h"
 #include "TolmiApp/Shell/ViewTexts.h"
-#include "Views/RecordingWindowSystem.h"
 #include "Views/ViewsFixture.h"
 
 #include <QCursor>
@@ -41,11 +41,11 @@ protected:
     const QRect item { 500, 4, 24, 24 };
     FlowOverFakes flow;
     FakePasteboard pasteboard;
-    RecordingWindowSystem system;
+    FakeFloatingWindows floatingWindows;
     QList<QQmlEngine *> dressed;
     MenuBarPopupModel model { flow.flow, pasteboard, {} };
     ViewTexts texts { flow.store, PlatformTexts::forLinux() };
-    MenuBarPopupWindow popup { { model, texts, system, flow.clock,
+    MenuBarPopupWindow popup { { model, texts, floatingWindows, flow.clock,
         [this](QQmlEngine &each) { dressed.append(&each); } } };
     QWindow elsewhere;
 };
@@ -55,14 +55,14 @@ protected:
 TEST_F(MenuBarPopupWindowTest, LoadsNothingBeforeItIsShown) {
     EXPECT_EQ(popup.window(), nullptr);
     EXPECT_TRUE(dressed.isEmpty());
-    EXPECT_EQ(system.preparedCount, 0);
+    EXPECT_EQ(floatingWindows.preparedCount, 0);
     popup.close();
     EXPECT_EQ(popup.window(), nullptr);
     show();
     popup.toggle(item);
     show();
     EXPECT_EQ(dressed.size(), 1);
-    EXPECT_EQ(system.preparedCount, 1);
+    EXPECT_EQ(floatingWindows.preparedCount, 1);
 }
 
 TEST_F(MenuBarPopupWindowTest, StandsUnderTheItem) {
@@ -81,7 +81,7 @@ TEST_F(MenuBarPopupWindowTest, StandsAtThePointerWhereTheItemHasNoPlace) {
 
 TEST_F(MenuBarPopupWindowTest, AnswersThePointerWithoutItsShadow) {
     show();
-    const auto &[touched, drawn] = system.shapes.constLast();
+    const auto &[touched, drawn] = floatingWindows.shapes.constLast();
     EXPECT_EQ(touched.frame.translated(popup.window()->position()), popup.frame());
     EXPECT_EQ(drawn.frame, touched.frame);
     EXPECT_EQ(touched.radius, 12);
@@ -138,7 +138,7 @@ TEST_F(MenuBarPopupWindowTest, OneThatGrowsStaysAtItsItem) {
     flow.dictate(QStringLiteral("Move the review to Thursday."));
     ASSERT_TRUE(untilTrue([&] { return popup.frame().height() > before.height(); }));
     EXPECT_EQ(popup.frame().bottom(), before.bottom());
-    EXPECT_EQ(system.shapes.constLast().first.frame.size(), popup.frame().size());
+    EXPECT_EQ(floatingWindows.shapes.constLast().first.frame.size(), popup.frame().size());
 }
 
 TEST_F(MenuBarPopupWindowTest, HiddenOneDrawsNothing) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Support/FakeKeyboard.h"
+#include "Support/FakeAccessibilityRight.h"
 #include "TolmiApp/Onboarding/OnboardingWizardModel.h"
 #include "Views/FlowStage.h"
 

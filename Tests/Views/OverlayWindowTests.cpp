@@ -1,7 +1,7 @@
+#include "Support/FakeFloatingWindows.h"
 #include "Support/UntilTrue.h"
 #include "TolmiApp/Overlay/OverlayPanel.h"
 #include "TolmiApp/Overlay/QuickOverlayWindow.h"
-#include "Views/RecordingWindowSystem.h"
 #include "Views/ViewsFixture.h"
 
 #include <QGuiApplication>
@@ -17,10 +17,10 @@ protected:
     QQuickView &view() { return window->view(); }
     bool isTimelineRunning() { return view().rootObject()->property("isTimelineRunning").toBool(); }
 
-    RecordingWindowSystem system;
+    FakeFloatingWindows floatingWindows;
     QuickOverlayWindow *window = nullptr;
     OverlayPanelController controller { [this](OverlayViewModel &model) {
-        auto made = std::make_unique<QuickOverlayWindow>(model, system);
+        auto made = std::make_unique<QuickOverlayWindow>(model, floatingWindows);
         window = made.get();
         return made;
     } };
@@ -33,7 +33,7 @@ TEST_F(OverlayWindowTest, NeverTakesTheFocus) {
     EXPECT_TRUE(view().flags().testFlag(Qt::WindowStaysOnTopHint));
     EXPECT_TRUE(view().flags().testFlag(Qt::FramelessWindowHint));
     EXPECT_EQ(view().color(), QColor(Qt::transparent));
-    EXPECT_EQ(system.preparedCount, 1);
+    EXPECT_EQ(floatingWindows.preparedCount, 1);
     EXPECT_FALSE(view().isVisible());
 }
 
@@ -46,10 +46,10 @@ TEST_F(OverlayWindowTest, StandsUnderTheTopEdgeOfTheScreen) {
 TEST_F(OverlayWindowTest, ShapeFollowsTheState) {
     controller.show(Kind::Recording, AppLanguage::English);
     controller.show(Kind::Done, AppLanguage::English);
-    ASSERT_EQ(system.shapes.size(), 2);
-    EXPECT_EQ(system.shapes[0].first.frame, QRect(53, 53, 44, 44));
-    EXPECT_EQ(system.shapes[0].first.radius, 22);
-    EXPECT_GT(system.shapes[0].second.frame.width(), system.shapes[1].second.frame.width());
+    ASSERT_EQ(floatingWindows.shapes.size(), 2);
+    EXPECT_EQ(floatingWindows.shapes[0].first.frame, QRect(53, 53, 44, 44));
+    EXPECT_EQ(floatingWindows.shapes[0].first.radius, 22);
+    EXPECT_GT(floatingWindows.shapes[0].second.frame.width(), floatingWindows.shapes[1].second.frame.width());
 }
 
 TEST_F(OverlayWindowTest, TimelineRunsOnlyWhileRecording) {

@@ -73,10 +73,6 @@ FileUserDefaults::FileUserDefaults(const FileURL &fileURL, FileManager &fileMana
 
 FileUserDefaults::~FileUserDefaults() = default;
 
-void FileUserDefaults::flush() {
-    m_queue.sync([] {});
-}
-
 std::optional<DefaultsValue> FileUserDefaults::object(const QString &key) const {
     const auto found = m_values.find(key);
     return found == m_values.end() ? std::nullopt : std::optional(found->second);
@@ -93,6 +89,10 @@ void FileUserDefaults::set(const QString &key, const DefaultsValue &value) {
 void FileUserDefaults::removeObject(const QString &key) {
     if (m_values.erase(key) > 0 || m_outbox->lastWriteFailed())
         scheduleWrite();
+}
+
+void FileUserDefaults::flush() {
+    m_queue.sync([] {});
 }
 
 void FileUserDefaults::load(const FileManager &fileManager) {

@@ -19,12 +19,10 @@ public:
     FileUserDefaults(const FileURL &fileURL, FileManager &fileManager, AtomicFileWriter &writer);
     ~FileUserDefaults() override;
 
-    /// Waits until everything that was set has been written.
-    void flush();
-
     std::optional<DefaultsValue> object(const QString &key) const override;
     void set(const QString &key, const DefaultsValue &value) override;
     void removeObject(const QString &key) override;
+    void flush() override;
 
 private:
     struct Outbox;

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Platform/Audio.h"
+#include "Platform/AudioFileRecorder.h"
+#include "Platform/AudioFileStore.h"
 
 /// Sound files through libsndfile. The header is brought up to date with every write, so that the file of a
 /// program that was killed still opens.

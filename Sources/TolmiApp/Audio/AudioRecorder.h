@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Platform/Audio.h"
+#include "Platform/AudioFileRecorder.h"
+#include "Platform/MicrophonePermission.h"
 #include "TolmiApp/Audio/AudioRecorderError.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 

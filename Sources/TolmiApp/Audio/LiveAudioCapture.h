@@ -1,8 +1,10 @@
 #pragma once
 
 #include "Foundation/SerialQueue.h"
-#include "Platform/Audio.h"
+#include "Platform/AudioEngine.h"
+#include "Platform/AudioFileStore.h"
 #include "Platform/FileManager.h"
+#include "Platform/MicrophonePermission.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Audio.h"
+#include "Platform/MicrophonePermission.h"
 #include "TolmiApp/Dictation/DictationControl.h"
 #include "TolmiApp/Navigation/StudioDestination.h"
 #include "TolmiApp/Profile/ProfileChipModel.h"

@@ -1,12 +1,12 @@
 #include "TolmiApp/Dictation/GlobalHotkeyManager.h"
 
 #include "Foundation/Clock.h"
+#include "Platform/DictationKey.h"
 
 #include <QThread>
 
 namespace {
-constexpr qint64 targetKeyCode = 61;
-constexpr quint64 alternateFlag = 0x80000;
+constexpr qint64 targetKeyCode = DictationKey::keyCode;
 } // namespace
 
 GlobalHotkeyManager::GlobalHotkeyManager(EventTapFactory &taps, AccessibilityRight &right, Clock &clock)
@@ -77,7 +77,7 @@ void GlobalHotkeyManager::handle(const TapEvent &event) {
 void GlobalHotkeyManager::handleFlagsChanged(const TapEvent &event) {
     if (event.keyCode != targetKeyCode)
         return;
-    const bool isOptionDown = event.flags & alternateFlag;
+    const bool isOptionDown = event.flags & DictationKey::flag;
     if (isOptionDown == m_isHotkeyHeld)
         return;
     m_isHotkeyHeld = isOptionDown;

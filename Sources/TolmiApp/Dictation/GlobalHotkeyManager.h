@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Platform/Keyboard.h"
+#include "Platform/AccessibilityRight.h"
+#include "Platform/EventTap.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 
 #include <atomic>

@@ -2,7 +2,7 @@
 
 #include "Foundation/Clock.h"
 #include "Platform/FrontmostApplication.h"
-#include "Platform/Keyboard.h"
+#include "Platform/PasteKeystroke.h"
 #include "Text/Text.h"
 #include "TolmiApp/Texts/L10n.h"
 

@@ -1,8 +1,8 @@
 #include "TolmiApp/Health/StudioHealthCheckService.h"
 
+#include "Platform/AccessibilityRight.h"
 #include "Platform/FileManager.h"
 #include "Platform/HttpClient.h"
-#include "Platform/Keyboard.h"
 #include "TolmiApp/Settings/SettingsStore.h"
 
 #include <algorithm>

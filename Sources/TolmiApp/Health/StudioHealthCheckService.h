@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/Task.h"
-#include "Platform/Audio.h"
+#include "Platform/MicrophonePermission.h"
 #include "TolmiApp/Texts/PlatformTexts.h"
 
 #include <QList>

@@ -1,8 +1,8 @@
 #include "TolmiApp/Onboarding/OnboardingWizardModel.h"
 
 #include "Foundation/Clock.h"
+#include "Platform/AccessibilityRight.h"
 #include "Platform/FileManager.h"
-#include "Platform/Keyboard.h"
 #include "TolmiApp/History/TranscriptionHistory.h"
 #include "TolmiApp/Profile/ProfileReadinessScorer.h"
 #include "TolmiApp/Settings/ProfileAvatarPreset.h"

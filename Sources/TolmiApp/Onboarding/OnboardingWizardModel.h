@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Audio.h"
+#include "Platform/MicrophonePermission.h"
 #include "TolmiApp/Dictation/DictationControl.h"
 #include "TolmiApp/Profile/ProfileChipModel.h"
 #include "TolmiApp/Settings/OnboardingStep.h"

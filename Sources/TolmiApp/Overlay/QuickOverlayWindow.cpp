@@ -39,10 +39,10 @@ RoundedRectangle disc(int diameter) {
 
 } // namespace
 
-QuickOverlayWindow::QuickOverlayWindow(OverlayViewModel &viewModel, OverlayWindowSystem &system)
+QuickOverlayWindow::QuickOverlayWindow(OverlayViewModel &viewModel, FloatingWindows &floatingWindows)
     : m_view(std::make_unique<QQuickView>())
     , m_viewModel(viewModel)
-    , m_system(system) {
+    , m_floatingWindows(floatingWindows) {
     Views::prepareEngine(*m_view->engine());
     QSurfaceFormat format = m_view->format();
     format.setAlphaBufferSize(8);
@@ -53,7 +53,7 @@ QuickOverlayWindow::QuickOverlayWindow(OverlayViewModel &viewModel, OverlayWindo
     m_view->resize(OverlayPanelController::panelSize, OverlayPanelController::panelSize);
     m_view->setInitialProperties({ { QStringLiteral("viewModel"), QVariant::fromValue(&viewModel) } });
     m_view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/OverlayContentView.qml")));
-    m_system.prepare(*m_view);
+    m_floatingWindows.prepare(*m_view);
 }
 
 QuickOverlayWindow::~QuickOverlayWindow() = default;
@@ -79,7 +79,8 @@ void QuickOverlayWindow::orderFront() {
 
 void QuickOverlayWindow::reshape() {
     const bool isRecording = m_viewModel.state().kind() == DictationState::Kind::Recording;
-    m_system.setShape(*m_view, disc(touchedDiameter), disc(isRecording ? ringDiameter : iconDiameter));
+    m_floatingWindows.setShape(
+        *m_view, disc(touchedDiameter), disc(isRecording ? ringDiameter : iconDiameter));
 }
 
 void QuickOverlayWindow::fadeOut(double seconds, std::function<void()> completion) {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Platform/FloatingWindows.h"
 #include "Platform/OverlayWindow.h"
-#include "Platform/OverlayWindowSystem.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -18,7 +18,7 @@ class QuickOverlayWindow final : public QObject, public OverlayWindow {
 
 public:
     /// Builds the hidden window. The model and the desktop outlive it.
-    QuickOverlayWindow(OverlayViewModel &viewModel, OverlayWindowSystem &system);
+    QuickOverlayWindow(OverlayViewModel &viewModel, FloatingWindows &floatingWindows);
     ~QuickOverlayWindow() override;
 
     std::optional<QRect> visibleFrame() const override;
@@ -46,7 +46,7 @@ private:
 
     std::unique_ptr<QQuickView> m_view;
     OverlayViewModel &m_viewModel;
-    OverlayWindowSystem &m_system;
+    FloatingWindows &m_floatingWindows;
     QBasicTimer m_fadeTimer;
     /// Oldest first. A fade that the window was shown again over is not seen any more, but still ends.
     QList<Fade> m_fades;

@@ -62,7 +62,7 @@ void MenuBarPopupWindow::load() {
     connect(m_view, SIGNAL(closeRequested()), this, SLOT(close()));
     connect(m_view, &QQuickItem::heightChanged, this, &MenuBarPopupWindow::place);
     connect(m_window.get(), &QWindow::activeChanged, this, &MenuBarPopupWindow::closeWithoutKeyboard);
-    m_surroundings.system.prepare(*m_window);
+    m_surroundings.floatingWindows.prepare(*m_window);
 }
 
 double MenuBarPopupWindow::now() const {
@@ -95,7 +95,7 @@ void MenuBarPopupWindow::place() {
     const QMargins margins(windowMargin, windowMargin, windowMargin, windowMargin);
     m_window->setGeometry(QRect(origin, size).marginsAdded(margins));
     const RoundedRectangle popup { QRect(QPoint(windowMargin, windowMargin), size), cornerRadius };
-    m_surroundings.system.setShape(*m_window, popup, popup);
+    m_surroundings.floatingWindows.setShape(*m_window, popup, popup);
 }
 
 QRect MenuBarPopupWindow::frame() const {

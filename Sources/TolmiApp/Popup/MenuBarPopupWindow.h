@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/OverlayWindowSystem.h"
+#include "Platform/FloatingWindows.h"
 
 #include <QObject>
 #include <QRect>
@@ -25,7 +25,7 @@ public:
     struct Surroundings {
         MenuBarPopupModel &model;
         ViewTexts &texts;
-        OverlayWindowSystem &system;
+        FloatingWindows &floatingWindows;
         const Clock &clock;
         /// Called once with the engine of the window, for the colours of what it draws.
         std::function<void(QQmlEngine &)> dress;

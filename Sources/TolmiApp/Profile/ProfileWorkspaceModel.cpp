@@ -1,6 +1,6 @@
 #include "TolmiApp/Profile/ProfileWorkspaceModel.h"
 
-#include "Platform/Audio.h"
+#include "Platform/MicrophonePermission.h"
 #include "TolmiApp/Dictation/DictationFlowManager.h"
 #include "TolmiApp/History/TranscriptionHistory.h"
 #include "TolmiApp/Profile/ProfileAvatarEditor.h"

@@ -1,7 +1,7 @@
 #include "TolmiApp/Dictation/GlobalHotkeyManager.h"
 
+#include "Support/FakeAccessibilityRight.h"
 #include "Support/FakeEventTap.h"
-#include "Support/FakeKeyboard.h"
 #include "Support/Print.h"
 #include "Support/VirtualClock.h"
 

@@ -1,7 +1,7 @@
 #include "TolmiApp/Dictation/SystemPasteService.h"
 
 #include "Support/FakeFrontmostApplication.h"
-#include "Support/FakeKeyboard.h"
+#include "Support/FakePasteKeystroke.h"
 #include "Support/FakePasteboard.h"
 #include "Support/Print.h"
 #include "Support/VirtualClock.h"

@@ -1,9 +1,9 @@
 #include "TolmiApp/Health/StudioHealthCheckService.h"
 
 #include "Support/AwaitTask.h"
+#include "Support/FakeAccessibilityRight.h"
 #include "Support/FakeFileManager.h"
 #include "Support/FakeHttpClient.h"
-#include "Support/FakeKeyboard.h"
 #include "Support/FakeMicrophonePermission.h"
 #include "Support/Print.h"
 #include "Support/SettingsOverFakes.h"

@@ -1,7 +1,7 @@
 #include "TolmiApp/Onboarding/OnboardingWizardModel.h"
 
 #include "App/Studio/StudioFixture.h"
-#include "Support/FakeKeyboard.h"
+#include "Support/FakeAccessibilityRight.h"
 #include "Support/SignalCounter.h"
 
 namespace {

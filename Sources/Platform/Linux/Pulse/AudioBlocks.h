@@ -1,6 +1,8 @@
 #pragma once
 
-#include "Platform/Audio.h"
+#include "Platform/AudioBuffer.h"
+
+#include <functional>
 
 /// Cuts a stream of frames, which comes in pieces of any length, into buffers of one length. Not thread-safe.
 class AudioBlocks {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/AudioEngine.h"
 #include "Platform/Linux/Pulse/PulseInputStream.h"
 
 /// The microphone through the sound server, as 32-bit floats at 48 kHz, mono; the server converts.

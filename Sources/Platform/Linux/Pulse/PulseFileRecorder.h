@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Foundation/SerialQueue.h"
+#include "Platform/AudioFileRecorder.h"
+#include "Platform/AudioFileStore.h"
 #include "Platform/Linux/Pulse/PulseInputStream.h"
 
 class SndFileStore;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/Clock.h"
-#include "Platform/Audio.h"
+#include "Platform/MicrophonePermission.h"
 
 class PulseConnection;
 

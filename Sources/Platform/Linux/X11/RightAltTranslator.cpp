@@ -1,11 +1,11 @@
 #include "Platform/Linux/X11/RightAltTranslator.h"
 
+#include "Platform/DictationKey.h"
+
 #include <utility>
 
 namespace {
-constexpr qint64 rightOptionKeyCode = 61;
 constexpr qint64 leftOptionKeyCode = 58;
-constexpr quint64 alternateFlag = 0x80000;
 } // namespace
 
 RightAltTranslator::RightAltTranslator(std::function<void(const TapEvent &)> report)
@@ -24,7 +24,7 @@ void RightAltTranslator::keyChanged(Key key, bool isDown, double now) {
         break;
     case Key::LeftAlt:
         m_isLeftAltDown = isDown;
-        report(leftOptionKeyCode);
+        reportLeftAlt();
         break;
     case Key::Other:
         // A key that comes up was pressed before, so it makes no letter with this press.
@@ -44,7 +44,7 @@ void RightAltTranslator::rightAltChanged(bool isDown, double now) {
     if (isDown && m_typesLetters)
         m_due = now + chordSeconds;
     else
-        report(rightOptionKeyCode);
+        reportRightAlt();
 }
 
 std::optional<double> RightAltTranslator::deadline() const {
@@ -58,10 +58,13 @@ void RightAltTranslator::advance(double now) {
 
 void RightAltTranslator::reportHeldBackPress() {
     if (std::exchange(m_due, {}))
-        report(rightOptionKeyCode);
+        reportRightAlt();
 }
 
-void RightAltTranslator::report(qint64 keyCode) const {
-    const bool isAnyDown = m_isRightAltDown || m_isLeftAltDown;
-    m_report({ TapEventType::FlagsChanged, keyCode, isAnyDown ? alternateFlag : 0 });
+void RightAltTranslator::reportRightAlt() const {
+    m_report(isAnyDown() ? DictationKey::pressed : DictationKey::released);
+}
+
+void RightAltTranslator::reportLeftAlt() const {
+    m_report({ TapEventType::FlagsChanged, leftOptionKeyCode, isAnyDown() ? DictationKey::flag : 0 });
 }

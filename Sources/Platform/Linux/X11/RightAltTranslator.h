@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Keyboard.h"
+#include "Platform/EventTap.h"
 
 #include <optional>
 
@@ -38,7 +38,9 @@ public:
 private:
     void rightAltChanged(bool isDown, double now);
     void reportHeldBackPress();
-    void report(qint64 keyCode) const;
+    bool isAnyDown() const { return m_isRightAltDown || m_isLeftAltDown; }
+    void reportRightAlt() const;
+    void reportLeftAlt() const;
 
     std::function<void(const TapEvent &)> m_report;
     bool m_typesLetters = false;

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "Platform/Keyboard.h"
+#include "Platform/AccessibilityRight.h"
 
 #include <QByteArray>
+
+#include <functional>
 
 /// The right to watch and post keys on an X server, which every program has whose server can do it.
 class X11AccessibilityRight final : public AccessibilityRight {

@@ -112,7 +112,7 @@ void X11EventTap::run() {
 }
 
 void X11EventTap::readLayout() {
-    const KeySym meaning = m_keyboard.keySym(X11Keyboard::rightAltKeyCode);
+    const KeySym meaning = m_keyboard.keySym(X11Keyboard::dictationKeyCode);
     constexpr std::array<KeySym, 4> plainMeanings { XK_Alt_R, XK_Alt_L, XK_Meta_R, XK_Meta_L };
     m_translator.setTypesLetters(std::ranges::find(plainMeanings, meaning) == plainMeanings.end());
 }
@@ -120,7 +120,7 @@ void X11EventTap::readLayout() {
 void X11EventTap::readHeldKeys() {
     const std::vector<unsigned> held = m_keyboard.heldKeys();
     const auto isHeld = [&held](unsigned keyCode) { return std::ranges::find(held, keyCode) != held.end(); };
-    m_translator.setInitialState(isHeld(X11Keyboard::rightAltKeyCode), isHeld(X11Keyboard::leftAltKeyCode));
+    m_translator.setInitialState(isHeld(X11Keyboard::dictationKeyCode), isHeld(X11Keyboard::leftAltKeyCode));
 }
 
 void X11EventTap::handle(XEvent event) {
@@ -140,7 +140,7 @@ void X11EventTap::handle(XEvent event) {
 
 void X11EventTap::keyChanged(unsigned keyCode, bool isDown, double now) {
     using Key = RightAltTranslator::Key;
-    if (keyCode == X11Keyboard::rightAltKeyCode) {
+    if (keyCode == X11Keyboard::dictationKeyCode) {
         if (isDown && m_isEnabled && !m_translator.typesLetters())
             m_keyboard.postMeaninglessKey();
         m_translator.keyChanged(Key::RightAlt, isDown, now);

@@ -9,8 +9,9 @@
 /// The keyboard of a display: what its keys mean in the layout that is in use now, and which are down.
 class X11Keyboard {
 public:
-    /// The key codes of the two Alt keys, whatever they mean in a layout.
-    static constexpr unsigned rightAltKeyCode = 108;
+    /// The key code of the dictation key, the right Alt key, and that of the left one, whatever they mean in
+    /// a layout.
+    static constexpr unsigned dictationKeyCode = 108;
     static constexpr unsigned leftAltKeyCode = 64;
 
     /// The number that marks raw key events (XInput 2); nothing when the server has none.

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "Platform/Keyboard.h"
+#include "Platform/PasteKeystroke.h"
 
 #include <QByteArray>
+
+#include <memory>
 
 class InjectedKeys;
 class X11Display;

@@ -16,10 +16,8 @@ public:
     std::vector<PasteboardItem> items() override;
     void setDictatedText(const QString &text) override;
     void setItems(const std::vector<PasteboardItem> &items) override;
-
-    /// Gives the content to the clipboard manager, if there is one and the content is still this program's,
-    /// so that it outlives the program. Takes at most a second.
-    void handOver();
+    /// Takes at most a second.
+    void handOver() override;
 
 private:
     class Worker;

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "Platform/OverlayWindowSystem.h"
+#include "Platform/FloatingWindows.h"
 
 #include <QList>
 
 #include <utility>
 
 /// A desktop that only remembers what it was asked for.
-class RecordingWindowSystem final : public OverlayWindowSystem {
+class FakeFloatingWindows final : public FloatingWindows {
 public:
     int preparedCount = 0;
     /// The touched and the drawn part of every shape.

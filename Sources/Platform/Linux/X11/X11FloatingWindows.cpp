@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/X11OverlayWindowSystem.h"
+#include "Platform/Linux/X11/X11FloatingWindows.h"
 
 #include <QGuiApplication>
 #include <QRegion>
@@ -54,7 +54,7 @@ void combine(Display *display, const QWindow &window, int kind, const QRegion &r
 
 } // namespace
 
-void X11OverlayWindowSystem::prepare(QWindow &window) {
+void X11FloatingWindows::prepare(QWindow &window) {
     Display *const server = display();
     if (server == nullptr)
         return;
@@ -71,7 +71,7 @@ void X11OverlayWindowSystem::prepare(QWindow &window) {
     XFlush(server);
 }
 
-void X11OverlayWindowSystem::setShape(
+void X11FloatingWindows::setShape(
     QWindow &window, const RoundedRectangle &touched, const RoundedRectangle &drawn) {
     Display *const server = display();
     if (server == nullptr)

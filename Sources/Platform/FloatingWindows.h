@@ -12,9 +12,9 @@ struct RoundedRectangle {
 };
 
 /// What a desktop must be told about a window that floats above everything.
-class OverlayWindowSystem {
+class FloatingWindows {
 public:
-    virtual ~OverlayWindowSystem() = default;
+    virtual ~FloatingWindows() = default;
 
     /// Before the window is shown for the first time: above all windows and on all desktops, in no task list,
     /// and exactly where the program puts it.

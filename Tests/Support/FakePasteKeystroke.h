@@ -1,26 +1,10 @@
 #pragma once
 
-#include "Platform/Keyboard.h"
-
-#include <QString>
+#include "Platform/PasteKeystroke.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
-#include <vector>
-
-/// A right to watch and post keys that the test grants.
-class FakeAccessibilityRight final : public AccessibilityRight {
-public:
-    Availability state() override {
-        calls.push_back(QStringLiteral("state"));
-        return availability;
-    }
-    void prompt() override { calls.push_back(QStringLiteral("prompt")); }
-    void openSettings() override { calls.push_back(QStringLiteral("openSettings")); }
-
-    Availability availability = Availability::available();
-    std::vector<QString> calls;
-};
 
 /// A paste command that goes nowhere, under fingers that let go after some looks.
 class FakePasteKeystroke final : public PasteKeystroke {

@@ -1,0 +1,38 @@
+#include "Main/WindowSystem.h"
+
+#include "Foundation/Log.h"
+#include "Platform/Linux/X11/InjectedKeys.h"
+#include "Platform/Linux/X11/X11AccessibilityRight.h"
+#include "Platform/Linux/X11/X11Application.h"
+#include "Platform/Linux/X11/X11EventTap.h"
+#include "Platform/Linux/X11/X11FloatingWindows.h"
+#include "Platform/Linux/X11/X11FrontmostApplication.h"
+#include "Platform/Linux/X11/X11PasteKeystroke.h"
+#include "Platform/Linux/X11/X11Pasteboard.h"
+
+namespace {
+void logWhyKeysDoNotWork(const QString &reason) {
+    logLine(QStringLiteral("Tolmi: the key and the paste do not work: ") + reason);
+}
+} // namespace
+
+// The global key and the paste reach X11 windows, and a window of this program must lie among them to be
+// placed right.
+void WindowSystem::prepareToolkit() {
+    if (!qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        return;
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    logLine(QStringLiteral(
+        "Tolmi: on Wayland the key and the paste reach only windows that run through XWayland."));
+}
+
+WindowSystem WindowSystem::ofThisSession(const DesktopLook &look) {
+    const auto injectedKeys = std::make_shared<InjectedKeys>();
+    return { .application = std::make_unique<X11Application>(look),
+        .taps = std::make_unique<X11EventTapFactory>(injectedKeys),
+        .accessibility = std::make_unique<X11AccessibilityRight>(&logWhyKeysDoNotWork),
+        .keystroke = std::make_unique<X11PasteKeystroke>(injectedKeys),
+        .frontmost = std::make_unique<X11FrontmostApplication>(DesktopEntries::ofThisDesktop()),
+        .pasteboard = std::make_unique<X11Pasteboard>(),
+        .floatingWindows = std::make_unique<X11FloatingWindows>() };
+}

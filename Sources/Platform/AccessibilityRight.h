@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Platform/Availability.h"
+
+/// The right to watch keys and to post them.
+class AccessibilityRight {
+public:
+    virtual ~AccessibilityRight() = default;
+
+    /// Whether the right is there now; if not, why.
+    virtual Availability state() = 0;
+
+    /// Lets the system ask the user, or tells the user how to grant the right.
+    virtual void prompt() = 0;
+
+    /// Opens the place where the user grants the right, if there is one.
+    virtual void openSettings() = 0;
+};
