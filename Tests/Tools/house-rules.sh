@@ -46,6 +46,7 @@ test_an_arrow_that_is_not_written_is_found() {
   room High High.h '#include "TolmiApp/Low/Low.h"'
   room High High.qml 'Lamp { }'
   room Lamps Lamp.qml
+  # shellcheck disable=SC2016 # the backticks are the table's own
   printf '| `Low` | - | - |\n| `High` | - | `Low` |\n| `Lamps` | - | - |\n' >"$work/module/README.md"
   expect_status 1 "$root/Tests/Tools/rooms.py" "$work/module"
   expect_equal "$output" "High may not use Lamps, but High/High.qml does"
@@ -54,6 +55,7 @@ test_an_arrow_that_is_not_written_is_found() {
 test_a_circle_of_rooms_is_found() {
   room Low Low.h '#include "TolmiApp/High/High.h"'
   room High High.h '#include "TolmiApp/Low/Low.h"'
+  # shellcheck disable=SC2016 # the backticks are the table's own
   printf '| `Low` | - | `High` |\n| `High` | - | `Low` |\n' >"$work/module/README.md"
   expect_status 1 "$root/Tests/Tools/rooms.py" "$work/module"
   expect_equal "$output" "rooms in a circle: High, Low"
