@@ -2,12 +2,14 @@
 # Rules of the house that no compiler checks.
 # shellcheck source=Tests/Tools/check.sh
 source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
+# The rules name files by patterns, from wherever they are started.
+cd "$root"
 
 # expect_none WHAT GREP-OPTION... : no line of the sources matches.
 expect_none() {
   local what=$1 found status=0
   shift
-  found=$(cd "$root" && grep -rnE --include='*.cpp' --include='*.h' "$@") || status=$?
+  found=$(grep -rnE --include='*.cpp' --include='*.h' "$@") || status=$?
   # 2 is a folder that is not there: the rule would hold nothing.
   [[ $status == 1 ]] || fail "$what:"$'\n'"$found"
 }
