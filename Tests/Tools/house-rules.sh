@@ -37,6 +37,14 @@ test_rooms_keep_to_their_arrows() {
   expect_status 0 "$root/Tests/Tools/rooms.py" "$root/Sources/TolmiApp"
 }
 
+# The version has its place in CMakeLists.txt; what the configuration cannot write follows it.
+test_the_changelog_begins_with_this_version() {
+  local version date
+  version=$(sed -nE 's/^project\(Tolmi VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
+  date=$(sed -nE 's/.*<release version="@PROJECT_VERSION@" date="([0-9-]+)".*/\1/p' Resources/Desktop/tolmi.metainfo.xml)
+  expect_equal "$(grep -m 1 '^## ' CHANGELOG.md)" "## [$version] - $date"
+}
+
 # room NAME FILE [TEXT]: a source file in a module of the test's own.
 room() {
   mkdir -p "$work/module/$1"
