@@ -1,4 +1,4 @@
-// What the floating sign costs while one speaks: the processor time of the whole process from one frame to
+// What the overlay costs during a recording: the processor time of the whole process from one frame to
 // the next, with a level that moves fifty times a second, on the renderer that needs no graphics card. Then
 // what it still does once it is hidden.
 

@@ -17,12 +17,27 @@ fail() {
   exit 2
 }
 
-# build PRESET [TARGET...]: everything when no target is named.
-build() {
-  local preset=$1 folder=$root/build/$1
+# steps_left PRESET [TARGET...]: how many steps the build has before it.
+steps_left() {
+  local folder=$root/build/$1
   shift
+  cmake --build "$folder" ${1:+--target "$@"} -- -n | sed -nE 's/^\[[0-9]+\/([0-9]+)\].*/\1/p' | tail -n 1
+}
+
+# build PRESET [TARGET...]: everything when no target is named. Says nothing when there is nothing to do.
+build() {
+  local preset=$1 folder=$root/build/$1 steps
   if [[ ! -f $folder/build.ninja || $root/CMakePresets.json -nt $folder/build.ninja ]]; then
+    say "configuring the $preset build, some ten seconds"
     (cd "$root" && cmake --preset "$preset")
+  fi
+  steps=$(steps_left "$@")
+  shift
+  [[ $steps ]] || return 0
+  if ((steps < 100)); then
+    say "building"
+  else
+    say "building: $steps steps, some minutes the first time, much less once their results are cached"
   fi
   cmake --build "$folder" --parallel "$(nproc)" ${1:+--target "$@"}
 }

@@ -14,7 +14,7 @@
 /// What is asked of a server.
 struct HttpRequest {
     /// Bytes.
-    static constexpr qint64 usualMaximumBodySize = 16 * 1024 * 1024;
+    static constexpr qint64 usualMaximumBodySize = 16LL * 1024 * 1024;
 
     QByteArray method = "GET";
     QUrl url;

@@ -53,5 +53,5 @@ QString refined(QString text) {
 } // namespace
 
 Task<QString> RuleBasedRefiner::refine(QString text) {
-    co_return refined(std::move(text));
+    co_return refined(text);
 }

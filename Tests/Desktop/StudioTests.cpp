@@ -59,7 +59,7 @@ protected:
         });
     }
 
-    /// What the screen shows where the floating sign has its symbol.
+    /// What the screen shows where the overlay has its symbol.
     static QString middleOfTheSign() {
         return answerOf(QStringLiteral("import"),
             { QStringLiteral("-window"), QStringLiteral("root"), QStringLiteral("-crop"),

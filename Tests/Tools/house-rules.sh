@@ -2,12 +2,14 @@
 # Rules of the house that no compiler checks.
 # shellcheck source=Tests/Tools/check.sh
 source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
+# The rules name files by patterns, from wherever they are started.
+cd "$root"
 
 # expect_none WHAT GREP-OPTION... : no line of the sources matches.
 expect_none() {
   local what=$1 found status=0
   shift
-  found=$(cd "$root" && grep -rnE --include='*.cpp' --include='*.h' "$@") || status=$?
+  found=$(grep -rnE --include='*.cpp' --include='*.h' "$@") || status=$?
   # Anything but "no line matches" is a failure, a folder that is not there included.
   [[ $status == 1 ]] || fail "$what:"$'\n'"$found"
 }
@@ -35,6 +37,14 @@ test_rooms_keep_to_their_arrows() {
   expect_status 0 "$root/Tests/Tools/rooms.py" "$root/Sources/TolmiApp"
 }
 
+# The version has its place in CMakeLists.txt; what the configuration cannot write follows it.
+test_the_changelog_begins_with_this_version() {
+  local version date
+  version=$(sed -nE 's/^project\(Tolmi VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
+  date=$(sed -nE 's/.*<release version="@PROJECT_VERSION@" date="([0-9-]+)".*/\1/p' Resources/Desktop/tolmi.metainfo.xml)
+  expect_equal "$(grep -m 1 '^## ' CHANGELOG.md)" "## [$version] - $date"
+}
+
 # room NAME FILE [TEXT]: a source file in a module of the test's own.
 room() {
   mkdir -p "$work/module/$1"
@@ -46,6 +56,7 @@ test_an_arrow_that_is_not_written_is_found() {
   room High High.h '#include "TolmiApp/Low/Low.h"'
   room High High.qml 'Lamp { }'
   room Lamps Lamp.qml
+  # shellcheck disable=SC2016 # the backticks are the table's own
   printf '| `Low` | - | - |\n| `High` | - | `Low` |\n| `Lamps` | - | - |\n' >"$work/module/README.md"
   expect_status 1 "$root/Tests/Tools/rooms.py" "$work/module"
   expect_equal "$output" "High may not use Lamps, but High/High.qml does"
@@ -54,6 +65,7 @@ test_an_arrow_that_is_not_written_is_found() {
 test_a_circle_of_rooms_is_found() {
   room Low Low.h '#include "TolmiApp/High/High.h"'
   room High High.h '#include "TolmiApp/Low/Low.h"'
+  # shellcheck disable=SC2016 # the backticks are the table's own
   printf '| `Low` | - | `High` |\n| `High` | - | `Low` |\n' >"$work/module/README.md"
   expect_status 1 "$root/Tests/Tools/rooms.py" "$work/module"
   expect_equal "$output" "rooms in a circle: High, Low"

@@ -12,7 +12,7 @@ test_spectrum_windows_training_and_examination() {
   OMP_NUM_THREADS=1 /usr/bin/python3 "$root/Tests/Tools/speech_model_training_tests.py"
 }
 
-# The whole road from nothing to a file that whisper-cli loads. What it hears with that little training is noise.
+# The whole way from nothing to a file that whisper-cli loads. What it hears with that little training is noise.
 test_dry_run_makes_a_model() {
   "$make" --dry-run --work "$work/work" --out "$work/model.bin"
   local cli size

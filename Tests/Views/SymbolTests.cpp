@@ -38,8 +38,8 @@ TEST_F(Symbols, EveryOneThatAQmlFileNamesIsThere) {
     const QRegularExpression use(QStringLiteral("(?<!\\.)\\b(?:symbol|icon|name): \"([^\"]+)\""));
     for (const char *folder : { TOLMI_SOURCE_DIR "/Sources/TolmiApp", TOLMI_SOURCE_DIR "/Tools/gallery" }) {
         int found = 0;
-        QDirIterator files(
-            QString::fromUtf8(folder), { QStringLiteral("*.qml") }, QDir::Files, QDirIterator::Subdirectories);
+        QDirIterator files(QString::fromUtf8(folder), { QStringLiteral("*.qml") }, QDir::Files,
+            QDirIterator::Subdirectories);
         while (files.hasNext()) {
             QFile file(files.next());
             ASSERT_TRUE(file.open(QFile::ReadOnly));

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The floating sign in all its states, over a dark and over a light window.
+/// The overlay in all its states, over a dark and over a light window.
 Item {
     id: page
 

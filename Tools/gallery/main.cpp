@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The states of the floating sign, each with a model of its own.
+/// The states of the overlay, each with a model of its own.
 QVariantList overlayModels(QObject *owner) {
     using Kind = DictationState::Kind;
     const QList<DictationState> states { Kind::Idle, Kind::Recording, Kind::Transcribing,

@@ -29,7 +29,7 @@ public:
     };
 
     /// Largest picture file that is taken.
-    static constexpr qint64 defaultMaxFileSizeBytes = 10 * 1024 * 1024;
+    static constexpr qint64 defaultMaxFileSizeBytes = 10LL * 1024 * 1024;
 
     /// `rootDirectoryURL` is the folder "profile" in the application folder unless given; a given one has
     /// its parent in the place of the application folder.

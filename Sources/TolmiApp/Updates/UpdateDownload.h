@@ -40,8 +40,8 @@ struct UpdateSource {
 };
 
 /// The greatest feed and the greatest update that are taken, in bytes.
-inline constexpr qint64 maximumFeedSize = 1024 * 1024;
-inline constexpr qint64 maximumUpdateSize = 512 * 1024 * 1024;
+inline constexpr qint64 maximumFeedSize = 1024LL * 1024;
+inline constexpr qint64 maximumUpdateSize = 512LL * 1024 * 1024;
 
 /// The newest version of the feed if it is newer than the installed one. Throws UpdateError, also for a newer
 /// version that could not be downloaded safely, or HttpError.

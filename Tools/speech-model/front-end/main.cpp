@@ -1,5 +1,5 @@
-// Writes the spectrum that whisper.cpp makes of samples: the number of frames, the number of bands, and the values, one
-// band after the other, as 32-bit numbers.
+// Writes the spectrum that whisper.cpp makes of samples: the number of frames, the number of bands, and the
+// values, one band after the other, as 32-bit numbers.
 
 #include "whisper.cpp"
 
@@ -10,27 +10,24 @@
 
 namespace {
 
-std::vector<float> samplesIn(const char *path)
-{
+std::vector<float> samplesIn(const char *path) {
     std::ifstream file(path, std::ios::binary);
-    const std::vector<char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::vector<char> bytes { std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>() };
     std::vector<float> samples(bytes.size() / sizeof(float));
     std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(float));
     return samples;
 }
 
-void writeSpectrum(const whisper_mel &mel, const char *path)
-{
+void writeSpectrum(const whisper_mel &mel, const char *path) {
     std::ofstream file(path, std::ios::binary);
-    const std::int32_t head[] = {mel.n_len, mel.n_mel};
+    const std::int32_t head[] = { mel.n_len, mel.n_mel };
     file.write(reinterpret_cast<const char *>(head), sizeof head);
     file.write(reinterpret_cast<const char *>(mel.data.data()), mel.data.size() * sizeof(float));
 }
 
-}  // namespace
+} // namespace
 
-int main(int count, char **arguments)
-{
+int main(int count, char **arguments) {
     if (count != 4) {
         std::cerr << "usage: front-end MODEL SAMPLES SPECTRUM\n";
         return 2;

@@ -1,4 +1,4 @@
-"""Recordings of held-out sentences, made by the command espeak-ng and sox, apart from the road of the training."""
+"""Recordings of held-out sentences, made by the command espeak-ng and sox, independently of the training."""
 
 import dataclasses
 import pathlib

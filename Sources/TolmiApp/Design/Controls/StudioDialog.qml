@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tolmi
 
 /// A question or a notice with one or two answers. The one that changes nothing has the keyboard.

@@ -93,7 +93,10 @@ void BackdropPicture::drawSweeps(QPainter &painter) const {
 
 void BackdropPicture::drawMesh(QPainter &painter) const {
     QPainterPath lines;
-    for (double x = -height(); x <= width(); x += 18) {
+    constexpr double distance = 18;
+    const int count = int(std::floor((width() + height()) / distance)) + 1;
+    for (int index = 0; index < count; ++index) {
+        const double x = index * distance - height();
         lines.moveTo(x, 0);
         lines.lineTo(x + height(), height());
     }

@@ -228,24 +228,24 @@ QPainterPath dialMarks() {
     return result;
 }
 
-Step line(QPainterPath path, double strokeFactor = 1) {
-    return { Step::Kind::Line, std::move(path), strokeFactor };
+Step line(const QPainterPath &path, double strokeFactor = 1) {
+    return { Step::Kind::Line, path, strokeFactor };
 }
 
-Step fill(QPainterPath path) {
-    return { Step::Kind::Fill, std::move(path) };
+Step fill(const QPainterPath &path) {
+    return { Step::Kind::Fill, path };
 }
 
-Step solid(QPainterPath path) {
-    return { Step::Kind::Solid, std::move(path) };
+Step solid(const QPainterPath &path) {
+    return { Step::Kind::Solid, path };
 }
 
-Step cutLine(QPainterPath path, double strokeFactor = 1) {
-    return { Step::Kind::CutLine, std::move(path), strokeFactor };
+Step cutLine(const QPainterPath &path, double strokeFactor = 1) {
+    return { Step::Kind::CutLine, path, strokeFactor };
 }
 
-Step cutFill(QPainterPath path) {
-    return { Step::Kind::CutFill, std::move(path) };
+Step cutFill(const QPainterPath &path) {
+    return { Step::Kind::CutFill, path };
 }
 
 using Drawings = QHash<QString, QList<Step>>;
