@@ -24,64 +24,64 @@ class SettingsStore : public ObservableObject {
     Q_OBJECT
 
     /// The whisper-cli program that is started.
-    TOLMI_PUBLISHED(QString, whisperBinaryPath, setWhisperBinaryPath, storeWhisperBinaryPath)
+    TOLMI_PUBLISHED(QString, whisperBinaryPath, setWhisperBinaryPath, storeWhisperBinaryPath())
     /// The speech model; it may be missing, which the health checks tell.
-    TOLMI_PUBLISHED(QString, modelPath, setModelPath, storeModelPath)
+    TOLMI_PUBLISHED(QString, modelPath, setModelPath, storeModelPath())
     /// The code of the language that is spoken, or "auto".
-    TOLMI_PUBLISHED(QString, language, setLanguage, storeLanguage)
+    TOLMI_PUBLISHED(QString, language, setLanguage, storeLanguage())
     /// How much work a transcription may cost.
-    TOLMI_PUBLISHED(DictationPerformanceMode, performanceMode, setPerformanceMode, storePerformanceMode)
+    TOLMI_PUBLISHED(DictationPerformanceMode, performanceMode, setPerformanceMode, storePerformanceMode())
     /// What turns speech into text.
     TOLMI_PUBLISHED(
-        TranscriptionEngineOption, transcriptionEngine, setTranscriptionEngine, storeTranscriptionEngine)
+        TranscriptionEngineOption, transcriptionEngine, setTranscriptionEngine, storeTranscriptionEngine())
     /// The sound that plays while a dictation is processed.
     TOLMI_PUBLISHED(ProcessingTransitionSound, processingTransitionSound, setProcessingTransitionSound,
-        storeProcessingTransitionSound)
+        storeProcessingTransitionSound())
     /// How loud that sound is, 0 to 1; other values are limited to that.
     TOLMI_PUBLISHED(double, processingTransitionSoundVolume, setProcessingTransitionSoundVolume,
-        checkProcessingTransitionSoundVolume)
+        checkProcessingTransitionSoundVolume())
     /// How loud a preview of it is, 0 to 1; other values are limited to that.
     TOLMI_PUBLISHED(double, processingTransitionPreviewVolume, setProcessingTransitionPreviewVolume,
-        checkProcessingTransitionPreviewVolume)
+        checkProcessingTransitionPreviewVolume())
     /// The language of the interface.
-    TOLMI_PUBLISHED(AppLanguage, uiLanguage, setUiLanguage, storeUiLanguage)
+    TOLMI_PUBLISHED(AppLanguage, uiLanguage, setUiLanguage, storeUiLanguage())
     /// The look of the interface.
-    TOLMI_PUBLISHED(AppAppearance, appearance, setAppearance, storeAppearance)
+    TOLMI_PUBLISHED(AppAppearance, appearance, setAppearance, storeAppearance())
     /// The user's name: one line of 1 to 40 characters; "User" stands for an empty one.
-    TOLMI_PUBLISHED(QString, profileDisplayName, setProfileDisplayName, checkProfileDisplayName)
+    TOLMI_PUBLISHED(QString, profileDisplayName, setProfileDisplayName, checkProfileDisplayName())
     /// The preset avatar, as its stored text; an unknown one becomes the default.
-    TOLMI_PUBLISHED(QString, profileAvatarID, setProfileAvatarID, checkProfileAvatarID)
+    TOLMI_PUBLISHED(QString, profileAvatarID, setProfileAvatarID, checkProfileAvatarID())
     /// The profile's own id, an upper-case UUID when it was made here.
-    TOLMI_PUBLISHED(QString, profileID, setProfileID, checkProfileID)
+    TOLMI_PUBLISHED(QString, profileID, setProfileID, checkProfileID())
     /// When the profile last changed, ISO 8601.
-    TOLMI_PUBLISHED(QString, profileUpdatedAt, setProfileUpdatedAt, checkProfileUpdatedAt)
+    TOLMI_PUBLISHED(QString, profileUpdatedAt, setProfileUpdatedAt, checkProfileUpdatedAt())
     /// How often the profile has changed, from 1.
-    TOLMI_PUBLISHED(qint64, profileSyncVersion, setProfileSyncVersion, checkProfileSyncVersion)
+    TOLMI_PUBLISHED(qint64, profileSyncVersion, setProfileSyncVersion, checkProfileSyncVersion())
     /// The user's own avatar, counted from the application folder.
     TOLMI_PUBLISHED(std::optional<QString>, profileAvatarImageRelativePath, setProfileAvatarImageRelativePath,
-        checkProfileAvatarImageRelativePath)
+        checkProfileAvatarImageRelativePath())
     /// Its small form, counted from the application folder.
     TOLMI_PUBLISHED(std::optional<QString>, profileAvatarThumbnailRelativePath,
-        setProfileAvatarThumbnailRelativePath, checkProfileAvatarThumbnailRelativePath)
+        setProfileAvatarThumbnailRelativePath, checkProfileAvatarThumbnailRelativePath())
     /// Whether the wizard of the first start was finished.
-    TOLMI_PUBLISHED(bool, hasCompletedOnboarding, setHasCompletedOnboarding, storeHasCompletedOnboarding)
+    TOLMI_PUBLISHED(bool, hasCompletedOnboarding, setHasCompletedOnboarding, storeHasCompletedOnboarding())
     /// When the wizard was put off, ISO 8601.
     TOLMI_PUBLISHED(
-        std::optional<QString>, onboardingSkippedAt, setOnboardingSkippedAt, storeOnboardingSkippedAt)
+        std::optional<QString>, onboardingSkippedAt, setOnboardingSkippedAt, storeOnboardingSkippedAt())
     /// The edition of the wizard that the state belongs to, from 1.
-    TOLMI_PUBLISHED(qint64, onboardingVersion, setOnboardingVersion, checkOnboardingVersion)
+    TOLMI_PUBLISHED(qint64, onboardingVersion, setOnboardingVersion, checkOnboardingVersion())
     /// The step at which the wizard resumes.
-    TOLMI_PUBLISHED(OnboardingStep, onboardingLastStep, setOnboardingLastStep, storeOnboardingLastStep)
+    TOLMI_PUBLISHED(OnboardingStep, onboardingLastStep, setOnboardingLastStep, storeOnboardingLastStep())
     /// Whether transcripts are cleaned by the language model.
-    TOLMI_PUBLISHED(bool, refinementEnabled, setRefinementEnabled, storeRefinementEnabled)
+    TOLMI_PUBLISHED(bool, refinementEnabled, setRefinementEnabled, storeRefinementEnabled())
     /// The language model's name at the Ollama service.
-    TOLMI_PUBLISHED(QString, ollamaModel, setOllamaModel, storeOllamaModel)
+    TOLMI_PUBLISHED(QString, ollamaModel, setOllamaModel, storeOllamaModel())
     /// The address of the Ollama service as typed; it need not be valid.
-    TOLMI_PUBLISHED(QString, ollamaEndpoint, setOllamaEndpoint, storeOllamaEndpoint)
+    TOLMI_PUBLISHED(QString, ollamaEndpoint, setOllamaEndpoint, storeOllamaEndpoint())
     /// Seconds without an answer until refinement is given up; not limited.
-    TOLMI_PUBLISHED(double, ollamaTimeout, setOllamaTimeout, storeOllamaTimeout)
+    TOLMI_PUBLISHED(double, ollamaTimeout, setOllamaTimeout, storeOllamaTimeout())
     /// What the language model is told to do.
-    TOLMI_PUBLISHED(QString, ollamaSystemPrompt, setOllamaSystemPrompt, storeOllamaSystemPrompt)
+    TOLMI_PUBLISHED(QString, ollamaSystemPrompt, setOllamaSystemPrompt, storeOllamaSystemPrompt())
 
 public:
     /// The edition of the wizard that this program shows.
