@@ -33,6 +33,12 @@ test_the_logic_reads_no_environment() {
   expect_none "only adapters read the environment" 'qEnvironmentVariable|getenv\(' Sources/Foundation Sources/Text Sources/TolmiCore Sources/TolmiApp
 }
 
+# Elsewhere a change could be told before it is stored, twice, or to QML alone.
+test_only_published_fields_tell_of_changes() {
+  expect_none "publish the field, or connect the signal to those of what it is made of" --exclude-dir=Design \
+    '^ *Q_EMIT .*Changed\(\)|Q_EMIT objectWillChange' Sources/TolmiApp Sources/Main
+}
+
 test_rooms_keep_to_their_arrows() {
   expect_status 0 "$root/Tests/Tools/rooms.py" "$root/Sources/TolmiApp"
 }

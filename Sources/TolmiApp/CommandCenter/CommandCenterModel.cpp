@@ -33,11 +33,8 @@ void CommandCenterModel::observeSettings() {
 void CommandCenterModel::observeProgress() {
     connect(&settings(), &SettingsStore::profileDisplayNameChanged, this,
         &CommandCenterModel::onboardingProgressChanged);
-    connect(m_flow.get(), &DictationFlowManager::accessibilityGrantedChanged, this,
-        &CommandCenterModel::onboardingProgressChanged);
-    // The flow looks at its rights anew whenever the program comes to the front, and then the microphone may
-    // be granted too; a dictation asks for it.
-    connect(m_flow.get(), &DictationFlowManager::accessibilityGrantedWillChange, this,
+    // The microphone may be granted in the system's settings; a dictation asks for it.
+    connect(m_flow.get(), &DictationFlowManager::rightsChecked, this,
         &CommandCenterModel::onboardingProgressChanged);
     connect(m_flow.get(), &DictationFlowManager::stateChanged, this,
         &CommandCenterModel::onboardingProgressChanged);

@@ -123,6 +123,7 @@ void DictationFlowManager::applyAppAppearance(AppAppearance appearance) {
 /// Builds the watch on the key anew at each call, so that every activation revives one that the system ended.
 void DictationFlowManager::refreshAccessibilityAndHotkeyState() {
     publishAccessibilityGranted(m_collaborators.hotkeyManager->checkAccessibility());
+    Q_EMIT rightsChecked();
     if (accessibilityGranted())
         m_collaborators.hotkeyManager->start();
     else

@@ -21,19 +21,19 @@ class DictationFlowManager final : public ObservableObject,
     Q_OBJECT
 
     /// What the flow is doing.
-    TOLMI_PUBLISHED_READONLY(DictationState, state, publishState, {})
+    TOLMI_PUBLISHED_READONLY(DictationState, state, publishState)
     /// Final text of the last dictation; may be empty.
-    TOLMI_PUBLISHED_READONLY(QString, lastTranscript, publishLastTranscript, {})
+    TOLMI_PUBLISHED_READONLY(QString, lastTranscript, publishLastTranscript)
     /// Whether the program may watch and post keys.
-    TOLMI_PUBLISHED_READONLY(bool, accessibilityGranted, publishAccessibilityGranted, false)
+    TOLMI_PUBLISHED_READONLY(bool, accessibilityGranted, publishAccessibilityGranted)
     /// Smoothed level of the voice, 0 to 1.
-    TOLMI_PUBLISHED_READONLY(double, audioLevel, publishAudioLevel, 0)
+    TOLMI_PUBLISHED_READONLY(double, audioLevel, publishAudioLevel)
     /// Highest level that the live capture has seen, 0 to 1; 0 while the flow is idle.
-    TOLMI_PUBLISHED_READONLY(double, currentPreRollPeak, publishCurrentPreRollPeak, 0)
+    TOLMI_PUBLISHED_READONLY(double, currentPreRollPeak, publishCurrentPreRollPeak)
     /// Score of the first transcription pass of the last dictation, 0 to 1.
-    TOLMI_PUBLISHED_READONLY(double, firstPassScore, publishFirstPassScore, 0)
+    TOLMI_PUBLISHED_READONLY(double, firstPassScore, publishFirstPassScore)
     /// Whether the last dictation used a second transcription pass.
-    TOLMI_PUBLISHED_READONLY(bool, usedFallback, publishUsedFallback, false)
+    TOLMI_PUBLISHED_READONLY(bool, usedFallback, publishUsedFallback)
 
 public:
     /// A flow that sets itself up in a later turn of the main loop.
@@ -57,6 +57,11 @@ public:
 
     /// Asks for the right to watch and post keys, and looks for its grant for about twenty seconds.
     void requestAccessibility();
+
+Q_SIGNALS:
+    /// The flow has looked at its rights anew, as it does whenever the program comes to the front. Those that
+    /// it does not keep may have been given or taken too.
+    void rightsChecked();
 
 private:
     enum class ActiveCaptureBackend {

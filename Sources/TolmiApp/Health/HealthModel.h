@@ -11,9 +11,9 @@ class Application;
 class HealthModel final : public ObservableObject {
     Q_OBJECT
     /// Always one for each check, in their order; what is not known yet is being checked.
-    TOLMI_PUBLISHED_READONLY(QList<HealthCheckItem>, items, setItems, {})
+    TOLMI_PUBLISHED_READONLY(QList<HealthCheckItem>, items, setItems)
     /// Whether checks run.
-    TOLMI_PUBLISHED_READONLY(bool, isRefreshing, setIsRefreshing, false)
+    TOLMI_PUBLISHED_READONLY(bool, isRefreshing, setIsRefreshing)
 
 public:
     /// The checks run anew in another language of the interface and when the application comes to the front.

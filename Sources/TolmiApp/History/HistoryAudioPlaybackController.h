@@ -14,9 +14,9 @@
 class HistoryAudioPlaybackController final : public ObservableObject {
     Q_OBJECT
     /// The entry whose recording is loaded, playing or paused.
-    TOLMI_PUBLISHED_READONLY(std::optional<QUuid>, playingEntryID, setPlayingEntryID, {})
+    TOLMI_PUBLISHED_READONLY(std::optional<QUuid>, playingEntryID, setPlayingEntryID)
     /// Whether sound is coming out.
-    TOLMI_PUBLISHED_READONLY(bool, isPlaying, setIsPlaying, false)
+    TOLMI_PUBLISHED_READONLY(bool, isPlaying, setIsPlaying)
 
 public:
     /// Both must outlive the controller.

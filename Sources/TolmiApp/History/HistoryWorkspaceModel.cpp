@@ -39,12 +39,19 @@ HistoryWorkspaceModel::HistoryWorkspaceModel(
     , m_audioPlayback(platform.audioPlayers, platform.clock)
     , m_rows(platform.dates)
     , m_entryIDs(idsOf(m_history.entries())) {
+    m_focusedRow = -1;
     connect(&m_history, &TranscriptionHistory::entriesChanged, this, [this] { noticeChangedEntries(); });
     connect(&m_settings, &SettingsStore::uiLanguageChanged, this, [this] { refreshWords(); });
     connect(&m_selection, &HistorySelection::selectedHistoryEntryIDChanged, this, [this] { refreshFocus(); });
-    for (const auto signal : { &HistoryAudioPlaybackController::playingEntryIDChanged,
-             &HistoryAudioPlaybackController::isPlayingChanged })
-        connect(&m_audioPlayback, signal, this, [this] { Q_EMIT playbackShown(); });
+    const auto words = &HistoryWorkspaceModel::wordsChanged;
+    connect(&m_history, &TranscriptionHistory::entriesChanged, this, words);
+    connect(&m_settings, &SettingsStore::uiLanguageChanged, this, words);
+    connect(this, &HistoryWorkspaceModel::selectedIDsChanged, this, words);
+    const auto playback = &HistoryWorkspaceModel::playbackShown;
+    connect(&m_audioPlayback, &HistoryAudioPlaybackController::playingEntryIDChanged, this, playback);
+    connect(&m_audioPlayback, &HistoryAudioPlaybackController::isPlayingChanged, this, playback);
+    connect(this, &HistoryWorkspaceModel::detailChanged, this, playback);
+    connect(this, &HistoryWorkspaceModel::wordsChanged, this, playback);
     m_rows.setEntries(m_history.entriesForDisplay());
     refreshWords();
     ensureFocusedEntryStillValid();
@@ -84,7 +91,6 @@ void HistoryWorkspaceModel::noticeChangedEntries() {
     }
     refreshFocus();
     Q_EMIT entriesShown();
-    Q_EMIT wordsChanged();
 }
 
 void HistoryWorkspaceModel::ensureFocusedEntryStillValid() {
@@ -111,7 +117,6 @@ void HistoryWorkspaceModel::refreshFocus() {
 
 void HistoryWorkspaceModel::refreshDetail() {
     setDetail(focusedRow() < 0 ? HistoryEntryDetail() : detailOf(m_rows.entry(focusedRow())));
-    Q_EMIT playbackShown();
 }
 
 HistoryEntryDetail HistoryWorkspaceModel::detailOf(const HistoryEntry &entry) const {
@@ -152,7 +157,6 @@ void HistoryWorkspaceModel::refreshWords() {
     m_rows.setSurroundings(
         { m_settings.uiLanguage(), text(Key::historyPreviewEmpty), m_platform.clock.now(), selectedIDs() });
     refreshDetail();
-    Q_EMIT wordsChanged();
 }
 
 QString HistoryWorkspaceModel::countText() const {
@@ -211,7 +215,6 @@ void HistoryWorkspaceModel::setTicked(const QUuid &id, bool isTicked) {
         ids.remove(id);
     setSelectedIDs(ids);
     m_rows.setTickedIDs(ids);
-    Q_EMIT wordsChanged();
 }
 
 void HistoryWorkspaceModel::toggleFocusedTick() {
@@ -244,7 +247,6 @@ void HistoryWorkspaceModel::deleteSelectedEntries() {
     setSelectedIDs({});
     m_rows.setTickedIDs({});
     ensureFocusedEntryStillValid();
-    Q_EMIT wordsChanged();
 }
 
 void HistoryWorkspaceModel::askToClearAll() {
@@ -257,7 +259,6 @@ void HistoryWorkspaceModel::clearAll() {
     setSelectedIDs({});
     m_rows.setTickedIDs({});
     m_selection.setSelectedHistoryEntryID(std::nullopt);
-    Q_EMIT wordsChanged();
 }
 
 void HistoryWorkspaceModel::cancelClearAll() {

@@ -35,21 +35,21 @@ struct HistoryWorkspacePlatform {
 class HistoryWorkspaceModel final : public ObservableObject {
     Q_OBJECT
     /// What is searched for.
-    TOLMI_PUBLISHED(QString, searchText, setSearchText, search)
+    TOLMI_PUBLISHED(QString, searchText, setSearchText, search())
     /// The ticked entries, those that a search hides included.
-    TOLMI_PUBLISHED_READONLY(QSet<QUuid>, selectedIDs, setSelectedIDs, {})
+    TOLMI_PUBLISHED_READONLY(QSet<QUuid>, selectedIDs, setSelectedIDs)
     /// Whether the user is being asked about the deletion of everything.
-    TOLMI_PUBLISHED_READONLY(bool, showingClearAllConfirmation, setShowingClearAllConfirmation, false)
+    TOLMI_PUBLISHED_READONLY(bool, showingClearAllConfirmation, setShowingClearAllConfirmation)
     /// The notice that an export failed, and why.
-    TOLMI_PUBLISHED_READONLY(bool, showingExportError, setShowingExportError, false)
-    TOLMI_PUBLISHED_READONLY(QString, exportErrorMessage, setExportErrorMessage, {})
+    TOLMI_PUBLISHED_READONLY(bool, showingExportError, setShowingExportError)
+    TOLMI_PUBLISHED_READONLY(QString, exportErrorMessage, setExportErrorMessage)
     /// The notice that a recording is not heard, and what to do about it.
-    TOLMI_PUBLISHED_READONLY(bool, showingAudioError, setShowingAudioError, false)
-    TOLMI_PUBLISHED_READONLY(QString, audioErrorMessage, setAudioErrorMessage, {})
+    TOLMI_PUBLISHED_READONLY(bool, showingAudioError, setShowingAudioError)
+    TOLMI_PUBLISHED_READONLY(QString, audioErrorMessage, setAudioErrorMessage)
     /// The row of the focused entry; -1 when nothing is shown.
-    TOLMI_PUBLISHED_READONLY(int, focusedRow, setFocusedRow, -1)
+    TOLMI_PUBLISHED_READONLY(int, focusedRow, setFocusedRow)
     /// The focused entry.
-    TOLMI_PUBLISHED_READONLY(HistoryEntryDetail, detail, setDetail, {})
+    TOLMI_PUBLISHED_READONLY(HistoryEntryDetail, detail, setDetail)
 
     /// The entries that the search leaves.
     Q_PROPERTY(HistoryRows *rows READ rows CONSTANT)

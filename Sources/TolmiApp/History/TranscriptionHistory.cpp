@@ -120,12 +120,8 @@ void TranscriptionHistory::clear() {
 
 template <typename Change>
 bool TranscriptionHistory::changeEntries(Change change) {
-    Q_EMIT objectWillChange();
-    Q_EMIT entriesWillChange();
-    const bool isChanged = change(m_entries);
-    if (isChanged)
-        Q_EMIT entriesChanged();
-    return isChanged;
+    return publishChange([this] { Q_EMIT entriesWillChange(); }, [&] { return change(m_entries); },
+        [this] { Q_EMIT entriesChanged(); });
 }
 
 void TranscriptionHistory::load() {

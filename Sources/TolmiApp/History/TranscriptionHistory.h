@@ -20,8 +20,8 @@
 class TranscriptionHistory final : public ObservableObject, public DictationHistory {
     Q_OBJECT
 
-    // Not the macro of other published fields: its setter takes the new value whole, which for one more entry
-    // would copy a history of years.
+    // A published field, but not by the macro: that one's setter takes the new value whole, which for one
+    // more entry would copy a history of years.
     Q_PROPERTY(QList<HistoryEntry> entries READ entries NOTIFY entriesChanged)
 
 public:

@@ -11,12 +11,10 @@
 class HistorySelection final : public ObservableObject {
     Q_OBJECT
     /// Absent while nothing is chosen; the entry may be gone.
-    TOLMI_PUBLISHED(
-        std::optional<QUuid>, selectedHistoryEntryID, setSelectedHistoryEntryID, keepSelectedHistoryEntryID)
+    TOLMI_PUBLISHED(std::optional<QUuid>, selectedHistoryEntryID, setSelectedHistoryEntryID)
 
 public:
     using ObservableObject::ObservableObject;
 
 private:
-    void keepSelectedHistoryEntryID() { }
 };

@@ -15,7 +15,7 @@ inline constexpr QLatin1String studio("studio-window");
 /// window; every start begins at the command center. Main thread only.
 class StudioRouter final : public ObservableObject {
     Q_OBJECT
-    TOLMI_PUBLISHED(StudioDestination, destination, setDestination, keepDestination)
+    TOLMI_PUBLISHED(StudioDestination, destination, setDestination)
 
 public:
     /// Opens the window with an id, if there is one.
@@ -29,7 +29,5 @@ public:
     void open(StudioDestination destination, const OpenWindow &openWindow);
 
 private:
-    void keepDestination() { }
-
     Application &m_application;
 };

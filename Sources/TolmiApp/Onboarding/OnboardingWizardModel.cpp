@@ -60,18 +60,16 @@ OnboardingWizardModel::OnboardingWizardModel(std::shared_ptr<DictationFlowManage
     , m_place(std::move(place))
     , m_dictation(m_flow, platform.clock)
     , m_profile(settings())
-    , m_currentStep(firstStep(settings()))
     , m_initialHistoryCount(history.entries().size())
-    , m_hasCustomAvatar(settings().resolvedCustomAvatarThumbnailURL().has_value())
     , m_previousState(m_flow->state().kind()) {
     observeProfile();
     observePermissions();
     observeDictation();
-    for (const auto signal :
-        { &OnboardingWizardModel::currentStepChanged, &OnboardingWizardModel::profileChanged,
-            &OnboardingWizardModel::permissionsChanged, &OnboardingWizardModel::dictationChanged })
+    for (const auto signal : { &OnboardingWizardModel::currentStepChanged,
+             &OnboardingWizardModel::profileChanged, &OnboardingWizardModel::permissionsChanged,
+             &OnboardingWizardModel::dictationTestCompletedChanged })
         connect(this, signal, this, &OnboardingWizardModel::progressChanged);
-    settings().markOnboardingAdvanced(m_currentStep);
+    setCurrentStep(firstStep(settings()));
 }
 
 void OnboardingWizardModel::observeProfile() {
@@ -80,24 +78,26 @@ void OnboardingWizardModel::observeProfile() {
     connect(
         &settings(), &SettingsStore::profileAvatarIDChanged, this, &OnboardingWizardModel::profileChanged);
     connect(&settings(), &SettingsStore::uiLanguageChanged, this, &OnboardingWizardModel::profileChanged);
+    refreshCustomAvatar();
     connect(&settings(), &SettingsStore::profileAvatarThumbnailRelativePathChanged, this,
         &OnboardingWizardModel::refreshCustomAvatar);
 }
 
 void OnboardingWizardModel::observePermissions() {
-    // The flow looks at its rights anew whenever the program comes to the front, and then the microphone may
-    // be granted too; a dictation asks for it.
-    connect(m_flow.get(), &DictationFlowManager::accessibilityGrantedWillChange, this,
-        &OnboardingWizardModel::permissionsChanged);
-    connect(m_flow.get(), &DictationFlowManager::accessibilityGrantedChanged, this,
-        &OnboardingWizardModel::permissionsChanged);
+    // The microphone may be granted in the system's settings; a dictation asks for it.
+    connect(
+        m_flow.get(), &DictationFlowManager::rightsChecked, this, &OnboardingWizardModel::permissionsChanged);
     connect(
         m_flow.get(), &DictationFlowManager::stateChanged, this, &OnboardingWizardModel::permissionsChanged);
     connect(&settings(), &SettingsStore::uiLanguageChanged, this, &OnboardingWizardModel::permissionsChanged);
+    connect(
+        this, &OnboardingWizardModel::microphoneAnswered, this, &OnboardingWizardModel::permissionsChanged);
 }
 
 void OnboardingWizardModel::observeDictation() {
     connect(m_flow.get(), &DictationFlowManager::stateChanged, this, &OnboardingWizardModel::followState);
+    connect(
+        m_flow.get(), &DictationFlowManager::stateChanged, this, &OnboardingWizardModel::dictationChanged);
     connect(&m_history, &TranscriptionHistory::entriesChanged, this, &OnboardingWizardModel::followHistory);
     connect(&settings(), &SettingsStore::whisperBinaryPathChanged, this,
         &OnboardingWizardModel::dictationChanged);
@@ -178,10 +178,8 @@ void OnboardingWizardModel::skip() {
     m_place.onClose();
 }
 
-void OnboardingWizardModel::setCurrentStep(OnboardingStep step) {
-    m_currentStep = step;
-    settings().markOnboardingAdvanced(step);
-    Q_EMIT currentStepChanged();
+void OnboardingWizardModel::rememberStep() {
+    settings().markOnboardingAdvanced(currentStep());
 }
 
 QString OnboardingWizardModel::displayName() const {
@@ -211,8 +209,7 @@ QVariantList OnboardingWizardModel::avatarPresets() const {
 }
 
 void OnboardingWizardModel::refreshCustomAvatar() {
-    m_hasCustomAvatar = settings().resolvedCustomAvatarThumbnailURL().has_value();
-    Q_EMIT profileChanged();
+    setHasCustomAvatar(settings().resolvedCustomAvatarThumbnailURL().has_value());
 }
 
 void OnboardingWizardModel::importAvatar() {
@@ -231,15 +228,10 @@ void OnboardingWizardModel::showAvatarError(L10n::Key key) {
     setAvatarErrorMessage(text(key));
 }
 
-void OnboardingWizardModel::setAvatarErrorMessage(const QString &message) {
-    m_avatarErrorMessage = message;
-    Q_EMIT avatarErrorMessageChanged();
-}
-
 void OnboardingWizardModel::grantMicrophone() {
     m_platform.microphone.requestAccess([model = QPointer(this)](bool) {
         if (model)
-            Q_EMIT model->permissionsChanged();
+            Q_EMIT model->microphoneAnswered();
     });
 }
 
@@ -284,13 +276,11 @@ void OnboardingWizardModel::followState() {
     if (state.kind() == Kind::Error)
         m_failureMessage = state.message();
     m_previousState = state.kind();
-    Q_EMIT dictationChanged();
 }
 
 void OnboardingWizardModel::followHistory() {
     if (m_history.entries().size() > m_initialHistoryCount)
-        m_dictationTestCompleted = true;
-    Q_EMIT dictationChanged();
+        setDictationTestCompleted(true);
 }
 
 QStringList OnboardingWizardModel::dictationProblems() const {

@@ -17,8 +17,17 @@ class TranscriptionHistory;
 
 /// The wizard that takes a new user from nothing to a first dictation in three steps: a name, the two rights,
 /// a dictation. The step on screen is remembered, so that the wizard resumes there. Main thread only.
-class OnboardingWizardModel final : public QObject {
+class OnboardingWizardModel final : public ObservableObject {
     Q_OBJECT
+    /// The step on screen.
+    TOLMI_PUBLISHED_READONLY(OnboardingStep, currentStep, setCurrentStep, rememberStep())
+    /// Whether the user has a picture of their own.
+    TOLMI_PUBLISHED_READONLY(bool, hasCustomAvatar, setHasCustomAvatar)
+    /// Why the avatar could not be changed; empty unless the user is to be told.
+    TOLMI_PUBLISHED_READONLY(QString, avatarErrorMessage, setAvatarErrorMessage)
+    /// Whether a dictation has landed in the history since the wizard was opened.
+    TOLMI_PUBLISHED_READONLY(bool, dictationTestCompleted, setDictationTestCompleted)
+
     /// Place of the step on screen, from 0.
     Q_PROPERTY(int currentStepIndex READ currentStepIndex NOTIFY currentStepChanged)
     /// For each step the symbol that tells whether it is done, on screen or ahead.
@@ -35,9 +44,6 @@ class OnboardingWizardModel final : public QObject {
     Q_PROPERTY(QVariantList avatarPresets READ avatarPresets NOTIFY profileChanged)
     /// Whether the user's own picture can be chosen here.
     Q_PROPERTY(bool canImportAvatar READ canImportAvatar CONSTANT)
-    Q_PROPERTY(bool hasCustomAvatar READ hasCustomAvatar NOTIFY profileChanged)
-    /// Why the avatar could not be changed; empty unless the user is to be told.
-    Q_PROPERTY(QString avatarErrorMessage READ avatarErrorMessage NOTIFY avatarErrorMessageChanged)
 
     Q_PROPERTY(bool microphoneGranted READ microphoneGranted NOTIFY permissionsChanged)
     Q_PROPERTY(bool accessibilityGranted READ accessibilityGranted NOTIFY permissionsChanged)
@@ -46,8 +52,6 @@ class OnboardingWizardModel final : public QObject {
     Q_PROPERTY(QString accessibilityProblem READ accessibilityProblem NOTIFY permissionsChanged)
 
     Q_PROPERTY(DictationControl *dictation READ dictation CONSTANT)
-    /// Whether a dictation has landed in the history since the wizard was opened.
-    Q_PROPERTY(bool dictationTestCompleted READ dictationTestCompleted NOTIFY dictationChanged)
     /// What stands in the way of a dictation and what to do about it, the most pressing first.
     Q_PROPERTY(QStringList dictationProblems READ dictationProblems NOTIFY dictationChanged)
 
@@ -79,7 +83,6 @@ public:
     OnboardingWizardModel(std::shared_ptr<DictationFlowManager> flow, const TranscriptionHistory &history,
         const Platform &platform, Place place);
 
-    OnboardingStep currentStep() const { return m_currentStep; }
     int currentStepIndex() const;
     QStringList stepSymbols() const;
     bool canAdvance() const;
@@ -92,8 +95,6 @@ public:
     void setAvatarPreset(const QString &preset);
     QVariantList avatarPresets() const;
     bool canImportAvatar() const { return bool(m_place.avatar.importAvatar); }
-    bool hasCustomAvatar() const { return m_hasCustomAvatar; }
-    const QString &avatarErrorMessage() const { return m_avatarErrorMessage; }
 
     bool microphoneGranted() const {
         return m_platform.microphone.status() == AuthorizationStatus::Authorized;
@@ -103,7 +104,6 @@ public:
     QString accessibilityProblem() const;
 
     DictationControl *dictation() { return &m_dictation; }
-    bool dictationTestCompleted() const { return m_dictationTestCompleted; }
     QStringList dictationProblems() const;
 
     /// The forward button: the next step, or the end.
@@ -123,21 +123,20 @@ public:
     Q_INVOKABLE void runDictationAction();
 
 Q_SIGNALS:
-    void currentStepChanged();
     void progressChanged();
     void profileChanged();
-    void avatarErrorMessageChanged();
     void permissionsChanged();
     void dictationChanged();
+    /// The user was asked for the microphone and has answered.
+    void microphoneAnswered();
 
 private:
     void observeProfile();
     void observePermissions();
     void observeDictation();
     bool isComplete(OnboardingStep step) const;
-    void setCurrentStep(OnboardingStep step);
+    void rememberStep();
     void refreshCustomAvatar();
-    void setAvatarErrorMessage(const QString &message);
     void showAvatarError(L10n::Key key);
     void followState();
     void followHistory();
@@ -160,11 +159,7 @@ private:
     const Place m_place;
     DictationControl m_dictation;
     ProfileChipModel m_profile;
-    OnboardingStep m_currentStep;
     const qsizetype m_initialHistoryCount;
-    bool m_dictationTestCompleted = false;
-    bool m_hasCustomAvatar = false;
-    QString m_avatarErrorMessage;
     DictationState::Kind m_previousState;
     Failure m_failure = Failure::None;
     /// The flow's message for a failure, which it takes back after a while.

@@ -34,11 +34,7 @@ QString helpMessageFor(const DictationState &state, AppLanguage language) {
 } // namespace
 
 void OverlayViewModel::refreshHelpMessage() {
-    const QString message = helpMessageFor(state(), language());
-    if (message == m_helpMessage)
-        return;
-    m_helpMessage = message;
-    Q_EMIT helpMessageChanged();
+    setHelpMessage(helpMessageFor(state(), language()));
 }
 
 OverlayPanelController::OverlayPanelController(const PanelFactory &makePanel)

@@ -9,25 +9,17 @@
 /// What the floating sign shows.
 class OverlayViewModel : public ObservableObject {
     Q_OBJECT
-    TOLMI_PUBLISHED(DictationState, state, setState, refreshHelpMessage)
-    TOLMI_PUBLISHED(AppLanguage, language, setLanguage, refreshHelpMessage)
-    TOLMI_PUBLISHED(double, audioLevel, setAudioLevel, keepAudioLevel)
+    TOLMI_PUBLISHED(DictationState, state, setState, refreshHelpMessage())
+    TOLMI_PUBLISHED(AppLanguage, language, setLanguage, refreshHelpMessage())
+    TOLMI_PUBLISHED(double, audioLevel, setAudioLevel)
     /// The state in the words of the language; empty while nothing happens.
-    Q_PROPERTY(QString helpMessage READ helpMessage NOTIFY helpMessageChanged)
+    TOLMI_PUBLISHED_READONLY(QString, helpMessage, setHelpMessage)
 
 public:
     using ObservableObject::ObservableObject;
 
-    const QString &helpMessage() const { return m_helpMessage; }
-
-Q_SIGNALS:
-    void helpMessageChanged();
-
 private:
     void refreshHelpMessage();
-    void keepAudioLevel() { }
-
-    QString m_helpMessage;
 };
 
 /// Owns the floating sign: tells its model what to show, places it and fades it. Main thread only.

@@ -8,7 +8,7 @@
 
 MenuBarPopupModel::MenuBarPopupModel(
     std::shared_ptr<DictationFlowManager> flow, Pasteboard &pasteboard, Actions actions, QObject *parent)
-    : QObject(parent)
+    : ObservableObject(parent)
     , m_flow(std::move(flow))
     , m_pasteboard(pasteboard)
     , m_actions(std::move(actions))
@@ -122,13 +122,6 @@ void MenuBarPopupModel::setRefinementEnabled(bool isEnabled) {
         return;
     settings().setRefinementEnabled(isEnabled);
     m_flow->configureRefiner();
-}
-
-void MenuBarPopupModel::setCanCheckForUpdates(bool canCheck) {
-    if (canCheck == m_canCheckForUpdates)
-        return;
-    m_canCheckForUpdates = canCheck;
-    Q_EMIT canCheckForUpdatesChanged();
 }
 
 void MenuBarPopupModel::copyLastTranscript() {

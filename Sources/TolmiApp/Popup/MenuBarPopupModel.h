@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Foundation/ObservableObject.h"
 #include "TolmiApp/Contracts/DictationState.h"
 #include "TolmiApp/Profile/ProfileChipModel.h"
 
-#include <QObject>
 #include <QVariant>
 
 #include <functional>
@@ -14,8 +14,10 @@ class Pasteboard;
 class SettingsStore;
 
 /// What the popup of the status item shows and does.
-class MenuBarPopupModel final : public QObject {
+class MenuBarPopupModel final : public ObservableObject {
     Q_OBJECT
+    /// Whether the button that looks for updates works.
+    TOLMI_PUBLISHED(bool, canCheckForUpdates, setCanCheckForUpdates)
     /// The flow's state: what tells it in the badge, in which shade of the palette, and by which name.
     Q_PROPERTY(Indicator badgeIndicator READ badgeIndicator NOTIFY stateChanged)
     Q_PROPERTY(Shade badgeShade READ badgeShade NOTIFY stateChanged)
@@ -36,7 +38,6 @@ class MenuBarPopupModel final : public QObject {
             transcriptionLanguageChanged)
     Q_PROPERTY(bool refinementEnabled READ refinementEnabled WRITE setRefinementEnabled NOTIFY
             refinementEnabledChanged)
-    Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged)
 
 public:
     enum class Indicator {
@@ -84,8 +85,6 @@ public:
     bool refinementEnabled() const;
     /// Takes effect on the next dictation.
     void setRefinementEnabled(bool isEnabled);
-    bool canCheckForUpdates() const { return m_canCheckForUpdates; }
-    void setCanCheckForUpdates(bool canCheck);
 
     /// Puts the last transcript on the clipboard, where it stays like any copied text.
     Q_INVOKABLE void copyLastTranscript();
@@ -104,7 +103,6 @@ Q_SIGNALS:
     void uiLanguageChanged();
     void transcriptionLanguageChanged();
     void refinementEnabledChanged();
-    void canCheckForUpdatesChanged();
 
 private:
     void observeFlow();
@@ -115,5 +113,4 @@ private:
     Pasteboard &m_pasteboard;
     const Actions m_actions;
     ProfileChipModel m_profile;
-    bool m_canCheckForUpdates = false;
 };

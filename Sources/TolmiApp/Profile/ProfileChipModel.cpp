@@ -5,9 +5,9 @@
 #include "TolmiApp/Settings/SettingsStore.h"
 
 ProfileChipModel::ProfileChipModel(SettingsStore &settings, QObject *parent)
-    : QObject(parent)
-    , m_settings(settings)
-    , m_picture(ProfileAvatarImageLoader::thumbnailImage(settings)) {
+    : ObservableObject(parent)
+    , m_settings(settings) {
+    refreshPicture();
     connect(
         &settings, &SettingsStore::profileDisplayNameChanged, this, &ProfileChipModel::displayNameChanged);
     connect(&settings, &SettingsStore::profileAvatarIDChanged, this, &ProfileChipModel::symbolChanged);
@@ -27,9 +27,5 @@ QString ProfileChipModel::symbol() const {
 }
 
 void ProfileChipModel::refreshPicture() {
-    const QImage picture = ProfileAvatarImageLoader::thumbnailImage(m_settings);
-    if (picture == m_picture)
-        return;
-    m_picture = picture;
-    Q_EMIT pictureChanged();
+    setPicture(ProfileAvatarImageLoader::thumbnailImage(m_settings));
 }

@@ -36,6 +36,8 @@ struct ProfileReadinessInput {
     bool accessibilityGranted;
     /// Whether a dictation has succeeded.
     bool hasSuccessfulDictationTest;
+
+    friend bool operator==(const ProfileReadinessInput &, const ProfileReadinessInput &) = default;
 };
 
 /// How far a user has come.

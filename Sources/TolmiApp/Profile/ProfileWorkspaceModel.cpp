@@ -34,11 +34,11 @@ L10n::Key recommendationKey(ProfileReadinessItem item) {
 
 ProfileWorkspaceModel::ProfileWorkspaceModel(
     std::shared_ptr<DictationFlowManager> flow, Surroundings surroundings, QObject *parent)
-    : QObject(parent)
+    : ObservableObject(parent)
     , m_flow(std::move(flow))
     , m_surroundings(std::move(surroundings))
-    , m_profile(settings())
-    , m_readiness(readinessInput()) {
+    , m_profile(settings()) {
+    setReadiness(readinessInput());
     observeSettings();
     observeProgress();
 }
@@ -52,9 +52,11 @@ void ProfileWorkspaceModel::observeSettings() {
         store, &SettingsStore::profileDisplayNameChanged, this, &ProfileWorkspaceModel::displayNameChanged);
     connect(store, &SettingsStore::profileAvatarIDChanged, this, &ProfileWorkspaceModel::avatarPresetChanged);
     connect(store, &SettingsStore::uiLanguageChanged, this, &ProfileWorkspaceModel::languageChanged);
-    connect(store, &SettingsStore::uiLanguageChanged, this, &ProfileWorkspaceModel::readinessChanged);
+    connect(store, &SettingsStore::uiLanguageChanged, this, &ProfileWorkspaceModel::readinessTextsChanged);
     connect(
         store, &SettingsStore::uiLanguageChanged, this, &ProfileWorkspaceModel::avatarErrorMessageChanged);
+    connect(this, &ProfileWorkspaceModel::avatarErrorChanged, this,
+        &ProfileWorkspaceModel::avatarErrorMessageChanged);
     connect(store, &SettingsStore::hasCompletedOnboardingChanged, this, reminder);
     connect(store, &SettingsStore::onboardingVersionChanged, this, reminder);
 }
@@ -62,6 +64,8 @@ void ProfileWorkspaceModel::observeSettings() {
 void ProfileWorkspaceModel::observeProgress() {
     const SettingsStore *const store = &settings();
     const auto refresh = &ProfileWorkspaceModel::refresh;
+    connect(
+        this, &ProfileWorkspaceModel::readinessChanged, this, &ProfileWorkspaceModel::readinessTextsChanged);
     connect(store, &SettingsStore::profileDisplayNameChanged, this, refresh);
     connect(store, &SettingsStore::profileAvatarIDChanged, this, refresh);
     connect(store, &SettingsStore::profileAvatarThumbnailRelativePathChanged, this, refresh);
@@ -89,9 +93,8 @@ ProfileReadinessInput ProfileWorkspaceModel::readinessInput() const {
 }
 
 void ProfileWorkspaceModel::refresh() {
-    m_readiness = readinessInput();
+    setReadiness(readinessInput());
     m_profile.refreshPicture();
-    Q_EMIT readinessChanged();
 }
 
 const QString &ProfileWorkspaceModel::displayName() const {
@@ -161,13 +164,6 @@ QStringList ProfileWorkspaceModel::recommendations() const {
 
 QString ProfileWorkspaceModel::avatarErrorMessage() const {
     return m_avatarError ? L10n::text(*m_avatarError, language()) : QString();
-}
-
-void ProfileWorkspaceModel::setAvatarError(std::optional<L10n::Key> error) {
-    if (error == m_avatarError)
-        return;
-    m_avatarError = error;
-    Q_EMIT avatarErrorMessageChanged();
 }
 
 void ProfileWorkspaceModel::importAvatar() {

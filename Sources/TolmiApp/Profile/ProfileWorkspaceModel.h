@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/ObservableObject.h"
 #include "TolmiApp/Profile/ProfileChipModel.h"
 #include "TolmiApp/Profile/ProfileReadinessScorer.h"
 #include "TolmiApp/Texts/L10n.h"
@@ -17,8 +18,12 @@ class TranscriptionHistory;
 
 /// What the profile workspace shows and does: the user's name and avatar, and how far the setting-up has
 /// come.
-class ProfileWorkspaceModel final : public QObject {
+class ProfileWorkspaceModel final : public ObservableObject {
     Q_OBJECT
+    /// How far the user had come when this was last looked at.
+    TOLMI_PUBLISHED_READONLY(ProfileReadinessInput, readiness, setReadiness)
+    /// Why the picture could not be changed; absent unless the user is to be told.
+    TOLMI_PUBLISHED_READONLY(std::optional<L10n::Key>, avatarError, setAvatarError)
     /// Picture, symbol and name.
     Q_PROPERTY(ProfileChipModel *profile READ profile CONSTANT)
     /// What is written is stored as the settings keep names.
@@ -35,12 +40,12 @@ class ProfileWorkspaceModel final : public QObject {
     Q_PROPERTY(bool permissionsStepComplete READ permissionsStepComplete NOTIFY readinessChanged)
     Q_PROPERTY(bool dictationStepComplete READ dictationStepComplete NOTIFY readinessChanged)
     /// "Progress: 2/3".
-    Q_PROPERTY(QString onboardingProgressText READ onboardingProgressText NOTIFY readinessChanged)
+    Q_PROPERTY(QString onboardingProgressText READ onboardingProgressText NOTIFY readinessTextsChanged)
     /// "80/100".
     Q_PROPERTY(QString scoreText READ scoreText NOTIFY readinessChanged)
     /// What to do next, the most pressing first; empty when all is done.
-    Q_PROPERTY(QStringList recommendations READ recommendations NOTIFY readinessChanged)
-    /// Why the picture could not be changed; empty unless the user is to be told.
+    Q_PROPERTY(QStringList recommendations READ recommendations NOTIFY readinessTextsChanged)
+    /// `avatarError` in the language of the interface; empty without one.
     Q_PROPERTY(QString avatarErrorMessage READ avatarErrorMessage NOTIFY avatarErrorMessageChanged)
 
 public:
@@ -86,7 +91,7 @@ Q_SIGNALS:
     void avatarPresetChanged();
     void languageChanged();
     void onboardingReminderChanged();
-    void readinessChanged();
+    void readinessTextsChanged();
     void avatarErrorMessageChanged();
 
 private:
@@ -95,11 +100,8 @@ private:
     SettingsStore &settings() const;
     AppLanguage language() const;
     ProfileReadinessInput readinessInput() const;
-    void setAvatarError(std::optional<L10n::Key> error);
 
     const std::shared_ptr<DictationFlowManager> m_flow;
     const Surroundings m_surroundings;
     ProfileChipModel m_profile;
-    ProfileReadinessInput m_readiness;
-    std::optional<L10n::Key> m_avatarError;
 };

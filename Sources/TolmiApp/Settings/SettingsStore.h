@@ -4,16 +4,24 @@
 #include "Foundation/ObservableObject.h"
 #include "Platform/BundleInfo.h"
 #include "Platform/FileManager.h"
-#include "Platform/UserDefaults.h"
 #include "TolmiApp/Settings/AppAppearance.h"
 #include "TolmiApp/Settings/AppLanguage.h"
 #include "TolmiApp/Settings/DictationPerformanceMode.h"
 #include "TolmiApp/Settings/OnboardingStep.h"
 #include "TolmiApp/Settings/ProcessingTransitionSound.h"
+#include "TolmiApp/Settings/ProfileAvatarPreset.h"
+#include "TolmiApp/Settings/ProfileChangeTracker.h"
+#include "TolmiApp/Settings/ProfileDisplayName.h"
+#include "TolmiApp/Settings/SettingsTable.h"
 #include "TolmiApp/Settings/TranscriptionEngineOption.h"
+#include "TolmiCore/OllamaConfiguration.h"
 
-#include <functional>
-#include <optional>
+/// Declares a published field of the settings and its row of the table: the members of a SettingRow, of which
+/// all but the key may be left out.
+#define TOLMI_SETTING(type, name, setter, ...)                                                               \
+    TOLMI_PUBLISHED(type, name, setter, wasAssigned(m_##name##Setting))                                      \
+    Setting<type> m_##name##Setting { m_table, m_##name, [this](const type &value) { setter(value); },       \
+        { __VA_ARGS__ } };
 
 /// Everything the user can configure, and what is remembered of the profile and the onboarding. Main thread
 /// only.
@@ -23,65 +31,92 @@
 class SettingsStore : public ObservableObject {
     Q_OBJECT
 
+    // First, since each setting enters itself here; they are loaded and written back in the order of their
+    // declarations.
+    SettingsTable m_table;
+
     /// The whisper-cli program that is started.
-    TOLMI_PUBLISHED(QString, whisperBinaryPath, setWhisperBinaryPath, storeWhisperBinaryPath)
+    TOLMI_SETTING(
+        QString, whisperBinaryPath, setWhisperBinaryPath, .key = "tolmi.whisperBinaryPath",
+        .load = [this](const auto &stored) { return loadedWhisperBinaryPath(stored); })
     /// The speech model; it may be missing, which the health checks tell.
-    TOLMI_PUBLISHED(QString, modelPath, setModelPath, storeModelPath)
+    TOLMI_SETTING(
+        QString, modelPath, setModelPath, .key = "tolmi.modelPath",
+        .load = [this](const auto &stored) { return loadedModelPath(stored); })
     /// The code of the language that is spoken, or "auto".
-    TOLMI_PUBLISHED(QString, language, setLanguage, storeLanguage)
+    TOLMI_SETTING(QString, language, setLanguage, .key = "tolmi.language", .absent = QStringLiteral("ro"),
+        .isWrittenBack = false)
     /// How much work a transcription may cost.
-    TOLMI_PUBLISHED(DictationPerformanceMode, performanceMode, setPerformanceMode, storePerformanceMode)
+    TOLMI_SETTING(
+        DictationPerformanceMode, performanceMode, setPerformanceMode, .key = "tolmi.performanceMode")
     /// What turns speech into text.
-    TOLMI_PUBLISHED(
-        TranscriptionEngineOption, transcriptionEngine, setTranscriptionEngine, storeTranscriptionEngine)
+    TOLMI_SETTING(TranscriptionEngineOption, transcriptionEngine, setTranscriptionEngine,
+        .key = "tolmi.transcriptionEngine")
     /// The sound that plays while a dictation is processed.
-    TOLMI_PUBLISHED(ProcessingTransitionSound, processingTransitionSound, setProcessingTransitionSound,
-        storeProcessingTransitionSound)
+    TOLMI_SETTING(ProcessingTransitionSound, processingTransitionSound, setProcessingTransitionSound,
+        .key = "tolmi.processingTransitionSound")
     /// How loud that sound is, 0 to 1; other values are limited to that.
-    TOLMI_PUBLISHED(double, processingTransitionSoundVolume, setProcessingTransitionSoundVolume,
-        checkProcessingTransitionSoundVolume)
+    TOLMI_SETTING(double, processingTransitionSoundVolume, setProcessingTransitionSoundVolume,
+        .key = "tolmi.processingTransitionSoundVolume", .absent = 0.45, .repair = clampedTransitionVolume)
     /// How loud a preview of it is, 0 to 1; other values are limited to that.
-    TOLMI_PUBLISHED(double, processingTransitionPreviewVolume, setProcessingTransitionPreviewVolume,
-        checkProcessingTransitionPreviewVolume)
+    TOLMI_SETTING(double, processingTransitionPreviewVolume, setProcessingTransitionPreviewVolume,
+        .key = "tolmi.processingTransitionPreviewVolume", .absent = 0.7, .repair = clampedTransitionVolume)
     /// The language of the interface.
-    TOLMI_PUBLISHED(AppLanguage, uiLanguage, setUiLanguage, storeUiLanguage)
+    TOLMI_SETTING(AppLanguage, uiLanguage, setUiLanguage, .key = "tolmi.uiLanguage")
     /// The look of the interface.
-    TOLMI_PUBLISHED(AppAppearance, appearance, setAppearance, storeAppearance)
+    TOLMI_SETTING(AppAppearance, appearance, setAppearance, .key = "tolmi.appearance")
     /// The user's name: one line of 1 to 40 characters; "User" stands for an empty one.
-    TOLMI_PUBLISHED(QString, profileDisplayName, setProfileDisplayName, checkProfileDisplayName)
+    TOLMI_SETTING(QString, profileDisplayName, setProfileDisplayName, .key = "tolmi.profileDisplayName",
+        .repair = sanitizedProfileDisplayName, .isOfProfile = true)
     /// The preset avatar, as its stored text; an unknown one becomes the default.
-    TOLMI_PUBLISHED(QString, profileAvatarID, setProfileAvatarID, checkProfileAvatarID)
+    TOLMI_SETTING(QString, profileAvatarID, setProfileAvatarID, .key = "tolmi.profileAvatarID",
+        .repair = normalizedProfileAvatarID, .isOfProfile = true)
     /// The profile's own id, an upper-case UUID when it was made here.
-    TOLMI_PUBLISHED(QString, profileID, setProfileID, checkProfileID)
+    TOLMI_SETTING(
+        QString, profileID, setProfileID, .key = "tolmi.profile.id", .repair = repairedProfileID,
+        .load = [](const auto &stored) { return stored ? *stored : repairedProfileID({}); })
     /// When the profile last changed, ISO 8601.
-    TOLMI_PUBLISHED(QString, profileUpdatedAt, setProfileUpdatedAt, checkProfileUpdatedAt)
+    TOLMI_SETTING(
+        QString, profileUpdatedAt, setProfileUpdatedAt, .key = "tolmi.profile.updatedAt",
+        .repair = [this](const auto &date) { return date.isEmpty() ? nowISO8601() : date; },
+        .load = [this](const auto &stored) { return stored ? *stored : nowISO8601(); })
     /// How often the profile has changed, from 1.
-    TOLMI_PUBLISHED(qint64, profileSyncVersion, setProfileSyncVersion, checkProfileSyncVersion)
+    TOLMI_SETTING(qint64, profileSyncVersion, setProfileSyncVersion, .key = "tolmi.profile.syncVersion",
+        .absent = 1, .repair = atLeastOne)
     /// The user's own avatar, counted from the application folder.
-    TOLMI_PUBLISHED(std::optional<QString>, profileAvatarImageRelativePath, setProfileAvatarImageRelativePath,
-        checkProfileAvatarImageRelativePath)
+    TOLMI_SETTING(std::optional<QString>, profileAvatarImageRelativePath, setProfileAvatarImageRelativePath,
+        .key = "tolmi.profile.avatarImageRelativePath", .isOfProfile = true)
     /// Its small form, counted from the application folder.
-    TOLMI_PUBLISHED(std::optional<QString>, profileAvatarThumbnailRelativePath,
-        setProfileAvatarThumbnailRelativePath, checkProfileAvatarThumbnailRelativePath)
+    TOLMI_SETTING(std::optional<QString>, profileAvatarThumbnailRelativePath,
+        setProfileAvatarThumbnailRelativePath, .key = "tolmi.profile.avatarThumbnailRelativePath",
+        .isOfProfile = true)
     /// Whether the wizard of the first start was finished.
-    TOLMI_PUBLISHED(bool, hasCompletedOnboarding, setHasCompletedOnboarding, storeHasCompletedOnboarding)
+    TOLMI_SETTING(
+        bool, hasCompletedOnboarding, setHasCompletedOnboarding, .key = "tolmi.onboarding.completed")
     /// When the wizard was put off, ISO 8601.
-    TOLMI_PUBLISHED(
-        std::optional<QString>, onboardingSkippedAt, setOnboardingSkippedAt, storeOnboardingSkippedAt)
+    TOLMI_SETTING(std::optional<QString>, onboardingSkippedAt, setOnboardingSkippedAt,
+        .key = "tolmi.onboarding.skippedAt")
     /// The edition of the wizard that the state belongs to, from 1.
-    TOLMI_PUBLISHED(qint64, onboardingVersion, setOnboardingVersion, checkOnboardingVersion)
+    TOLMI_SETTING(qint64, onboardingVersion, setOnboardingVersion, .key = "tolmi.onboarding.version",
+        .absent = currentOnboardingVersion, .repair = atLeastOne)
     /// The step at which the wizard resumes.
-    TOLMI_PUBLISHED(OnboardingStep, onboardingLastStep, setOnboardingLastStep, storeOnboardingLastStep)
+    TOLMI_SETTING(
+        OnboardingStep, onboardingLastStep, setOnboardingLastStep, .key = "tolmi.onboarding.lastStep")
     /// Whether transcripts are cleaned by the language model.
-    TOLMI_PUBLISHED(bool, refinementEnabled, setRefinementEnabled, storeRefinementEnabled)
+    TOLMI_SETTING(bool, refinementEnabled, setRefinementEnabled, .key = "tolmi.refinementEnabled",
+        .absent = true, .isWrittenBack = false)
     /// The language model's name at the Ollama service.
-    TOLMI_PUBLISHED(QString, ollamaModel, setOllamaModel, storeOllamaModel)
+    TOLMI_SETTING(QString, ollamaModel, setOllamaModel, .key = "tolmi.ollamaModel",
+        .absent = OllamaConfiguration().model, .isWrittenBack = false)
     /// The address of the Ollama service as typed; it need not be valid.
-    TOLMI_PUBLISHED(QString, ollamaEndpoint, setOllamaEndpoint, storeOllamaEndpoint)
+    TOLMI_SETTING(QString, ollamaEndpoint, setOllamaEndpoint, .key = "tolmi.ollamaEndpoint",
+        .absent = OllamaConfiguration::defaultEndpoint, .isWrittenBack = false)
     /// Seconds without an answer until refinement is given up; not limited.
-    TOLMI_PUBLISHED(double, ollamaTimeout, setOllamaTimeout, storeOllamaTimeout)
+    TOLMI_SETTING(double, ollamaTimeout, setOllamaTimeout, .key = "tolmi.ollamaTimeout",
+        .absent = OllamaConfiguration().timeout, .isWrittenBack = false)
     /// What the language model is told to do.
-    TOLMI_PUBLISHED(QString, ollamaSystemPrompt, setOllamaSystemPrompt, storeOllamaSystemPrompt)
+    TOLMI_SETTING(QString, ollamaSystemPrompt, setOllamaSystemPrompt, .key = "tolmi.ollamaSystemPrompt",
+        .absent = OllamaConfiguration::defaultSystemPrompt, .isWrittenBack = false)
 
 public:
     /// The edition of the wizard that this program shows.
@@ -123,80 +158,30 @@ public:
     static double clampedTransitionVolume(double volume);
 
 private:
-    void loadTranscription(const BundleInfo &bundleInfo);
-    void loadInterface();
-    void loadProfile();
-    void loadOnboarding();
-    void loadRefinement();
-    void loadRetention();
-    QString loadedWhisperBinaryPath(const BundleInfo &bundleInfo) const;
-    QString loadedModelPath(const BundleInfo &bundleInfo);
+    void wasAssigned(AbstractSetting &setting);
+    QString loadedWhisperBinaryPath(const std::optional<QString> &stored) const;
+    QString loadedModelPath(const std::optional<QString> &stored);
+    QString storedAtOnce(const QString &modelPath);
+    static QString repairedProfileID(const QString &id);
+    static qint64 atLeastOne(qint64 value);
 
     void normalizeBootstrappedState();
-    void writeBack();
 
-    void performBatchProfileUpdate(const std::function<void()> &update);
-    void finalizeProfileTrackingIfNeeded();
     void markProfileChanged();
-    void syncTrackedProfileState();
-    void profileFieldWasStored();
-
     void validateCustomAvatarPathsIfNeeded(bool persistFixes);
     std::optional<FileURL> resolveProfileAssetURL(const std::optional<QString> &relativePath) const;
 
     QString nowISO8601() const;
 
-    template <typename Enum>
-    Enum storedCase(const QString &key) const;
-    void storeOptional(const QString &key, const std::optional<QString> &value);
+    qint64 m_audioRetentionHours = 0;
+    Setting<qint64> m_audioRetentionHoursSetting { m_table, m_audioRetentionHours, {},
+        { .key = "tolmi.audioRetentionHours", .absent = 24, .repair = atLeastOne } };
+    qint64 m_audioRetentionMaxMB = 0;
+    Setting<qint64> m_audioRetentionMaxMBSetting { m_table, m_audioRetentionMaxMB, {},
+        { .key = "tolmi.audioRetentionMaxMB", .absent = 2048, .repair = atLeastOne } };
 
-    void checkProcessingTransitionSoundVolume();
-    void checkProcessingTransitionPreviewVolume();
-    void checkProfileDisplayName();
-    void checkProfileAvatarID();
-    void checkProfileID();
-    void checkProfileUpdatedAt();
-    void checkProfileSyncVersion();
-    void checkProfileAvatarImageRelativePath();
-    void checkProfileAvatarThumbnailRelativePath();
-    void checkOnboardingVersion();
-
-    void storeWhisperBinaryPath();
-    void storeModelPath();
-    void storeLanguage();
-    void storePerformanceMode();
-    void storeTranscriptionEngine();
-    void storeProcessingTransitionSound();
-    void storeProcessingTransitionSoundVolume();
-    void storeProcessingTransitionPreviewVolume();
-    void storeUiLanguage();
-    void storeAppearance();
-    void storeProfileDisplayName();
-    void storeProfileAvatarID();
-    void storeProfileID();
-    void storeProfileUpdatedAt();
-    void storeProfileSyncVersion();
-    void storeProfileAvatarImageRelativePath();
-    void storeProfileAvatarThumbnailRelativePath();
-    void storeHasCompletedOnboarding();
-    void storeOnboardingSkippedAt();
-    void storeOnboardingVersion();
-    void storeOnboardingLastStep();
-    void storeRefinementEnabled();
-    void storeOllamaModel();
-    void storeOllamaEndpoint();
-    void storeOllamaTimeout();
-    void storeOllamaSystemPrompt();
-
-    UserDefaults &m_defaults;
     const FileManager &m_fileManager;
     const Clock &m_clock;
-    qint64 m_audioRetentionHours = 0;
-    qint64 m_audioRetentionMaxMB = 0;
-    bool m_isBatchProfileUpdate = false;
-    bool m_shouldTrackProfileChanges = false;
-    QString m_trackedProfileDisplayName;
-    QString m_trackedProfileAvatarID;
-    std::optional<QString> m_trackedProfileAvatarImageRelativePath;
-    std::optional<QString> m_trackedProfileAvatarThumbnailRelativePath;
+    const BundleInfo m_bundleInfo;
+    ProfileChangeTracker m_profileChanges;
 };

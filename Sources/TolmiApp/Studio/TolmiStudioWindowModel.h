@@ -24,7 +24,7 @@ using StudioWorkspaces = std::map<StudioDestination, StudioModelFactory>;
 class TolmiStudioWindowModel final : public ObservableObject {
     Q_OBJECT
     /// Whether the wizard of the first start lies over the workspace.
-    TOLMI_PUBLISHED(bool, isShowingOnboarding, setIsShowingOnboarding, keepIsShowingOnboarding)
+    TOLMI_PUBLISHED(bool, isShowingOnboarding, setIsShowingOnboarding)
     /// The name of the workspace that is shown; an empty or unknown one is not taken.
     Q_PROPERTY(QString selection READ selection WRITE setSelection NOTIFY selectionChanged)
     /// The workspaces in their order, each with `name`, `titleKey` (of its text) and `symbol`.
@@ -75,7 +75,6 @@ Q_SIGNALS:
     void selectionChanged();
 
 private:
-    void keepIsShowingOnboarding() { }
     QObject *make(const StudioModelFactory &factory, QObject *owner);
 
     const SettingsStore &m_settings;

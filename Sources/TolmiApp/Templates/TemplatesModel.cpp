@@ -23,15 +23,13 @@ TemplatesModel::TemplatesModel(const TranscriptionHistory &history, const Settin
     , m_selection(selection)
     , m_pasteboard(pasteboard) {
     connect(&history, &TranscriptionHistory::entriesChanged, this, &TemplatesModel::selectedEntryChanged);
-    connect(&selection, &HistorySelection::selectedHistoryEntryIDChanged, this, [this] {
-        setPreviewState(std::nullopt);
-        Q_EMIT selectedEntryChanged();
-    });
-    connect(&settings, &SettingsStore::uiLanguageChanged, this, [this] {
-        setPreviewState(std::nullopt);
-        Q_EMIT presetsChanged();
-        Q_EMIT presetSubtitleChanged();
-    });
+    const auto forgetPreview = [this] { setPreviewState(std::nullopt); };
+    connect(&selection, &HistorySelection::selectedHistoryEntryIDChanged, this, forgetPreview);
+    connect(&selection, &HistorySelection::selectedHistoryEntryIDChanged, this,
+        &TemplatesModel::selectedEntryChanged);
+    connect(&settings, &SettingsStore::uiLanguageChanged, this, forgetPreview);
+    connect(&settings, &SettingsStore::uiLanguageChanged, this, &TemplatesModel::presetsChanged);
+    connect(&settings, &SettingsStore::uiLanguageChanged, this, &TemplatesModel::presetSubtitleChanged);
     connect(this, &TemplatesModel::selectedPresetChanged, this, &TemplatesModel::presetSubtitleChanged);
 }
 

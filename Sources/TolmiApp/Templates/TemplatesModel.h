@@ -26,9 +26,9 @@ struct TemplatePreviewState {
 class TemplatesModel final : public ObservableObject {
     Q_OBJECT
     /// The shape that is applied next.
-    TOLMI_PUBLISHED(TemplatePreset, selectedPreset, setSelectedPreset, keepPreview)
+    TOLMI_PUBLISHED(TemplatePreset, selectedPreset, setSelectedPreset)
     /// What was made last; absent when another entry or another language was chosen since.
-    TOLMI_PUBLISHED_READONLY(std::optional<TemplatePreviewState>, previewState, setPreviewState, std::nullopt)
+    TOLMI_PUBLISHED_READONLY(std::optional<TemplatePreviewState>, previewState, setPreviewState)
 
     /// Whether the chosen entry is there.
     Q_PROPERTY(bool hasSelectedEntry READ hasSelectedEntry NOTIFY selectedEntryChanged)
@@ -70,9 +70,6 @@ Q_SIGNALS:
     void presetSubtitleChanged();
 
 private:
-    // Another shape alone changes no preview: it shows when it is applied.
-    void keepPreview() { }
-
     const TranscriptionHistory &m_history;
     const SettingsStore &m_settings;
     const HistorySelection &m_selection;

@@ -13,12 +13,11 @@ class Clock;
 class AppUpdater final : public ObservableObject {
     Q_OBJECT
     /// The program was built with a feed and a public key.
-    TOLMI_PUBLISHED_READONLY(bool, isConfigured, setIsConfigured, false)
+    TOLMI_PUBLISHED_READONLY(bool, isConfigured, setIsConfigured)
     /// A check may be started now.
-    TOLMI_PUBLISHED_READONLY(bool, canCheckForUpdates, setCanCheckForUpdates, false)
+    TOLMI_PUBLISHED_READONLY(bool, canCheckForUpdates, setCanCheckForUpdates)
     /// The updater's own setting; set by views too.
-    TOLMI_PUBLISHED(
-        bool, automaticallyChecksForUpdates, setAutomaticallyChecksForUpdates, keepAutomaticChecks)
+    TOLMI_PUBLISHED(bool, automaticallyChecksForUpdates, setAutomaticallyChecksForUpdates)
 
 public:
     using MakeController = std::function<std::shared_ptr<UpdaterController>()>;
@@ -36,7 +35,6 @@ private:
     struct Configuration;
     static Configuration sparkleConfiguration(const BundleInfo &bundle);
 
-    void keepAutomaticChecks() { }
     void switchOff();
     void startUpdater(const MakeController &makeController);
     UpdaterController::Observer assignment(

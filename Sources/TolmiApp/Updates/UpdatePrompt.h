@@ -23,17 +23,17 @@ public:
     Q_ENUM(Phase)
 
 private:
-    TOLMI_PUBLISHED_READONLY(Phase, phase, setPhase, Phase::Hidden)
+    TOLMI_PUBLISHED_READONLY(Phase, phase, setPhase)
     /// The version that was found, as the user reads it.
-    TOLMI_PUBLISHED_READONLY(QString, version, setVersion, {})
+    TOLMI_PUBLISHED_READONLY(QString, version, setVersion)
     /// Plain text; may be empty.
-    TOLMI_PUBLISHED_READONLY(QString, releaseNotes, setReleaseNotes, {})
+    TOLMI_PUBLISHED_READONLY(QString, releaseNotes, setReleaseNotes)
     /// How much of the file is here, 0 to 1.
-    TOLMI_PUBLISHED_READONLY(double, progress, setProgress, 0)
+    TOLMI_PUBLISHED_READONLY(double, progress, setProgress)
     /// Why it failed.
-    TOLMI_PUBLISHED_READONLY(QString, message, setMessage, {})
+    TOLMI_PUBLISHED_READONLY(QString, message, setMessage)
     /// Where the downloaded file lies.
-    TOLMI_PUBLISHED_READONLY(QString, filePath, setFilePath, {})
+    TOLMI_PUBLISHED_READONLY(QString, filePath, setFilePath)
 
 public:
     using ObservableObject::ObservableObject;

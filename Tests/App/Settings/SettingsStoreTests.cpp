@@ -268,6 +268,14 @@ TEST_F(SettingsStoreTest, StoresEachAssignment) {
     }
 }
 
+TEST_F(SettingsStoreTest, StoresWhatIsNoNumberWhereEveryNumberIsAllowed) {
+    const auto store = makeStore();
+    defaults.writes.clear();
+    store->setOllamaTimeout(std::nan(""));
+    EXPECT_TRUE(std::isnan(store->ollamaTimeout()));
+    EXPECT_EQ(defaults.writes.size(), 1u);
+}
+
 TEST_F(SettingsStoreTest, ForgetsTheKeyOfAnAbsentValue) {
     const auto store = makeStore();
     store->setOnboardingSkippedAt(q("then"));
