@@ -5,13 +5,19 @@ source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
 # The rules name files by patterns, from wherever they are started.
 cd "$root"
 
-# expect_none WHAT GREP-OPTION... : no line of the sources matches.
-expect_none() {
-  local what=$1 found status=0
-  shift
-  found=$(grep -rnE --include='*.cpp' --include='*.h' "$@") || status=$?
+# expect_none_in FILES WHAT GREP-OPTION... : no line of these files, a pattern for each, matches.
+expect_none_in() {
+  local files what=$2 found status=0
+  read -ra files <<<"$1"
+  shift 2
+  found=$(grep -rnE "${files[@]/#/--include=}" "$@") || status=$?
   # Anything but "no line matches" is a failure, a folder that is not there included.
   [[ $status == 1 ]] || fail "$what:"$'\n'"$found"
+}
+
+# expect_none WHAT GREP-OPTION... : no line of the sources matches.
+expect_none() {
+  expect_none_in '*.cpp *.h' "$@"
 }
 
 test_native_code_stays_in_its_adapters() {
@@ -37,6 +43,25 @@ test_the_logic_reads_no_environment() {
 test_only_published_fields_tell_of_changes() {
   expect_none "publish the field, or connect the signal to those of what it is made of" --exclude-dir=Design \
     '^ *Q_EMIT .*Changed\(\)|Q_EMIT objectWillChange' Sources/TolmiApp Sources/Main
+}
+
+test_no_text_is_chosen_by_language_beside_the_table() {
+  expect_none "put both into the files of Texts/Languages" '[=!]= *AppLanguage::|case AppLanguage::' \
+    Sources/TolmiApp Sources/Main
+}
+
+test_no_text_is_glued_together() {
+  expect_none_in '*.cpp *.h *.qml' "a language may order it otherwise: make it a phrase with places" \
+    '(\btext|L10n::\w+)\([^;]*\) *\+|\+ *(L10n::|text\()|\b(view|row)\.texts\.\w+ *\+|\+ *(\w+\.)+texts\.|(\+|\.join\() *"[:.] ?"|\+ *QStringLiteral\("[:.,;] "\)' \
+    Sources/TolmiApp Sources/Main
+}
+
+test_no_view_has_words_of_its_own() {
+  expect_none_in '*.qml' "put them into the files of Texts/Languages" \
+    '\b(text|title|label|hint|message|caption|subtitle|shortcut|toolTip|placeholder\w*|\w+(Text|Label|Title)|Accessible\.(name|description)):[^"]*"[^"]*([[:upper:]]|[[:alpha:]] )|qsTr' \
+    Sources/TolmiApp
+  expect_none_in '*Model.cpp *Controller.cpp *Window.cpp' "put them into the files of Texts/Languages" \
+    'QStringLiteral\("[^"]*[[:alpha:]]{2}[,.!?:]? [[:alpha:]%]' Sources/TolmiApp
 }
 
 test_rooms_keep_to_their_arrows() {

@@ -2,8 +2,6 @@
 
 #include "Support/SettingsOverFakes.h"
 
-#include <QMetaEnum>
-
 #include <gtest/gtest.h>
 
 namespace {
@@ -19,9 +17,10 @@ protected:
 } // namespace
 
 TEST_F(ViewTextsTest, HaveEveryKeyUnderItsName) {
-    const auto keys = QMetaEnum::fromType<L10n::Key>();
-    for (int index = 0; index < keys.keyCount(); ++index)
-        EXPECT_FALSE(text(keys.key(index)).isEmpty()) << keys.key(index);
+    for (const L10n::Key key : L10n::allKeys()) {
+        const QByteArray name = L10n::rawValue(key).toLatin1();
+        EXPECT_FALSE(text(name.constData()).isEmpty()) << name.constData();
+    }
 }
 
 TEST_F(ViewTextsTest, FollowTheLanguageOfTheInterface) {
@@ -29,6 +28,11 @@ TEST_F(ViewTextsTest, FollowTheLanguageOfTheInterface) {
     EXPECT_EQ(text("routeHistory"), QStringLiteral("History"));
     settings.store.setUiLanguage(AppLanguage::Romanian);
     EXPECT_EQ(text("routeHistory"), QStringLiteral("Istoric"));
+}
+
+TEST_F(ViewTextsTest, LabelAValue) {
+    EXPECT_EQ(
+        texts.labelled(QStringLiteral("Microphone"), QStringLiteral("Granted")), u"Microphone: Granted");
 }
 
 TEST_F(ViewTextsTest, NameTheKeysOfTheDesktop) {

@@ -65,8 +65,9 @@ QString CommandCenterModel::historyCount() const {
 QString CommandCenterModel::historyHint() const {
     const auto pinned = std::count_if(m_history.entries().begin(), m_history.entries().end(),
         [](const HistoryEntry &entry) { return entry.isPinned; });
-    return L10n::pinnedCount(pinned, language()) + u' '
-        + L10n::text(L10n::Key::commandCenterHistoryHint, language());
+    return L10n::text(L10n::Phrase::joined, language(),
+        { L10n::pinnedCount(pinned, language()),
+            L10n::text(L10n::Key::commandCenterHistoryHint, language()) });
 }
 
 QString CommandCenterModel::lastDestination() const {
@@ -75,7 +76,7 @@ QString CommandCenterModel::lastDestination() const {
         return {};
     const QString target
         = latest->pasteTargetAppName.value_or(L10n::text(L10n::Key::unknownTarget, language()));
-    return L10n::text(L10n::Key::commandCenterLastDestination, language()) + QStringLiteral(": ") + target;
+    return L10n::labelled(L10n::Key::commandCenterLastDestination, target, language());
 }
 
 AppLanguage CommandCenterModel::language() const {

@@ -6,12 +6,13 @@ GlassPanel {
     id: row
 
     required property var item
+    required property var texts
 
     padding: 14
     cornerRadius: Metrics.panelRadius
     objectName: item.id
     Accessible.role: Accessible.ListItem
-    Accessible.name: [item.title, item.message].join(": ")
+    Accessible.name: texts.labelled(item.title, item.message)
     Accessible.description: item.hint
 
     function symbolOf(status: int): string {

@@ -37,6 +37,7 @@ ScrollPage {
 
                 width: parent.width
                 item: view.model.items[index]
+                texts: view.texts
             }
         }
     }

@@ -2,7 +2,7 @@
 
 #include "Foundation/Error.h"
 
-/// Why a recording is not heard.
+/// Why a recording is not heard. The text is English whatever the interface language.
 class HistoryAudioPlaybackError final : public LocalizedError {
 public:
     enum class Kind {

@@ -8,6 +8,7 @@
 #include <cmath>
 
 using L10n::Key;
+using L10n::Phrase;
 
 namespace {
 /// "2026-03-01T09:15:00Z". Instants outside the years 1 to 9999 count as the nearest one inside.
@@ -19,12 +20,14 @@ QString timeText(Date date) {
 }
 
 QStringList linesOf(const HistoryEntry &entry, qsizetype position, AppLanguage language) {
-    const auto label = [language](Key key) { return L10n::text(key, language); };
+    const auto text = [language](Key key) { return L10n::text(key, language); };
     const auto labelled
-        = [&label](Key key, const QString &value) { return label(key) + QStringLiteral(": ") + value; };
+        = [language](Key key, const QString &value) { return L10n::labelled(key, value, language); };
+    const auto heading = [&](Key key) { return L10n::text(Phrase::heading, language, { text(key) }); };
 
     QStringList lines;
-    lines << QStringLiteral("=== %1 %2 ===").arg(label(Key::historyExportEntryPrefix)).arg(position);
+    lines << L10n::text(Phrase::historyExportEntry, language,
+        { text(Key::historyExportEntryPrefix), QString::number(position) });
     lines << labelled(Key::historyExportTimestampLabel, timeText(entry.timestamp));
     lines << labelled(Key::historyExportLanguageLabel, entry.language);
     if (entry.pasteTargetAppName)
@@ -34,8 +37,8 @@ QStringList linesOf(const HistoryEntry &entry, qsizetype position, AppLanguage l
         lines << labelled(Key::historyExportPasteTargetBundleIDLabel, *entry.pasteTargetBundleID);
     if (entry.pasteTimestamp)
         lines << labelled(Key::historyExportPasteTimestampLabel, timeText(*entry.pasteTimestamp));
-    lines << label(Key::historyExportRawLabel) + u':' << entry.rawText << QString();
-    lines << label(Key::historyExportRefinedLabel) + u':' << entry.refinedText;
+    lines << heading(Key::historyExportRawLabel) << entry.rawText << QString();
+    lines << heading(Key::historyExportRefinedLabel) << entry.refinedText;
     return lines;
 }
 } // namespace

@@ -134,7 +134,7 @@ HistoryEntryDetail HistoryWorkspaceModel::detailOf(const HistoryEntry &entry) co
         return detail;
     detail.audioURL = m_audioCacheStore.resolveURL(path);
     detail.audioFile
-        = text(Key::historyAudioPathLabel) + QStringLiteral(": ") + detail.audioURL.lastPathComponent();
+        = L10n::labelled(Key::historyAudioPathLabel, detail.audioURL.lastPathComponent(), language);
     const bool exists = m_platform.fileManager.fileExists(detail.audioURL.path());
     detail.audioState = exists ? AudioState::Available : AudioState::Missing;
     return detail;
@@ -146,10 +146,10 @@ QStringList HistoryWorkspaceModel::pasteFactsOf(const HistoryEntry &entry) const
     const AppLanguage language = m_settings.uiLanguage();
     QStringList facts { L10n::pasteTargetLabel(entry.pasteTargetAppName, language) };
     if (!entry.pasteTargetBundleID.value_or(QString()).isEmpty())
-        facts += text(Key::historyBundleID) + QStringLiteral(": ") + *entry.pasteTargetBundleID;
+        facts += L10n::labelled(Key::historyBundleID, *entry.pasteTargetBundleID, language);
     if (entry.pasteTimestamp)
-        facts += text(Key::historyPasteTime) + QStringLiteral(": ")
-            + m_platform.dates.dateAndTime(*entry.pasteTimestamp, rawValue(language));
+        facts += L10n::labelled(Key::historyPasteTime,
+            m_platform.dates.dateAndTime(*entry.pasteTimestamp, rawValue(language)), language);
     return facts;
 }
 

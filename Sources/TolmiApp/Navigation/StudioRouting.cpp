@@ -1,13 +1,12 @@
 #include "TolmiApp/Navigation/StudioRouting.h"
 
-namespace {
-// The window bears it in every language.
-const QString studioTitle = QStringLiteral("Tolmi Studio");
-} // namespace
+QString studioWindowTitle() {
+    return L10n::text(L10n::Key::appTitle, AppLanguage::English);
+}
 
 void StudioRouter::open(StudioDestination destination, const OpenWindow &openWindow) {
     setDestination(destination);
     openWindow(TolmiWindowID::studio);
     m_application.activate();
-    m_application.orderFront(studioTitle);
+    m_application.orderFront(studioWindowTitle());
 }

@@ -11,6 +11,9 @@ namespace TolmiWindowID {
 inline constexpr QLatin1String studio("studio-window");
 } // namespace TolmiWindowID
 
+/// The title of the Studio's window, by which the system finds it; the same in every language.
+QString studioWindowTitle();
+
 /// The one place that says which workspace the Studio shows. It lives with the program and not with the
 /// window; every start begins at the command center. Main thread only.
 class StudioRouter final : public ObservableObject {

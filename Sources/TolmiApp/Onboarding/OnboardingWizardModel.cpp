@@ -21,35 +21,6 @@ OnboardingStep firstStep(const SettingsStore &settings) {
     const OnboardingStep last = settings.onboardingLastStep();
     return last == OnboardingStep::Completed ? OnboardingStep::Profile : last;
 }
-
-QString asSentence(const QString &message) {
-    return message.endsWith(u'.') ? message : message + u'.';
-}
-
-/// What to do when a recording does not start although the microphone may be used.
-QString microphoneHelp(AppLanguage language) {
-    return language == AppLanguage::English
-        ? QStringLiteral("Connect a microphone, or choose one in the system's sound settings.")
-        : QStringLiteral("Conecteaza un microfon sau alege unul in setarile de sunet ale sistemului.");
-}
-
-/// What to do about a path that leads nowhere. It is set outside the wizard, which `skip` leaves.
-QString pathHelp(AppLanguage language, const QString &skip) {
-    const QString help = language == AppLanguage::English
-        ? QStringLiteral("Choose \"%1\" and set the path in Settings > Engine; this step waits for you.")
-        : QStringLiteral("Alege \"%1\" si seteaza calea in Setari > Engine; acest pas te asteapta.");
-    return help.arg(skip);
-}
-
-/// What to do when a dictation gave no text.
-QString silenceHelp(AppLanguage language) {
-    return language == AppLanguage::English
-        ? QStringLiteral(
-            "Nothing was heard. Check the microphone in the system's sound settings, and try again.")
-        : QStringLiteral(
-            "Nu s-a auzit nimic. Verifica microfonul in setarile de sunet ale sistemului si incearca din "
-            "nou.");
-}
 } // namespace
 
 OnboardingWizardModel::OnboardingWizardModel(std::shared_ptr<DictationFlowManager> flow,
@@ -239,7 +210,7 @@ QString OnboardingWizardModel::microphoneProblem() const {
     switch (m_platform.microphone.status()) {
     case AuthorizationStatus::Denied:
     case AuthorizationStatus::Restricted:
-        return sentences(L10n::Key::healthAccessDenied, L10n::Key::healthEnableMicHint);
+        return joined(sentence(text(L10n::Key::healthAccessDenied)), text(L10n::Key::healthEnableMicHint));
     case AuthorizationStatus::NotDetermined:
     case AuthorizationStatus::Authorized:
         return {};
@@ -253,8 +224,9 @@ QString OnboardingWizardModel::accessibilityProblem() const {
     // Where the system knows the reason, it names the remedy too.
     const QString reason = m_platform.accessibility.state().reason;
     if (reason.isEmpty())
-        return sentences(L10n::Key::healthAccessibilityMissing, L10n::Key::healthGrantAccessibilityHint);
-    return text(L10n::Key::healthAccessibilityMissing) + QStringLiteral(". ") + reason;
+        return joined(sentence(text(L10n::Key::healthAccessibilityMissing)),
+            text(L10n::Key::healthGrantAccessibilityHint));
+    return joined(sentence(text(L10n::Key::healthAccessibilityMissing)), reason);
 }
 
 void OnboardingWizardModel::runDictationAction() {
@@ -286,17 +258,18 @@ void OnboardingWizardModel::followHistory() {
 QStringList OnboardingWizardModel::dictationProblems() const {
     QStringList problems;
     const auto named = [this](L10n::Key name, const QString &problem) {
-        return text(name) + QStringLiteral(": ") + problem;
+        return text(L10n::Phrase::labelled, { text(name), problem });
     };
     if (const QString problem = microphoneProblem(); !problem.isEmpty())
         problems.append(named(L10n::Key::healthMicrophone, problem));
     QStringList paths;
     if (!m_platform.fileManager.isExecutableFile(settings().whisperBinaryPath()))
-        paths.append(named(L10n::Key::healthBinary, asSentence(text(L10n::Key::healthBinaryMissing))));
+        paths.append(named(L10n::Key::healthBinary, sentence(text(L10n::Key::healthBinaryMissing))));
     if (!m_platform.fileManager.fileExists(settings().modelPath()))
-        paths.append(named(L10n::Key::healthModel, asSentence(text(L10n::Key::healthModelMissing))));
+        paths.append(named(L10n::Key::healthModel, sentence(text(L10n::Key::healthModelMissing))));
     if (!paths.isEmpty())
-        paths.last() += u' ' + pathHelp(settings().uiLanguage(), text(L10n::Key::onboardingSkip));
+        paths.last() = joined(
+            paths.last(), text(L10n::Phrase::onboardingPathHelp, { text(L10n::Key::onboardingSkip) }));
     problems += paths;
     // A known cause says more than what came of it.
     if (const QString failure = lastFailure(); problems.isEmpty() && !failure.isEmpty())
@@ -305,16 +278,15 @@ QStringList OnboardingWizardModel::dictationProblems() const {
 }
 
 QString OnboardingWizardModel::lastFailure() const {
-    const AppLanguage language = settings().uiLanguage();
     switch (m_failure) {
     case Failure::None:
         return {};
     case Failure::Start:
-        return asSentence(m_failureMessage) + u' ' + microphoneHelp(language);
+        return joined(sentence(m_failureMessage), text(L10n::Phrase::onboardingMicrophoneHelp));
     case Failure::Processing:
         return m_failureMessage;
     case Failure::Silence:
-        return silenceHelp(language);
+        return text(L10n::Phrase::onboardingSilenceHelp);
     }
     Q_UNREACHABLE();
 }
@@ -323,6 +295,14 @@ QString OnboardingWizardModel::text(L10n::Key key) const {
     return m_place.texts.text(key, settings().uiLanguage());
 }
 
-QString OnboardingWizardModel::sentences(L10n::Key first, L10n::Key second) const {
-    return text(first) + QStringLiteral(". ") + text(second);
+QString OnboardingWizardModel::text(L10n::Phrase phrase, const QStringList &values) const {
+    return m_place.texts.text(phrase, settings().uiLanguage(), values);
+}
+
+QString OnboardingWizardModel::sentence(const QString &message) const {
+    return message.endsWith(u'.') ? message : text(L10n::Phrase::sentence, { message });
+}
+
+QString OnboardingWizardModel::joined(const QString &first, const QString &second) const {
+    return text(L10n::Phrase::joined, { first, second });
 }

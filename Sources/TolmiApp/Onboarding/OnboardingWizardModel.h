@@ -142,7 +142,9 @@ private:
     void followHistory();
     QString lastFailure() const;
     QString text(L10n::Key key) const;
-    QString sentences(L10n::Key first, L10n::Key second) const;
+    QString text(L10n::Phrase phrase, const QStringList &values = {}) const;
+    QString sentence(const QString &message) const;
+    QString joined(const QString &first, const QString &second) const;
     SettingsStore &settings() const { return m_flow->settings(); }
 
     /// How the last dictation of this showing ended without an entry.

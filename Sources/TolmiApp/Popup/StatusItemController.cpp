@@ -24,7 +24,7 @@ void StatusItemController::setCanCheckForUpdates(bool canCheck) {
 
 void StatusItemController::refresh() {
     const AppLanguage language = m_flow->settings().uiLanguage();
-    m_item.setToolTip(L10n::text(L10n::Key::menuBarTitle, language) + QStringLiteral(": ") + stateText());
+    m_item.setToolTip(L10n::labelled(L10n::Key::menuBarTitle, stateText(), language));
     m_item.setMenu({ { stateText(), {} }, entry(L10n::Key::menuBarTitle, m_actions.togglePopup),
         entry(L10n::Key::menuBarOpenStudio, m_actions.openStudio),
         entry(L10n::Key::menuBarSettings, m_actions.openSettings),

@@ -152,7 +152,7 @@ QString ProfileWorkspaceModel::onboardingProgressText() const {
 
 QString ProfileWorkspaceModel::scoreText() const {
     const int score = ProfileReadinessScorer::score(m_readiness).score;
-    return QString::number(score) + QStringLiteral("/100");
+    return L10n::text(L10n::Phrase::profileScore, language(), { QString::number(score) });
 }
 
 QStringList ProfileWorkspaceModel::recommendations() const {

@@ -1,19 +1,12 @@
 #pragma once
 
+#include "TolmiApp/Settings/AppLanguages.h"
 #include "TolmiApp/Settings/RawValue.h"
 
-/// The languages of the interface. Stored texts match in any case.
-enum class AppLanguage {
-    Romanian,
-    English,
-};
-
+/// The languages of the interface: those that have a file of texts. Stored texts match in any case.
 template <>
 struct RawValues<AppLanguage> {
-    static constexpr std::array table {
-        std::pair { AppLanguage::Romanian, QLatin1String("ro") },
-        std::pair { AppLanguage::English, QLatin1String("en") },
-    };
+    static constexpr auto table = appLanguageCodes;
     static constexpr AppLanguage fallback = AppLanguage::Romanian;
     static constexpr bool matchesAnyCase = true;
 };

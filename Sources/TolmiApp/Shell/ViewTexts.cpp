@@ -2,24 +2,24 @@
 
 #include "TolmiApp/Settings/SettingsStore.h"
 
-#include <QMetaEnum>
-
 ViewTexts::ViewTexts(const SettingsStore &settings, PlatformTexts texts, QObject *parent)
     : QQmlPropertyMap(this, parent)
     , m_settings(settings)
     , m_texts(std::move(texts)) {
-    insert(QStringLiteral("settingsShortcut"), m_texts.settingsShortcut());
-    insert(QStringLiteral("quitShortcut"), m_texts.quitShortcut());
     connect(&settings, &SettingsStore::uiLanguageChanged, this, [this] { renew(); });
     renew();
 }
 
+QString ViewTexts::labelled(const QString &name, const QString &value) const {
+    return m_texts.text(L10n::Phrase::labelled, m_settings.uiLanguage(), { name, value });
+}
+
 void ViewTexts::renew() {
-    const auto keys = QMetaEnum::fromType<L10n::Key>();
+    const AppLanguage language = m_settings.uiLanguage();
     QVariantHash texts;
-    for (int index = 0; index < keys.keyCount(); ++index) {
-        const auto key = L10n::Key(keys.value(index));
-        texts.insert(QString::fromLatin1(keys.key(index)), m_texts.text(key, m_settings.uiLanguage()));
-    }
+    for (const L10n::Key key : L10n::allKeys())
+        texts.insert(L10n::rawValue(key), m_texts.text(key, language));
+    texts.insert(QStringLiteral("settingsShortcut"), m_texts.text(L10n::Phrase::settingsShortcut, language));
+    texts.insert(QStringLiteral("quitShortcut"), m_texts.text(L10n::Phrase::quitShortcut, language));
     insert(texts);
 }

@@ -15,6 +15,9 @@ public:
     /// `settings` outlives the texts.
     ViewTexts(const SettingsStore &settings, PlatformTexts texts, QObject *parent = nullptr);
 
+    /// "<Name>: <value>".
+    Q_INVOKABLE QString labelled(const QString &name, const QString &value) const;
+
 private:
     void renew();
 

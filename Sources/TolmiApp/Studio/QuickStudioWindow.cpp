@@ -6,7 +6,6 @@
 #include "TolmiApp/Shell/ViewTexts.h"
 #include "TolmiApp/Shell/Views.h"
 #include "TolmiApp/Studio/TolmiStudioWindowModel.h"
-#include "TolmiApp/Texts/L10n.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -41,7 +40,7 @@ void QuickStudioWindow::load() {
     m_view = std::make_unique<QQuickView>(&engine, nullptr);
     new ViewAppearance(engine, m_settings, m_look);
     auto *texts = new ViewTexts(m_settings, PlatformTexts::forLinux(), &engine);
-    m_view->setTitle(L10n::text(L10n::Key::appTitle, m_settings.uiLanguage()));
+    m_view->setTitle(studioWindowTitle());
     m_view->setResizeMode(QQuickView::SizeRootObjectToView);
     m_view->resize(defaultSize);
     m_view->setInitialProperties({ { QStringLiteral("model"), QVariant::fromValue(&m_model) },

@@ -2,8 +2,6 @@
 
 #include "TolmiApp/Settings/SettingsStore.h"
 
-#include <QMetaEnum>
-
 TolmiStudioWindowModel::TolmiStudioWindowModel(
     const SettingsStore &settings, StudioRouter &router, Content content)
     : m_settings(settings)
@@ -18,11 +16,10 @@ void TolmiStudioWindowModel::setDestinationSelection(std::optional<StudioDestina
 }
 
 QVariantList TolmiStudioWindowModel::destinations() {
-    const auto keys = QMetaEnum::fromType<L10n::Key>();
     QVariantList list;
     for (const StudioDestination destination : allCases<StudioDestination>()) {
         list.append(QVariantMap { { QStringLiteral("name"), rawValue(destination) },
-            { QStringLiteral("titleKey"), QString::fromLatin1(keys.valueToKey(int(titleKey(destination)))) },
+            { QStringLiteral("titleKey"), L10n::rawValue(titleKey(destination)) },
             { QStringLiteral("symbol"), icon(destination) } });
     }
     return list;

@@ -5,6 +5,7 @@
 
 namespace {
 using L10n::Key;
+using L10n::Phrase;
 
 constexpr qsizetype subjectWordCount = 8;
 constexpr qsizetype keyPointCount = 5;
@@ -14,6 +15,11 @@ constexpr qsizetype replySentenceCount = 3;
 
 const QString blank = QStringLiteral(" ");
 const QString lineFeed = QStringLiteral("\n");
+
+// What stands in the place of a missing text is English whatever the language of the interface.
+const QString noSubject = QStringLiteral("Follow-up");
+const QString noContent = QStringLiteral("1. (no content)");
+const QString noAction = QStringLiteral("(no action extracted)");
 
 struct Names {
     Key title;
@@ -34,37 +40,26 @@ Names names(TemplatePreset preset) {
     Q_UNREACHABLE();
 }
 
-QString email(const QString &normalized, const QStringList &sentences, bool isRomanian) {
-    const QString subject = TemplateText::subject(normalized);
-    const QString body = sentences.join(blank);
-    return isRomanian ? QStringLiteral("Subiect: ") + subject + QStringLiteral("\n\nBuna,\n\n") + body
-            + QStringLiteral("\n\nCu respect,\n[Numele tau]")
-                      : QStringLiteral("Subject: ") + subject + QStringLiteral("\n\nHello,\n\n") + body
-            + QStringLiteral("\n\nBest regards,\n[Your Name]");
+QString email(const QString &normalized, const QStringList &sentences, AppLanguage language) {
+    return L10n::text(
+        Phrase::templateEmail, language, { TemplateText::subject(normalized), sentences.join(blank) });
 }
 
 // The next steps are the first sentences once more, not those behind the key points.
-QString meetingSummary(const QStringList &sentences, bool isRomanian) {
-    const QString points = TemplateText::numberedLines(sentences, keyPointCount);
-    const QString steps = TemplateText::checkboxLines(sentences, nextStepCount);
-    return isRomanian ? QStringLiteral("Rezumat sedinta\n\nPuncte cheie:\n") + points
-            + QStringLiteral("\n\nPasi urmatori:\n") + steps
-                      : QStringLiteral("Meeting Summary\n\nKey Points:\n") + points
-            + QStringLiteral("\n\nNext Steps:\n") + steps;
+QString meetingSummary(const QStringList &sentences, AppLanguage language) {
+    return L10n::text(Phrase::templateMeetingSummary, language,
+        { TemplateText::numberedLines(sentences, keyPointCount),
+            TemplateText::checkboxLines(sentences, nextStepCount) });
 }
 
-QString actionItems(const QStringList &sentences, bool isRomanian) {
-    const QString items = TemplateText::checkboxLines(sentences, actionCount);
-    return (isRomanian ? QStringLiteral("Pasi de actiune\n\n") : QStringLiteral("Action Items\n\n")) + items;
+QString actionItems(const QStringList &sentences, AppLanguage language) {
+    return L10n::text(
+        Phrase::templateActionItems, language, { TemplateText::checkboxLines(sentences, actionCount) });
 }
 
-QString customerReply(const QStringList &sentences, bool isRomanian) {
-    const QString core = sentences.mid(0, replySentenceCount).join(blank);
-    return isRomanian ? QStringLiteral("Buna,\n\nIti multumim pentru mesaj.\n") + core
-            + QStringLiteral("\n\nSpune-ne daca vrei detalii suplimentare.\n\nCu bine,\nEchipa suport")
-                      : QStringLiteral("Hello,\n\nThank you for your message.\n") + core
-            + QStringLiteral("\n\nPlease let us know if you would like any additional details.\n\nBest,\n"
-                             "Support Team");
+QString customerReply(const QStringList &sentences, AppLanguage language) {
+    return L10n::text(
+        Phrase::templateCustomerReply, language, { sentences.mid(0, replySentenceCount).join(blank) });
 }
 
 void appendUnlessBlank(QStringList &sentences, const QString &stretch) {
@@ -87,16 +82,15 @@ QString transform(TemplatePreset preset, const QString &text, AppLanguage langua
     if (normalized.isEmpty())
         return QString();
     const QStringList sentences = TemplateText::sentences(normalized);
-    const bool isRomanian = language == AppLanguage::Romanian;
     switch (preset) {
     case TemplatePreset::EmailClear:
-        return email(normalized, sentences, isRomanian);
+        return email(normalized, sentences, language);
     case TemplatePreset::MeetingSummary:
-        return meetingSummary(sentences, isRomanian);
+        return meetingSummary(sentences, language);
     case TemplatePreset::ActionItems:
-        return actionItems(sentences, isRomanian);
+        return actionItems(sentences, language);
     case TemplatePreset::CustomerReply:
-        return customerReply(sentences, isRomanian);
+        return customerReply(sentences, language);
     }
     Q_UNREACHABLE();
 }
@@ -125,7 +119,7 @@ QString subject(const QString &text) {
     const QStringList words = Text::pieces(text, Text::Separators::Blanks).mid(0, subjectWordCount);
     const QString line = Text::trimmed(words.join(blank));
     if (line.isEmpty())
-        return QStringLiteral("Follow-up");
+        return noSubject;
     const QString first = Text::firstCharacters(line, 1);
     return Text::upperCased(first) + line.mid(first.size());
 }
@@ -133,14 +127,14 @@ QString subject(const QString &text) {
 QString numberedLines(const QStringList &sentences, qsizetype limit) {
     QStringList lines;
     for (const QString &sentence : sentences.mid(0, limit))
-        lines.append(QString::number(lines.size() + 1) + QStringLiteral(". ") + sentence);
-    return lines.isEmpty() ? QStringLiteral("1. (no content)") : lines.join(lineFeed);
+        lines.append(QStringLiteral("%1. %2").arg(QString::number(lines.size() + 1), sentence));
+    return lines.isEmpty() ? noContent : lines.join(lineFeed);
 }
 
 QString checkboxLines(const QStringList &sentences, qsizetype limit) {
     const QString box = QStringLiteral("- [ ] ");
     const QStringList taken = sentences.mid(0, limit);
-    return taken.isEmpty() ? box + QStringLiteral("(no action extracted)") : box + taken.join(lineFeed + box);
+    return taken.isEmpty() ? box + noAction : box + taken.join(lineFeed + box);
 }
 
 } // namespace TemplateText

@@ -3,34 +3,33 @@
 #include "Text/Text.h"
 #include "TolmiApp/Texts/L10nTable.h"
 
-#include <QMetaEnum>
-
 #include <algorithm>
 
 namespace L10n {
 
 namespace {
-/// A text that is no part of the table.
-QString chosen(AppLanguage language, QStringView english, QStringView romanian) {
-    return (language == AppLanguage::Romanian ? romanian : english).toString();
-}
-
 struct LanguageName {
     QStringView code;
-    QStringView english;
-    QStringView romanian;
+    Phrase name;
 };
 
-constexpr std::array languageNames {
-    LanguageName { u"ro", u"Romanian", u"Romana" },
-    LanguageName { u"en", u"English", u"Engleza" },
-    LanguageName { u"auto", u"Auto-detect", u"Auto-detect" },
-    LanguageName { u"es", u"Spanish", u"Spaniola" },
-    LanguageName { u"fr", u"French", u"Franceza" },
-    LanguageName { u"de", u"German", u"Germana" },
-    LanguageName { u"it", u"Italian", u"Italiana" },
-    LanguageName { u"pt", u"Portuguese", u"Portugheza" },
+constexpr std::array transcriptionLanguageNames {
+    LanguageName { u"ro", Phrase::languageRomanian },
+    LanguageName { u"en", Phrase::languageEnglish },
+    LanguageName { u"auto", Phrase::languageAuto },
+    LanguageName { u"es", Phrase::languageSpanish },
+    LanguageName { u"fr", Phrase::languageFrench },
+    LanguageName { u"de", Phrase::languageGerman },
+    LanguageName { u"it", Phrase::languageItalian },
+    LanguageName { u"pt", Phrase::languagePortuguese },
 };
+
+/// The name of the language with a code, or nothing.
+std::optional<Phrase> languageName(const QString &code) {
+    const auto known = std::find_if(transcriptionLanguageNames.begin(), transcriptionLanguageNames.end(),
+        [&](const LanguageName &name) { return name.code == code; });
+    return known == transcriptionLanguageNames.end() ? std::nullopt : std::optional(known->name);
+}
 
 Key transitionSoundKey(ProcessingTransitionSound sound) {
     switch (sound) {
@@ -91,21 +90,42 @@ Key dictationStateKey(DictationState::Kind kind) {
 }
 } // namespace
 
+QStringView find(const Table &table, std::size_t place, AppLanguage language) {
+    const QStringView own = table[std::size_t(language)][place];
+    return own.isNull() ? table[std::size_t(AppLanguage::English)][place] : own;
+}
+
+QString filled(QStringView pattern, const QStringList &values) {
+    QString text;
+    for (qsizetype index = 0; index < pattern.size(); ++index) {
+        const bool isMark = pattern[index] == u'%' && index + 1 < pattern.size();
+        const int number = isMark ? pattern[index + 1].digitValue() : 0;
+        if (number < 1 || number > values.size()) {
+            text += pattern[index];
+        } else {
+            text += values[number - 1];
+            ++index;
+        }
+    }
+    return text;
+}
+
 QString rawValue(Key key) {
-    return QString::fromLatin1(QMetaEnum::fromType<Key>().valueToKey(int(key)));
+    return names[std::size_t(key)];
 }
 
+// English has every text, or the table would not have been compiled.
 QString text(Key key, AppLanguage language) {
-    return text(table[size_t(key)], language);
+    return find(table, std::size_t(key), language).toString();
 }
 
-QString text(const Row &row, AppLanguage language) {
-    return chosen(language, row.english, row.romanian);
+QString text(Phrase phrase, AppLanguage language, const QStringList &values) {
+    return filled(find(table, std::size_t(phrase), language), values);
 }
 
 QString appLanguageName(AppLanguage named, AppLanguage language) {
-    return named == AppLanguage::Romanian ? chosen(language, u"Romanian", u"Romana")
-                                          : chosen(language, u"English", u"Engleza");
+    const std::optional<Phrase> name = languageName(::rawValue(named));
+    return name ? text(*name, language) : languageNames[std::size_t(named)].toString();
 }
 
 QString appAppearanceName(AppAppearance appearance, AppLanguage language) {
@@ -143,55 +163,57 @@ QString transitionSoundName(ProcessingTransitionSound sound, AppLanguage languag
 }
 
 QString transcriptionLanguageName(const QString &code, AppLanguage language) {
-    const auto known = std::find_if(languageNames.begin(), languageNames.end(),
-        [&](const LanguageName &name) { return name.code == code; });
-    return known == languageNames.end() ? Text::upperCased(code)
-                                        : chosen(language, known->english, known->romanian);
+    const std::optional<Phrase> name = languageName(code);
+    return name ? text(*name, language) : Text::upperCased(code);
 }
 
 QString profileAvatarName(ProfileAvatarPreset preset, AppLanguage language) {
     switch (preset) {
     case ProfileAvatarPreset::Person:
-        return chosen(language, u"Default", u"Standard");
+        return text(Phrase::avatarPerson, language);
     case ProfileAvatarPreset::Work:
-        return chosen(language, u"Work", u"Office");
+        return text(Phrase::avatarWork, language);
     case ProfileAvatarPreset::Spark:
-        return chosen(language, u"Creative", u"Creativ");
+        return text(Phrase::avatarSpark, language);
     case ProfileAvatarPreset::Voice:
-        return chosen(language, u"Voice", u"Dictare");
+        return text(Phrase::avatarVoice, language);
     }
     Q_UNREACHABLE();
 }
 
 QString historyCount(qint64 count, AppLanguage language) {
-    return QString::number(count) + chosen(language, u" total", u" total");
+    return text(Phrase::historyCount, language, { QString::number(count) });
 }
 
 QString selectedCount(qint64 count, AppLanguage language) {
-    return QString::number(count) + chosen(language, u" selected", u" selectate");
+    return text(Phrase::selectedCount, language, { QString::number(count) });
 }
 
 QString pinnedCount(qint64 count, AppLanguage language) {
-    return chosen(language, u"Pinned: ", u"Fixate: ") + QString::number(count) + u'.';
+    return text(Phrase::pinnedCount, language, { QString::number(count) });
 }
 
 QString onboardingProgress(qint64 completed, qint64 total, AppLanguage language) {
-    return chosen(language, u"Progress: ", u"Progres: ") + QString::number(completed) + u'/'
-        + QString::number(total);
+    return text(Phrase::onboardingProgress, language, { QString::number(completed), QString::number(total) });
 }
 
 QString languageLabel(const QString &code, AppLanguage language) {
-    return text(Key::historyLanguagePrefix, language) + u' ' + Text::upperCased(code);
+    return text(
+        Phrase::joined, language, { text(Key::historyLanguagePrefix, language), Text::upperCased(code) });
 }
 
 QString copyTitle(const QString &title, AppLanguage language) {
-    return chosen(language, u"Copy ", u"Copiaza ") + title;
+    return text(Phrase::copyTitle, language, { title });
 }
 
 QString pasteTargetLabel(const std::optional<QString> &app, AppLanguage language) {
     if (!app || app->isEmpty())
         return text(Key::unknownTarget, language);
-    return text(Key::historyPastedTo, language) + QStringLiteral(": ") + *app;
+    return labelled(Key::historyPastedTo, *app, language);
+}
+
+QString labelled(Key name, const QString &value, AppLanguage language) {
+    return text(Phrase::labelled, language, { text(name, language), value });
 }
 
 QString dictationStateLabel(const DictationState &state, AppLanguage language) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "TolmiApp/Texts/L10n.h"
+#include "TolmiApp/Settings/AppLanguage.h"
+#include "TolmiApp/Texts/L10nKeys.h"
 
 #include <QStringView>
 
@@ -8,19 +9,29 @@
 
 namespace L10n {
 
-/// One text in both languages.
-struct Row {
-    Key key;
-    QStringView english;
-    QStringView romanian;
-};
+inline constexpr std::size_t textCount = keyCount + phraseCount;
+inline constexpr std::size_t languageCount = appLanguageCodes.size();
 
-inline constexpr size_t keyCount = 263;
+/// The texts of each language: those of the keys, then those of the phrases. A text that is not there is
+/// null.
+using Table = std::array<std::array<QStringView, textCount>, languageCount>;
 
-/// The row of every key, at the place that the key's declaration gives.
-extern const std::array<Row, keyCount> table;
+/// The names of the keys and phrases.
+extern const std::array<QLatin1String, textCount> names;
 
-/// The row's text in `language`.
-QString text(const Row &row, AppLanguage language);
+/// The English names of the languages.
+extern const std::array<QStringView, languageCount> languageNames;
+
+/// Every text.
+extern const Table table;
+
+/// The texts that name a key or a place which Linux calls otherwise, as they are worded there.
+extern const Table linuxTable;
+
+/// The text at `place` in `language`, or else in English; null where there is neither.
+QStringView find(const Table &table, std::size_t place, AppLanguage language);
+
+/// `pattern` with the values in the places of `%1` to `%9`.
+QString filled(QStringView pattern, const QStringList &values);
 
 } // namespace L10n

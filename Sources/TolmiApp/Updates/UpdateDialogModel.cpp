@@ -6,34 +6,37 @@
 #include <cmath>
 
 namespace {
-using TextKey = UpdateTexts::Key;
+using L10n::Phrase;
 using Phase = UpdatePrompt::Phase;
 
 /// The words of one phase.
 struct Words {
-    TextKey title;
-    std::optional<TextKey> hint;
-    std::optional<TextKey> action;
-    TextKey dismissal;
+    Phrase title;
+    std::optional<Phrase> hint;
+    std::optional<Phrase> action;
+    Phrase dismissal;
 };
 
 Words wordsOf(Phase phase) {
     switch (phase) {
     case Phase::Found:
-        return { TextKey::foundTitle, TextKey::foundHint, TextKey::download, TextKey::later };
+        return { Phrase::updateFoundTitle, Phrase::updateFoundHint, Phrase::updateDownload,
+            Phrase::updateLater };
     case Phase::UpToDate:
-        return { TextKey::upToDateTitle, TextKey::upToDateHint, std::nullopt, TextKey::close };
+        return { Phrase::updateUpToDateTitle, Phrase::updateUpToDateHint, std::nullopt, Phrase::updateClose };
     case Phase::Failed:
-        return { TextKey::failedTitle, TextKey::failedHint, TextKey::tryAgain, TextKey::close };
+        return { Phrase::updateFailedTitle, Phrase::updateFailedHint, Phrase::updateTryAgain,
+            Phrase::updateClose };
     case Phase::Downloading:
-        return { TextKey::downloadingTitle, std::nullopt, std::nullopt, TextKey::cancel };
+        return { Phrase::updateDownloadingTitle, std::nullopt, std::nullopt, Phrase::updateCancel };
     case Phase::Downloaded:
-        return { TextKey::downloadedTitle, TextKey::downloadedHint, TextKey::showInFolder, TextKey::close };
+        return { Phrase::updateDownloadedTitle, Phrase::updateDownloadedHint, Phrase::updateShowInFolder,
+            Phrase::updateClose };
     case Phase::Hidden:
     case Phase::Checking:
         break;
     }
-    return { TextKey::checkingTitle, std::nullopt, std::nullopt, TextKey::cancel };
+    return { Phrase::updateCheckingTitle, std::nullopt, std::nullopt, Phrase::updateCancel };
 }
 } // namespace
 
@@ -54,20 +57,16 @@ UpdateDialogModel::UpdateDialogModel(
     connect(&prompt, &UpdatePrompt::phaseChanged, this, &UpdateDialogModel::phaseChanged);
 }
 
-QString UpdateDialogModel::text(TextKey key) const {
-    return UpdateTexts::text(key, m_settings.uiLanguage());
-}
-
-QString UpdateDialogModel::text(TextKey key, const QString &version) const {
-    return UpdateTexts::text(key, m_settings.uiLanguage(), version);
+QString UpdateDialogModel::text(Phrase phrase, const QStringList &values) const {
+    return L10n::text(phrase, m_settings.uiLanguage(), values);
 }
 
 QString UpdateDialogModel::windowTitle() const {
-    return text(TextKey::windowTitle);
+    return text(Phrase::updateWindowTitle);
 }
 
 QString UpdateDialogModel::title() const {
-    return text(wordsOf(phase()).title, m_prompt.version());
+    return text(wordsOf(phase()).title, { m_prompt.version() });
 }
 
 QString UpdateDialogModel::problem() const {
@@ -75,8 +74,12 @@ QString UpdateDialogModel::problem() const {
 }
 
 QString UpdateDialogModel::hint() const {
-    const std::optional<TextKey> key = wordsOf(phase()).hint;
-    return key ? text(*key, m_installedVersion) : QString();
+    const std::optional<Phrase> phrase = wordsOf(phase()).hint;
+    return phrase ? text(*phrase, { m_installedVersion }) : QString();
+}
+
+QString UpdateDialogModel::description() const {
+    return problem().isEmpty() ? hint() : text(Phrase::joined, { problem(), hint() });
 }
 
 QString UpdateDialogModel::releaseNotes() const {
@@ -84,7 +87,7 @@ QString UpdateDialogModel::releaseNotes() const {
 }
 
 QString UpdateDialogModel::releaseNotesLabel() const {
-    return text(TextKey::releaseNotes);
+    return text(Phrase::updateReleaseNotes);
 }
 
 QString UpdateDialogModel::filePath() const {
@@ -92,12 +95,12 @@ QString UpdateDialogModel::filePath() const {
 }
 
 QString UpdateDialogModel::filePathLabel() const {
-    return text(TextKey::downloadedFile);
+    return text(Phrase::updateDownloadedFile);
 }
 
 QString UpdateDialogModel::actionText() const {
-    const std::optional<TextKey> key = wordsOf(phase()).action;
-    return key ? text(*key) : QString();
+    const std::optional<Phrase> phrase = wordsOf(phase()).action;
+    return phrase ? text(*phrase) : QString();
 }
 
 QString UpdateDialogModel::dismissText() const {
@@ -109,11 +112,11 @@ double UpdateDialogModel::progress() const {
 }
 
 QString UpdateDialogModel::progressText() const {
-    return QString::number(std::floor(progress() * 100)) + QStringLiteral(" %");
+    return text(Phrase::percent, { QString::number(std::floor(progress() * 100)) });
 }
 
 QString UpdateDialogModel::progressLabel() const {
-    return text(TextKey::downloadProgress);
+    return text(Phrase::updateDownloadProgress);
 }
 
 void UpdateDialogModel::act() {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Foundation/FileURL.h"
+#include "TolmiApp/Texts/L10n.h"
 #include "TolmiApp/Updates/UpdatePrompt.h"
-#include "TolmiApp/Updates/UpdateTexts.h"
 
 #include <functional>
 
@@ -19,6 +19,8 @@ class UpdateDialogModel final : public QObject {
     Q_PROPERTY(QString problem READ problem NOTIFY contentChanged)
     /// What the user may do.
     Q_PROPERTY(QString hint READ hint NOTIFY contentChanged)
+    /// Both, for those who hear the dialog.
+    Q_PROPERTY(QString description READ description NOTIFY contentChanged)
     Q_PROPERTY(QString releaseNotes READ releaseNotes NOTIFY contentChanged)
     Q_PROPERTY(QString releaseNotesLabel READ releaseNotesLabel NOTIFY contentChanged)
     /// Where the downloaded file lies.
@@ -45,6 +47,7 @@ public:
     QString title() const;
     QString problem() const;
     QString hint() const;
+    QString description() const;
     QString releaseNotes() const;
     QString releaseNotesLabel() const;
     QString filePath() const;
@@ -66,8 +69,7 @@ Q_SIGNALS:
     void progressChanged();
 
 private:
-    QString text(UpdateTexts::Key key) const;
-    QString text(UpdateTexts::Key key, const QString &version) const;
+    QString text(L10n::Phrase phrase, const QStringList &values = {}) const;
 
     UpdatePrompt &m_prompt;
     const SettingsStore &m_settings;

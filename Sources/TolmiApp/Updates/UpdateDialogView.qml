@@ -15,7 +15,7 @@ FocusScope {
     focus: true
     Accessible.role: Accessible.Dialog
     Accessible.name: model.title
-    Accessible.description: model.problem === "" ? model.hint : model.problem + " " + model.hint
+    Accessible.description: model.description
     Keys.onEscapePressed: model.dismiss()
     Keys.onReturnPressed: answer()
     Keys.onEnterPressed: answer()

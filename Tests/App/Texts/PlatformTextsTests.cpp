@@ -2,14 +2,13 @@
 
 #include "Support/Print.h"
 
-#include <QMetaEnum>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
 
 using L10n::Key;
+using L10n::Phrase;
 
 namespace {
 const std::set<Key> overridden {
@@ -27,11 +26,11 @@ const std::set<Key> overridden {
 
 const auto languages = allCases<AppLanguage>();
 
-std::vector<Key> allKeys() {
-    std::vector<Key> keys;
-    for (int index = 0; index < QMetaEnum::fromType<Key>().keyCount(); ++index)
-        keys.push_back(Key(index));
-    return keys;
+std::vector<Phrase> allPhrases() {
+    std::vector<Phrase> phrases;
+    for (std::size_t index = 0; index < L10n::phraseCount; ++index)
+        phrases.push_back(Phrase(L10n::keyCount + index));
+    return phrases;
 }
 
 /// The first word in `text` that means something only on macOS; empty where there is none.
@@ -47,25 +46,33 @@ QString macWord(const QString &text) {
 
 TEST(PlatformTexts, AreTheTableOnMacOS) {
     const PlatformTexts texts = PlatformTexts::forMacOS();
-    for (const Key key : allKeys()) {
+    for (const Key key : L10n::allKeys()) {
         for (const AppLanguage language : languages)
             EXPECT_EQ(texts.text(key, language), L10n::text(key, language));
     }
-    EXPECT_EQ(texts.settingsShortcut(), u"\u2318,");
-    EXPECT_EQ(texts.quitShortcut(), u"\u2318Q");
+    for (const AppLanguage language : languages) {
+        EXPECT_EQ(texts.text(Phrase::settingsShortcut, language), u"\u2318,");
+        EXPECT_EQ(texts.text(Phrase::quitShortcut, language), u"\u2318Q");
+    }
 }
 
 TEST(PlatformTexts, DifferOnLinuxWhereTheTableNamesWhatOnlyMacOSHas) {
     const PlatformTexts texts = PlatformTexts::forLinux();
-    for (const Key key : allKeys()) {
+    for (const Key key : L10n::allKeys()) {
         for (const AppLanguage language : languages) {
             const QString text = texts.text(key, language);
             EXPECT_EQ(text != L10n::text(key, language), overridden.count(key) == 1) << text.toStdString();
             EXPECT_EQ(macWord(text), QString()) << text.toStdString();
         }
     }
-    EXPECT_EQ(texts.settingsShortcut(), u"Ctrl+,");
-    EXPECT_EQ(texts.quitShortcut(), u"Ctrl+Q");
+    for (const Phrase phrase : allPhrases()) {
+        for (const AppLanguage language : languages)
+            EXPECT_EQ(macWord(texts.text(phrase, language)), QString());
+    }
+    for (const AppLanguage language : languages) {
+        EXPECT_EQ(texts.text(Phrase::settingsShortcut, language), u"Ctrl+,");
+        EXPECT_EQ(texts.text(Phrase::quitShortcut, language), u"Ctrl+Q");
+    }
 }
 
 TEST(PlatformTexts, NameTheKeyOfALinuxKeyboard) {
