@@ -4,6 +4,7 @@
 #include "Foundation/FileURL.h"
 #include "Foundation/Task.h"
 #include "TolmiApp/Contracts/DictationState.h"
+#include "TolmiApp/Contracts/FinishedDictation.h"
 #include "TolmiApp/Contracts/QualityPass.h"
 #include "TolmiApp/Settings/AppLanguage.h"
 #include "TolmiApp/Settings/DictationPerformanceMode.h"
@@ -137,23 +138,6 @@ public:
     virtual void hide() = 0;
     /// Level of the voice, 0 to 1.
     virtual void updateAudioLevel(double level) = 0;
-};
-
-/// What the flow knows of a finished dictation.
-struct FinishedDictation {
-    QString rawText;
-    QString refinedText;
-    QString language;
-    /// Seconds from the start of transcription until the final text was ready.
-    std::optional<double> durationSeconds;
-    std::optional<QString> pasteTargetAppName;
-    std::optional<QString> pasteTargetBundleID;
-    std::optional<Date> pasteTimestamp;
-    /// Counted from the folder of the audio cache.
-    std::optional<QString> audioFileRelativePath;
-    QualityPass qualityPass = QualityPass::Single;
-
-    friend bool operator==(const FinishedDictation &, const FinishedDictation &) = default;
 };
 
 /// Keeps the record of finished dictations.

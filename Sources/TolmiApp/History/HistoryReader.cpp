@@ -111,7 +111,7 @@ private:
     }
 
     void startEntry() {
-        m_entry = HistoryEntry { .id = QUuid() };
+        m_entry = HistoryEntry { {}, QUuid() };
         m_seenFields = 0;
     }
 
@@ -201,7 +201,7 @@ private:
     int m_depth = 0;
     HistoryField m_field = HistoryField::Ignored;
     unsigned m_seenFields = 0;
-    HistoryEntry m_entry { .id = QUuid() };
+    HistoryEntry m_entry { {}, QUuid() };
     LastText m_lastLanguage;
     LastText m_lastAppName;
     LastText m_lastBundleID;

@@ -236,7 +236,8 @@ int HistoryRows::rowOf(const QUuid &id) const {
     return found == m_shown.end() ? -1 : int(found - m_shown.begin());
 }
 
-QString HistoryRows::previewTitle(const HistoryEntry &entry, const QString &emptyTitle) {
-    const QString title = withoutLineEnds(entry.refinedText.isEmpty() ? entry.rawText : entry.refinedText);
+QString HistoryRows::previewTitle(const FinishedDictation &dictation, const QString &emptyTitle) {
+    const QString title
+        = withoutLineEnds(dictation.refinedText.isEmpty() ? dictation.rawText : dictation.refinedText);
     return title.isEmpty() ? emptyTitle : title;
 }

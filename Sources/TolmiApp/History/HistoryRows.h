@@ -70,8 +70,8 @@ public:
     /// The first row with this entry; -1 when it is not shown.
     int rowOf(const QUuid &id) const;
 
-    /// What stands for an entry in one line: its refined text, else its raw one, without line ends.
-    static QString previewTitle(const HistoryEntry &entry, const QString &emptyTitle);
+    /// What stands for a dictation in one line: its refined text, else its raw one, without line ends.
+    static QString previewTitle(const FinishedDictation &dictation, const QString &emptyTitle);
 
 private:
     struct Item;
