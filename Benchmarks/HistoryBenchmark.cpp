@@ -83,16 +83,7 @@ FinishedDictation dictation(int number) {
 }
 
 HistoryEntry entry(int number) {
-    const FinishedDictation from = dictation(number);
-    return { .timestamp = { 769156800.25 + number * 61.37 },
-        .rawText = from.rawText,
-        .refinedText = from.refinedText,
-        .language = from.language,
-        .durationSeconds = from.durationSeconds,
-        .pasteTargetAppName = from.pasteTargetAppName,
-        .pasteTargetBundleID = from.pasteTargetBundleID,
-        .pasteTimestamp = from.pasteTimestamp,
-        .audioFileRelativePath = from.audioFileRelativePath };
+    return { dictation(number), QUuid::createUuid(), { 769156800.25 + number * 61.37 } };
 }
 
 QByteArray contentOf(const QString &path) {

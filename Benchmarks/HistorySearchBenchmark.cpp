@@ -38,10 +38,10 @@ QList<HistoryEntry> history(int count) {
     QList<HistoryEntry> entries;
     for (int number = 0; number < count; ++number) {
         const QString text = sentence(random);
-        entries.append({ .timestamp = { 769156800.0 - number },
-            .rawText = text,
-            .refinedText = text.toUpper() + QString::number(number),
-            .language = QStringLiteral("ro") });
+        entries.append({ { .rawText = text,
+                             .refinedText = text.toUpper() + QString::number(number),
+                             .language = QStringLiteral("ro") },
+            QUuid::createUuid(), { 769156800.0 - number } });
     }
     return entries;
 }

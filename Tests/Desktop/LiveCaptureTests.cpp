@@ -21,7 +21,7 @@ constexpr int framesPerMillisecond = 48;
 /// What 0.4 seconds hold of whole buffers of 1024 frames.
 constexpr int preRollFrames = 18 * 1024;
 
-class LiveCapture : public testing::Test {
+class LiveCaptureTest : public testing::Test {
 protected:
     void SetUp() override { waitForSpeech(); }
 
@@ -123,7 +123,7 @@ int expectUnbroken(const std::vector<int> &tape) {
 }
 } // namespace
 
-TEST_F(LiveCapture, NoFrameIsMissingOrDoubledOverTwoHundredStarts) {
+TEST_F(LiveCaptureTest, NoFrameIsMissingOrDoubledOverTwoHundredStarts) {
     std::mt19937 random(20240229);
     std::uniform_int_distribution gapMilliseconds(5, 80);
     std::uniform_int_distribution recordedMilliseconds(0, 90);
@@ -157,7 +157,7 @@ TEST_F(LiveCapture, NoFrameIsMissingOrDoubledOverTwoHundredStarts) {
               << " times\n";
 }
 
-TEST_F(LiveCapture, AMicrophoneThatGoesWhileIdleIsOpenedAgainByTheNextStart) {
+TEST_F(LiveCaptureTest, AMicrophoneThatGoesWhileIdleIsOpenedAgainByTheNextStart) {
     server.removeMicrophone();
     ASSERT_TRUE(waitUntil([this] { return !engine.isRunning(); }));
     EXPECT_EQ(startError(),
@@ -173,7 +173,7 @@ TEST_F(LiveCapture, AMicrophoneThatGoesWhileIdleIsOpenedAgainByTheNextStart) {
         ASSERT_TRUE(number == 0 || number > last) << "sound from before the gap";
 }
 
-TEST_F(LiveCapture, AMicrophoneThatGoesWhileRecordingLeavesAReadableFileAndSilence) {
+TEST_F(LiveCaptureTest, AMicrophoneThatGoesWhileRecordingLeavesAReadableFileAndSilence) {
     capture.startRecording(url);
     hear(4800);
     EXPECT_GT(capture.currentLevel(), 0.0);
@@ -189,7 +189,7 @@ TEST_F(LiveCapture, AMicrophoneThatGoesWhileRecordingLeavesAReadableFileAndSilen
     expectWholeRecording();
 }
 
-TEST_F(LiveCapture, AServerThatIsKilledWhileRecordingLeavesAReadableFileAndComesBack) {
+TEST_F(LiveCaptureTest, AServerThatIsKilledWhileRecordingLeavesAReadableFileAndComesBack) {
     capture.startRecording(url);
     hear(4800);
     server.kill();
@@ -208,7 +208,7 @@ TEST_F(LiveCapture, AServerThatIsKilledWhileRecordingLeavesAReadableFileAndComes
     expectWholeRecording();
 }
 
-TEST_F(LiveCapture, AServerThatHangsIsNoticedAndComesBack) {
+TEST_F(LiveCaptureTest, AServerThatHangsIsNoticedAndComesBack) {
     server.freeze();
     ASSERT_TRUE(waitUntil([this] { return !engine.isRunning(); }));
     EXPECT_EQ(startError(),
@@ -222,7 +222,7 @@ TEST_F(LiveCapture, AServerThatHangsIsNoticedAndComesBack) {
 }
 
 // Every cycle must end, and every tenth takes the whole server away.
-TEST_F(LiveCapture, AHundredLossesWhileIdleEndInAWorkingCapture) {
+TEST_F(LiveCaptureTest, AHundredLossesWhileIdleEndInAWorkingCapture) {
     for (int cycle = 1; cycle <= 100; ++cycle) {
         lose(cycle % 10 == 0);
         ASSERT_NE(startError(), "no error") << "cycle " << cycle;
@@ -238,7 +238,7 @@ TEST_F(LiveCapture, AHundredLossesWhileIdleEndInAWorkingCapture) {
     expectWholeRecording();
 }
 
-TEST_F(LiveCapture, AHundredLossesWhileRecordingLeaveReadableFiles) {
+TEST_F(LiveCaptureTest, AHundredLossesWhileRecordingLeaveReadableFiles) {
     for (int cycle = 1; cycle <= 100; ++cycle) {
         ASSERT_EQ(startError(), "no error") << "cycle " << cycle;
         hearAnything();

@@ -10,7 +10,7 @@ namespace {
 constexpr int historyWidth = 1140;
 
 HistoryEntry entry(const QString &said, const QString &written, double time) {
-    return { .timestamp = { time }, .rawText = said, .refinedText = written, .language = "en" };
+    return { { .rawText = said, .refinedText = written, .language = "en" }, QUuid::createUuid(), { time } };
 }
 
 QList<HistoryEntry> makeHistory() {

@@ -15,9 +15,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <vector>
-
 namespace {
 
 using ProgramWindows::popup;

@@ -1,7 +1,6 @@
 #include "Desktop/TestPrograms.h"
 #include "Support/UntilTrue.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 

@@ -4,8 +4,6 @@
 #include <QProcess>
 #include <QStringList>
 
-#include <memory>
-
 /// The standard output of a program that ends by itself; a failure of the test when it fails.
 QByteArray outputOf(const QString &program, const QStringList &arguments, const QByteArray &input = {});
 

@@ -39,7 +39,7 @@ QString describe(const DictationState &state) {
     return state.kind() == DictationState::Kind::Error ? name + u'(' + state.message() + u')' : name;
 }
 
-bool FakeHotkey::checkAccessibility() {
+bool FakeHotkeyManager::checkAccessibility() {
     m_journal.add(QStringLiteral("hotkey.check"));
     return isTrusted;
 }
@@ -59,7 +59,7 @@ void FakeRecorder::startRecording(const FileURL &url) {
     startCapture(startFailures, startedURLs, url);
 }
 
-Task<AdaptiveTranscriptionOutcome> FakeTranscriber::transcribe(
+Task<AdaptiveTranscriptionOutcome> FakeTranscriptionService::transcribe(
     AdaptiveTranscriptionRequest request, std::function<void()> onFallbackStart) {
     m_journal.add(QStringLiteral("transcriber.transcribe"));
     requests.push_back(std::move(request));
@@ -72,20 +72,20 @@ Task<QString> FakeRefiner::refine(QString text) {
     return texts.call();
 }
 
-PasteTargetCapture FakePaster::paste(const QString &text, AppLanguage language) {
+PasteTargetCapture FakePasteService::paste(const QString &text, AppLanguage language) {
     m_journal.add(QStringLiteral("paster.paste ") + text + u' ' + rawValue(language));
     if (duringPaste)
         duringPaste();
     return target;
 }
 
-void FakeTransitionSound::sync(
+void FakeTransitionSoundPlayer::sync(
     const DictationState &state, ProcessingTransitionSound selection, double volume) {
     m_journal.add(QStringLiteral("sound.sync %1 %2 %3")
                       .arg(describe(state), rawValue(selection), QString::number(volume)));
 }
 
-void FakeOverlay::show(const DictationState &state, AppLanguage language) {
+void FakeOverlayPanel::show(const DictationState &state, AppLanguage language) {
     m_journal.add(QStringLiteral("overlay.show ") + describe(state) + u' ' + rawValue(language));
 }
 
@@ -94,18 +94,18 @@ void FakeHistory::add(const FinishedDictation &dictation) {
     added.push_back(dictation);
 }
 
-void FakeRetentionSweep::failNext(const QString &description) {
+void FakeRetentionSweeper::failNext(const QString &description) {
     std::lock_guard lock(m_mutex);
     m_failures.push_back(description);
 }
 
-std::vector<FakeRetentionSweep::Call> FakeRetentionSweep::waitForCalls(size_t count) {
+std::vector<FakeRetentionSweeper::Call> FakeRetentionSweeper::waitForCalls(size_t count) {
     std::unique_lock lock(m_mutex);
     m_called.wait(lock, [&] { return m_calls.size() >= count; });
     return m_calls;
 }
 
-AudioRetentionSweepResult FakeRetentionSweep::sweep(
+AudioRetentionSweepResult FakeRetentionSweeper::sweep(
     const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) {
     std::lock_guard lock(m_mutex);
     m_calls.push_back({ directoryURL, retentionHours, maxSizeMB });

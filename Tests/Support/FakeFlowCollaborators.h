@@ -24,9 +24,9 @@ public:
 /// "Recording", or "Error(message)".
 QString describe(const DictationState &state);
 
-class FakeHotkey final : public DictationHotkey {
+class FakeHotkeyManager final : public HotkeyManager {
 public:
-    explicit FakeHotkey(FlowJournal &journal)
+    explicit FakeHotkeyManager(FlowJournal &journal)
         : m_journal(journal) { }
 
     bool isTrusted = true;
@@ -44,7 +44,7 @@ private:
 /// What both captures do when they are told to start; none left, they work.
 using StartFailures = std::deque<std::exception_ptr>;
 
-class FakeLiveCapture final : public PreRollCapture {
+class FakeLiveCapture final : public LiveCapture {
 public:
     explicit FakeLiveCapture(FlowJournal &journal)
         : m_journal(journal) { }
@@ -64,7 +64,7 @@ private:
     FlowJournal &m_journal;
 };
 
-class FakeRecorder final : public PlainCapture {
+class FakeRecorder final : public Recorder {
 public:
     explicit FakeRecorder(FlowJournal &journal)
         : m_journal(journal) { }
@@ -83,9 +83,9 @@ private:
     FlowJournal &m_journal;
 };
 
-class FakeTranscriber final : public AdaptiveTranscriber {
+class FakeTranscriptionService final : public TranscriptionService {
 public:
-    explicit FakeTranscriber(FlowJournal &journal)
+    explicit FakeTranscriptionService(FlowJournal &journal)
         : m_journal(journal) { }
 
     ScriptedOperation<AdaptiveTranscriptionOutcome> outcomes;
@@ -116,9 +116,9 @@ private:
     QString m_name;
 };
 
-class FakePaster final : public TextPaster {
+class FakePasteService final : public PasteService {
 public:
-    explicit FakePaster(FlowJournal &journal)
+    explicit FakePasteService(FlowJournal &journal)
         : m_journal(journal) { }
 
     /// What a paste reports.
@@ -132,9 +132,9 @@ private:
     FlowJournal &m_journal;
 };
 
-class FakeTransitionSound final : public TransitionSound {
+class FakeTransitionSoundPlayer final : public TransitionSoundPlayer {
 public:
-    explicit FakeTransitionSound(FlowJournal &journal)
+    explicit FakeTransitionSoundPlayer(FlowJournal &journal)
         : m_journal(journal) { }
 
     void sync(const DictationState &state, ProcessingTransitionSound selection, double volume) override;
@@ -143,9 +143,9 @@ private:
     FlowJournal &m_journal;
 };
 
-class FakeOverlay final : public DictationOverlay {
+class FakeOverlayPanel final : public OverlayPanel {
 public:
-    explicit FakeOverlay(FlowJournal &journal)
+    explicit FakeOverlayPanel(FlowJournal &journal)
         : m_journal(journal) { }
 
     std::vector<double> levels;
@@ -172,7 +172,7 @@ private:
 };
 
 /// Sweeps run on a thread of their own; any thread may call this.
-class FakeRetentionSweep final : public RetentionSweep {
+class FakeRetentionSweeper final : public RetentionSweeper {
 public:
     struct Call {
         FileURL directoryURL;
@@ -215,15 +215,16 @@ private:
 /// One of each, and the record of all that happens to them.
 struct FakeFlowCollaborators {
     FlowJournal journal;
-    std::shared_ptr<FakeHotkey> hotkey = std::make_shared<FakeHotkey>(journal);
+    std::shared_ptr<FakeHotkeyManager> hotkey = std::make_shared<FakeHotkeyManager>(journal);
     std::shared_ptr<FakeLiveCapture> live = std::make_shared<FakeLiveCapture>(journal);
     std::shared_ptr<FakeRecorder> recorder = std::make_shared<FakeRecorder>(journal);
-    std::shared_ptr<FakeTranscriber> transcriber = std::make_shared<FakeTranscriber>(journal);
-    std::shared_ptr<FakePaster> paster = std::make_shared<FakePaster>(journal);
-    std::shared_ptr<FakeTransitionSound> sound = std::make_shared<FakeTransitionSound>(journal);
-    std::shared_ptr<FakeOverlay> overlay = std::make_shared<FakeOverlay>(journal);
+    std::shared_ptr<FakeTranscriptionService> transcriber
+        = std::make_shared<FakeTranscriptionService>(journal);
+    std::shared_ptr<FakePasteService> paster = std::make_shared<FakePasteService>(journal);
+    std::shared_ptr<FakeTransitionSoundPlayer> sound = std::make_shared<FakeTransitionSoundPlayer>(journal);
+    std::shared_ptr<FakeOverlayPanel> overlay = std::make_shared<FakeOverlayPanel>(journal);
     std::shared_ptr<FakeHistory> history = std::make_shared<FakeHistory>(journal);
-    std::shared_ptr<FakeRetentionSweep> sweeps = std::make_shared<FakeRetentionSweep>();
+    std::shared_ptr<FakeRetentionSweeper> sweeps = std::make_shared<FakeRetentionSweeper>();
     std::shared_ptr<FakeRefiner> ollama = std::make_shared<FakeRefiner>(journal, QStringLiteral("ollama"));
     std::shared_ptr<FakeRefiner> rules = std::make_shared<FakeRefiner>(journal, QStringLiteral("rules"));
     FakeApplication application { journal };

@@ -25,7 +25,6 @@
 #include <unistd.h>
 
 #include <iostream>
-#include <string>
 
 namespace {
 void say(const QJsonObject &object) {

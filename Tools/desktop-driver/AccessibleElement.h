@@ -17,7 +17,6 @@ public:
         Active = 1,
         Checked = 4,
         Editable = 7,
-        Expanded = 10,
         Focusable = 11,
         Focused = 12,
         Selected = 23,

@@ -9,7 +9,6 @@
 #include <QDBusVariant>
 
 #include <algorithm>
-#include <functional>
 
 using State = AccessibleElement::State;
 

@@ -219,26 +219,10 @@ Item {
             ProfileChip { text: page.isRomanian ? "Ioana Marinescu" : "Andrew Cole" }
             Spinner { anchors.verticalCenter: parent.verticalCenter }
             IconButton {
-                id: more
-
-                symbol: "gearshape"
-                toolTip: "More"
+                symbol: "trash"
+                toolTip: "Clear everything"
                 anchors.verticalCenter: parent.verticalCenter
-                onClicked: menu.popup(more, 0, more.height)
-
-                StudioMenu {
-                    id: menu
-
-                    StudioMenuItem {
-                        symbol: "doc.on.doc"
-                        text: page.isRomanian ? "Copiază" : "Copy text"
-                    }
-                    StudioMenuItem {
-                        symbol: "trash"
-                        text: page.isRomanian ? "Șterge tot" : "Clear everything"
-                        onTriggered: dialog.open()
-                    }
-                }
+                onClicked: dialog.open()
             }
         }
         Row {

@@ -3,7 +3,6 @@
 #include "dictate/Waiting.h"
 #include "photographer/Camera.h"
 
-#include <QDir>
 #include <QProcess>
 #include <QTcpServer>
 

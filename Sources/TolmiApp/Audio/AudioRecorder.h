@@ -9,7 +9,7 @@
 
 /// The fallback of capture: microphone to file without pre-roll. It also asks for the microphone permission
 /// for the whole program. Main thread only.
-class AudioRecorder final : public PlainCapture {
+class AudioRecorder final : public Recorder {
 public:
     /// Both must outlive the recorder.
     AudioRecorder(MicrophonePermission &permission, AudioFileRecorderFactory &recorders);

@@ -9,7 +9,7 @@
 ///
 /// It knows the folder alone: every visible regular file counts, a recording of a pinned entry or one that is
 /// being written too.
-class AudioRetentionSweeper final : public RetentionSweep {
+class AudioRetentionSweeper final : public RetentionSweeper {
 public:
     /// The arguments must outlive the sweeper.
     AudioRetentionSweeper(const FileManager &fileManager, FileListing &fileListing, const Clock &clock);

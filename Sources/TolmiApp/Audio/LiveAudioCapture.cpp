@@ -1,6 +1,5 @@
 #include "TolmiApp/Audio/LiveAudioCapture.h"
 
-#include "Foundation/Error.h"
 #include "Foundation/Log.h"
 #include "TolmiApp/Audio/AudioMeterMath.h"
 
@@ -8,7 +7,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <deque>
-#include <limits>
 #include <new>
 
 namespace {

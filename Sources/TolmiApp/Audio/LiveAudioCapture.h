@@ -14,7 +14,7 @@
 ///
 /// Main thread only, destruction included. Engine and processing each have a queue of their own; they are
 /// entered one after the other, never one from within the other.
-class LiveAudioCapture final : public PreRollCapture {
+class LiveAudioCapture final : public LiveCapture {
 public:
     /// How the capture reaches the system; everything named here outlives it.
     struct Platform {

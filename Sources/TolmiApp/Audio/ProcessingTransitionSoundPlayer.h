@@ -4,7 +4,7 @@
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 
 /// Loops the chosen sound for as long as a dictation is processed. Main thread only.
-class ProcessingTransitionSoundPlayer final : public TransitionSound {
+class ProcessingTransitionSoundPlayer final : public TransitionSoundPlayer {
 public:
     /// `sounds` must outlive the player.
     explicit ProcessingTransitionSoundPlayer(SystemSounds &sounds);

@@ -18,64 +18,71 @@ GlassPanel {
     signal pressed()
 
     padding: Metrics.cardPadding
-    implicitHeight: header.height + 14 + words.height + (note === "" ? 0 : 28) + 20 + button.height
-                    + 2 * padding
+    implicitHeight: lead.height + (note === "" ? Metrics.actionGap : Metrics.besideGap) + foot.height + 2 * padding
 
-    Item {
-        id: header
+    Column {
+        id: lead
 
         width: parent.width
-        height: 24
+        spacing: Metrics.headingGap
 
-        Symbol {
-            id: mark
+        Item {
+            width: parent.width
+            height: 24
 
-            anchors.verticalCenter: parent.verticalCenter
-            name: card.symbol
-            size: 20
-            color: TolmiPalette.primaryText
+            Symbol {
+                id: mark
+
+                anchors.verticalCenter: parent.verticalCenter
+                name: card.symbol
+                size: 20
+                color: TolmiPalette.primaryText
+            }
+            StudioText {
+                anchors.verticalCenter: parent.verticalCenter
+                anchors.left: mark.right
+                anchors.leftMargin: Metrics.symbolGap
+                anchors.right: captionText.left
+                anchors.rightMargin: 8
+                role: Typography.head
+                text: card.title
+            }
+            StudioText {
+                id: captionText
+
+                anchors.verticalCenter: parent.verticalCenter
+                anchors.right: parent.right
+                role: Typography.caption
+                text: card.caption
+                color: TolmiPalette.tertiaryText
+            }
         }
         StudioText {
-            anchors.verticalCenter: parent.verticalCenter
-            x: 29
-            width: Math.min(Math.ceil(implicitWidth), parent.width - x - captionText.width - 8)
-            role: Typography.head
-            text: card.title
+            width: parent.width
+            text: card.hint
+            color: TolmiPalette.secondaryText
+            wrapMode: Text.Wrap
         }
-        StudioText {
-            id: captionText
+    }
+    Column {
+        id: foot
 
-            anchors.verticalCenter: parent.verticalCenter
-            x: parent.width - width
+        anchors.bottom: parent.bottom
+        width: parent.width
+        spacing: Metrics.actionGap
+
+        StudioText {
+            width: parent.width
             role: Typography.caption
-            text: card.caption
+            text: card.note
             color: TolmiPalette.tertiaryText
+            visible: text !== ""
         }
-    }
-    StudioText {
-        id: words
-
-        y: header.height + 14
-        width: parent.width
-        text: card.hint
-        color: TolmiPalette.secondaryText
-        wrapMode: Text.Wrap
-    }
-    StudioText {
-        y: button.y - 20 - height
-        width: parent.width
-        role: Typography.caption
-        text: card.note
-        color: TolmiPalette.tertiaryText
-        visible: text !== ""
-    }
-    StudioButton {
-        id: button
-
-        y: parent.height - height
-        isWide: true
-        tone: StudioButton.Secondary
-        text: card.buttonText
-        onClicked: card.pressed()
+        StudioButton {
+            isWide: true
+            tone: StudioButton.Secondary
+            text: card.buttonText
+            onClicked: card.pressed()
+        }
     }
 }

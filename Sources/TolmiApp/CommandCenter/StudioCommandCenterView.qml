@@ -16,27 +16,33 @@ ScrollPage {
 
         Item {
             width: parent.width
-            height: subtitle.y + subtitle.height
+            height: words.height
 
-            StudioText {
-                width: Math.min(Math.ceil(implicitWidth), chip.x - 12)
-                role: Typography.title
-                text: page.texts.commandCenterTitle
-                Accessible.role: Accessible.Heading
-            }
-            StudioText {
-                id: subtitle
+            Column {
+                id: words
 
-                y: 36
-                width: Math.min(Math.ceil(implicitWidth), chip.x - 12)
-                text: page.texts.commandCenterSubtitle
-                color: TolmiPalette.secondaryText
-                wrapMode: Text.Wrap
+                anchors.left: parent.left
+                anchors.right: chip.left
+                anchors.rightMargin: Metrics.besideGap
+                spacing: Metrics.wordsGap
+
+                StudioText {
+                    width: parent.width
+                    role: Typography.title
+                    text: page.texts.commandCenterTitle
+                    Accessible.role: Accessible.Heading
+                }
+                StudioText {
+                    width: parent.width
+                    text: page.texts.commandCenterSubtitle
+                    color: TolmiPalette.secondaryText
+                    wrapMode: Text.Wrap
+                }
             }
             ProfileChip {
                 id: chip
 
-                x: parent.width - width
+                anchors.right: parent.right
                 y: 2
                 picture: page.model.profile.picture
                 symbol: page.model.profile.symbol
@@ -47,15 +53,17 @@ ScrollPage {
         GlassPanel {
             id: reminder
 
-            readonly property bool hasRoomForButton: resume.width + 420 < width
+            /// Whether the button fits beside the words; else it stands below them.
+            readonly property bool hasRoomForButton: width - resume.width > 420
 
             width: parent.width
-            height: (hasRoomForButton ? reminderTexts.height : resume.y + resume.height) + 2 * padding
             padding: Metrics.cardPadding
             visible: page.model.showsOnboardingReminder
 
             Symbol {
-                y: Math.round((reminderTexts.height - height) / 2)
+                id: sparkles
+
+                anchors.verticalCenter: reminderTexts.verticalCenter
                 name: "sparkles.rectangle.stack"
                 size: 22
                 color: TolmiPalette.primaryText
@@ -63,15 +71,17 @@ ScrollPage {
             Column {
                 id: reminderTexts
 
-                x: 38
-                width: (reminder.hasRoomForButton ? resume.x - 12 : parent.width) - x
-                spacing: 4
+                anchors.left: sparkles.right
+                anchors.leftMargin: Metrics.cardPadding
+                anchors.right: reminder.hasRoomForButton ? resume.left : parent.right
+                anchors.rightMargin: reminder.hasRoomForButton ? Metrics.besideGap : 0
+                spacing: Metrics.wordsGap
                 topPadding: 1
                 bottomPadding: 1
 
                 Row {
                     width: parent.width
-                    spacing: 10
+                    spacing: Metrics.buttonGap
 
                     StudioText {
                         id: reminderTitle
@@ -81,7 +91,7 @@ ScrollPage {
                     }
                     StudioText {
                         anchors.verticalCenter: reminderTitle.verticalCenter
-                        width: Math.min(Math.ceil(implicitWidth), parent.width - reminderTitle.width - 10)
+                        width: Math.min(Math.ceil(implicitWidth), parent.width - x)
                         role: Typography.caption
                         text: page.model.onboardingProgress
                         color: TolmiPalette.secondaryText
@@ -97,9 +107,9 @@ ScrollPage {
             StudioButton {
                 id: resume
 
-                x: reminder.hasRoomForButton ? parent.width - width : 38
+                x: reminder.hasRoomForButton ? parent.width - width : reminderTexts.x
                 y: reminder.hasRoomForButton ? Math.round((reminderTexts.height - height) / 2)
-                                             : reminderTexts.height + 12
+                                             : reminderTexts.height + Metrics.besideGap
                 tone: StudioButton.Secondary
                 text: page.texts.commandCenterOnboardingContinue
                 onClicked: page.model.resumeOnboarding()
@@ -111,56 +121,80 @@ ScrollPage {
             readonly property bool hasRoomForWave: width >= 700
 
             width: parent.width
-            height: 24 + 14 + Math.max(40, dictationTexts.height) + 26 + 36 + 2 * padding
             padding: Metrics.cardPadding
 
-            Row {
-                height: 24
-                spacing: 9
-
-                Symbol {
-                    anchors.verticalCenter: parent.verticalCenter
-                    name: "waveform.circle"
-                    size: 20
-                    color: TolmiPalette.primaryText
-                }
-                StudioText {
-                    anchors.verticalCenter: parent.verticalCenter
-                    role: Typography.head
-                    text: page.texts.commandCenterDictation
-                    rightPadding: 12
-                }
-                StatusPill {
-                    icon: page.model.dictation.stateIcon
-                    text: page.model.dictation.stateLabel
-                    tone: page.model.dictation.stateTone
-                }
-            }
             Column {
-                id: dictationTexts
+                id: dictationParts
 
-                y: 38
-                width: (dictationCard.hasRoomForWave ? wave.x - 24 : parent.width)
-                spacing: 4
+                width: parent.width
+                spacing: 26
 
-                StudioText {
-                    width: parent.width
-                    text: page.texts.commandCenterDictationHint
-                    color: TolmiPalette.secondaryText
-                    wrapMode: Text.Wrap
+                Column {
+                    width: dictationCard.hasRoomForWave ? wave.x - 24 : parent.width
+                    spacing: Metrics.headingGap
+
+                    Row {
+                        spacing: Metrics.symbolGap
+
+                        Symbol {
+                            anchors.verticalCenter: parent.verticalCenter
+                            name: "waveform.circle"
+                            size: 20
+                            color: TolmiPalette.primaryText
+                        }
+                        StudioText {
+                            anchors.verticalCenter: parent.verticalCenter
+                            role: Typography.head
+                            text: page.texts.commandCenterDictation
+                            rightPadding: Metrics.besideGap
+                        }
+                        StatusPill {
+                            icon: page.model.dictation.stateIcon
+                            text: page.model.dictation.stateLabel
+                            tone: page.model.dictation.stateTone
+                        }
+                    }
+                    Column {
+                        width: parent.width
+                        // The buttons stand still while the words take one line or two.
+                        height: Math.max(implicitHeight, 2 * Typography.body.lineHeight)
+                        spacing: Metrics.wordsGap
+
+                        StudioText {
+                            width: parent.width
+                            text: page.texts.commandCenterDictationHint
+                            color: TolmiPalette.secondaryText
+                            wrapMode: Text.Wrap
+                        }
+                        StudioText {
+                            width: parent.width
+                            text: page.model.dictation.errorMessage
+                            wrapMode: Text.Wrap
+                            visible: text !== ""
+                        }
+                    }
                 }
-                StudioText {
+                Flow {
                     width: parent.width
-                    text: page.model.dictation.errorMessage
-                    wrapMode: Text.Wrap
-                    visible: text !== ""
+                    spacing: Metrics.buttonGap
+
+                    DictationButton {
+                        dictation: page.model.dictation
+                        onClicked: page.model.dictation.runAction()
+                    }
+                    StudioButton {
+                        tone: StudioButton.Secondary
+                        text: page.texts.commandCenterOpenDictationLive
+                        onClicked: page.model.openDictationLive()
+                    }
                 }
             }
             SignalWaveView {
                 id: wave
 
-                x: parent.width - width - 8
-                y: Math.round((parent.height - height) / 2)
+                anchors.right: parent.right
+                anchors.rightMargin: 8
+                anchors.verticalCenter: dictationParts.verticalCenter
                 visible: dictationCard.hasRoomForWave
                 bars: 44
                 spacing: 5
@@ -168,26 +202,12 @@ ScrollPage {
                 isActive: visible && page.model.dictation.isRecording
                 level: isActive ? page.model.dictation.audioLevel : 0
             }
-            Flow {
-                y: parent.height - height
-                width: parent.width
-                spacing: 10
-
-                DictationButton {
-                    dictation: page.model.dictation
-                    onClicked: page.model.dictation.runAction()
-                }
-                StudioButton {
-                    tone: StudioButton.Secondary
-                    text: page.texts.commandCenterOpenDictationLive
-                    onClicked: page.model.openDictationLive()
-                }
-            }
         }
         Grid {
             id: cards
 
-            readonly property real cardWidth: page.isWide ? Math.floor((width - 2 * spacing) / 3) : width
+            readonly property real gaps: (columns - 1) * spacing
+            readonly property real cardWidth: Math.floor((width - gaps) / columns)
             readonly property real tallest: Math.max(historyCard.implicitHeight, templatesCard.implicitHeight,
                                                      healthCard.implicitHeight)
 
@@ -224,7 +244,7 @@ ScrollPage {
                 id: healthCard
 
                 // The last one takes what the division left.
-                width: page.isWide ? cards.width - 2 * (cards.cardWidth + cards.spacing) : cards.cardWidth
+                width: cards.width - cards.gaps - (cards.columns - 1) * cards.cardWidth
                 height: page.isWide ? cards.tallest : implicitHeight
                 symbol: "stethoscope"
                 title: page.texts.commandCenterHealth

@@ -4,6 +4,7 @@
 #include "Foundation/FileURL.h"
 #include "Foundation/Task.h"
 #include "TolmiApp/Contracts/DictationState.h"
+#include "TolmiApp/Contracts/FinishedDictation.h"
 #include "TolmiApp/Contracts/QualityPass.h"
 #include "TolmiApp/Settings/AppLanguage.h"
 #include "TolmiApp/Settings/DictationPerformanceMode.h"
@@ -14,9 +15,9 @@
 #include <optional>
 
 /// The key that is held to dictate.
-class DictationHotkey {
+class HotkeyManager {
 public:
-    virtual ~DictationHotkey() = default;
+    virtual ~HotkeyManager() = default;
 
     /// Called on the main thread when the key goes down and when it comes up.
     std::function<void()> onKeyDown;
@@ -35,9 +36,9 @@ public:
 };
 
 /// Capture that is always warm and starts with the sound before the key press.
-class PreRollCapture {
+class LiveCapture {
 public:
-    virtual ~PreRollCapture() = default;
+    virtual ~LiveCapture() = default;
 
     /// Starts the engine in the background if the microphone may be used.
     virtual void warmupIfAuthorized() = 0;
@@ -50,10 +51,10 @@ public:
     virtual double currentPreRollPeak() = 0;
 };
 
-/// Plain capture without pre-roll, and the microphone permission.
-class PlainCapture {
+/// Records from the key press on, where the live capture does not start; and the microphone permission.
+class Recorder {
 public:
-    virtual ~PlainCapture() = default;
+    virtual ~Recorder() = default;
 
     /// Whether the microphone may be used; asks the user if that was not settled yet.
     virtual Task<bool> requestPermission() = 0;
@@ -90,9 +91,9 @@ struct AdaptiveTranscriptionOutcome {
 };
 
 /// Turns a recording into a clean transcript, in one pass or two.
-class AdaptiveTranscriber {
+class TranscriptionService {
 public:
-    virtual ~AdaptiveTranscriber() = default;
+    virtual ~TranscriptionService() = default;
 
     /// `onFallbackStart` runs on the main thread before a second pass starts. Throws what keeps it from a
     /// transcript.
@@ -111,49 +112,32 @@ struct PasteTargetCapture {
 };
 
 /// Puts text into the front application.
-class TextPaster {
+class PasteService {
 public:
-    virtual ~TextPaster() = default;
+    virtual ~PasteService() = default;
 
     /// Blocks the main thread for the time that the clipboard needs. Cannot fail.
     virtual PasteTargetCapture paste(const QString &text, AppLanguage language) = 0;
 };
 
 /// The looping sound while a dictation is processed.
-class TransitionSound {
+class TransitionSoundPlayer {
 public:
-    virtual ~TransitionSound() = default;
+    virtual ~TransitionSoundPlayer() = default;
 
     /// Brings the sound in step with the state; may be called at any time.
     virtual void sync(const DictationState &state, ProcessingTransitionSound selection, double volume) = 0;
 };
 
-/// The sign that floats over the desktop during a dictation.
-class DictationOverlay {
+/// The overlay that is shown over the desktop during a dictation.
+class OverlayPanel {
 public:
-    virtual ~DictationOverlay() = default;
+    virtual ~OverlayPanel() = default;
 
     virtual void show(const DictationState &state, AppLanguage language) = 0;
     virtual void hide() = 0;
     /// Level of the voice, 0 to 1.
     virtual void updateAudioLevel(double level) = 0;
-};
-
-/// What the flow knows of a finished dictation.
-struct FinishedDictation {
-    QString rawText;
-    QString refinedText;
-    QString language;
-    /// Seconds from the start of transcription until the final text was ready.
-    std::optional<double> durationSeconds;
-    std::optional<QString> pasteTargetAppName;
-    std::optional<QString> pasteTargetBundleID;
-    std::optional<Date> pasteTimestamp;
-    /// Counted from the folder of the audio cache.
-    std::optional<QString> audioFileRelativePath;
-    QualityPass qualityPass = QualityPass::Single;
-
-    friend bool operator==(const FinishedDictation &, const FinishedDictation &) = default;
 };
 
 /// Keeps the record of finished dictations.
@@ -177,9 +161,9 @@ struct AudioRetentionSweepResult {
 };
 
 /// Removes old recordings.
-class RetentionSweep {
+class RetentionSweeper {
 public:
-    virtual ~RetentionSweep() = default;
+    virtual ~RetentionSweeper() = default;
 
     /// Runs on the maintenance queue. Throws what keeps it from sweeping.
     virtual AudioRetentionSweepResult sweep(

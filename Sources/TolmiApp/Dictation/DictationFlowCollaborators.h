@@ -10,22 +10,23 @@ class Application;
 class Clock;
 class FileManager;
 
-/// Everything that the flow owns and drives. Every member is set.
+/// Everything that the flow owns and drives, each under the name of its contract or of its service. Every
+/// member is set.
 struct DictationFlowCollaborators {
-    std::shared_ptr<DictationHotkey> hotkeyManager;
-    std::shared_ptr<PreRollCapture> liveCapture;
-    std::shared_ptr<PlainCapture> recorder;
-    std::shared_ptr<AdaptiveTranscriber> adaptiveTranscriptionService;
-    std::shared_ptr<TextPaster> pasteService;
-    std::shared_ptr<TransitionSound> transitionSoundPlayer;
+    std::shared_ptr<HotkeyManager> hotkeyManager;
+    std::shared_ptr<LiveCapture> liveCapture;
+    std::shared_ptr<Recorder> recorder;
+    std::shared_ptr<TranscriptionService> adaptiveTranscriptionService;
+    std::shared_ptr<PasteService> pasteService;
+    std::shared_ptr<TransitionSoundPlayer> transitionSoundPlayer;
     std::shared_ptr<DictationHistory> history;
     /// Refines when no Ollama refiner is configured or when it has failed.
     std::shared_ptr<TextRefiner> fallbackRefiner;
     /// Called once, at the first use of the overlay.
-    std::function<std::shared_ptr<DictationOverlay>()> makeOverlayPanel;
+    std::function<std::shared_ptr<OverlayPanel>()> makeOverlayPanel;
     std::function<std::shared_ptr<TextRefiner>(OllamaConfiguration)> makeOllamaRefiner;
     /// Called on the maintenance queue, for each sweep.
-    std::function<std::shared_ptr<RetentionSweep>(FileManager &)> makeRetentionSweeper;
+    std::function<std::shared_ptr<RetentionSweeper>(FileManager &)> makeRetentionSweeper;
 };
 
 /// What the flow asks of the platform itself. All of it outlives the flow.

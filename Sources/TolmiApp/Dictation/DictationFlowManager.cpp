@@ -178,7 +178,7 @@ void DictationFlowManager::runAudioRetentionSweep() {
     });
 }
 
-DictationOverlay &DictationFlowManager::overlayPanel() {
+OverlayPanel &DictationFlowManager::overlayPanel() {
     if (!m_overlayPanel)
         m_overlayPanel = m_collaborators.makeOverlayPanel();
     return *m_overlayPanel;

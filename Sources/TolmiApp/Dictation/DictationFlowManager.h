@@ -66,7 +66,7 @@ Q_SIGNALS:
 private:
     enum class ActiveCaptureBackend {
         LivePreRoll,
-        LegacyRecorder,
+        Recorder,
     };
     struct MeteringTask {
         bool isCancelled = false;
@@ -87,7 +87,7 @@ private:
     void refreshAccessibilityAndHotkeyState();
     static Task<> pollAccessibility(std::weak_ptr<DictationFlowManager> weakManager, Clock *clock);
     void runAudioRetentionSweep();
-    DictationOverlay &overlayPanel();
+    OverlayPanel &overlayPanel();
 
     std::optional<FileURL> openRecording();
     void startRecording(const FileURL &url);
@@ -111,7 +111,7 @@ private:
     const DictationFlowPlatform m_platform;
     const std::shared_ptr<SettingsStore> m_settings;
     const AudioCacheStore m_audioCacheStore;
-    std::shared_ptr<DictationOverlay> m_overlayPanel;
+    std::shared_ptr<OverlayPanel> m_overlayPanel;
     std::shared_ptr<TextRefiner> m_refiner;
     /// The file of the capture in progress.
     std::optional<FileURL> m_currentRecordingURL;

@@ -81,10 +81,10 @@ void GlobalHotkeyManager::handleFlagsChanged(const TapEvent &event) {
     if (isOptionDown == m_isHotkeyHeld)
         return;
     m_isHotkeyHeld = isOptionDown;
-    notify(isOptionDown ? &DictationHotkey::onKeyDown : &DictationHotkey::onKeyUp);
+    notify(isOptionDown ? &HotkeyManager::onKeyDown : &HotkeyManager::onKeyUp);
 }
 
-void GlobalHotkeyManager::notify(std::function<void()> DictationHotkey::*callback) {
+void GlobalHotkeyManager::notify(std::function<void()> HotkeyManager::*callback) {
     m_clock.post([weakSelf = weak_from_this(), callback] {
         const auto self = weakSelf.lock();
         if (self && (*self).*callback)

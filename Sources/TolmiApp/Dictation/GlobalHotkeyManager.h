@@ -14,7 +14,7 @@ class QThread;
 ///
 /// Main thread only. Held by a std::shared_ptr, since events that are still queued must not keep it alive.
 /// The platform's parts outlive it.
-class GlobalHotkeyManager final : public DictationHotkey,
+class GlobalHotkeyManager final : public HotkeyManager,
                                   public std::enable_shared_from_this<GlobalHotkeyManager> {
 public:
     GlobalHotkeyManager(EventTapFactory &taps, AccessibilityRight &right, Clock &clock);
@@ -30,7 +30,7 @@ public:
 private:
     void handle(const TapEvent &event);
     void handleFlagsChanged(const TapEvent &event);
-    void notify(std::function<void()> DictationHotkey::*callback);
+    void notify(std::function<void()> HotkeyManager::*callback);
 
     EventTapFactory &m_taps;
     AccessibilityRight &m_right;

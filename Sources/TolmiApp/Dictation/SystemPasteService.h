@@ -14,7 +14,8 @@ class PasteKeystroke;
 ///
 /// Main thread only. Held by a std::shared_ptr, which the delayed restore shares. The platform's parts
 /// outlive it.
-class SystemPasteService final : public TextPaster, public std::enable_shared_from_this<SystemPasteService> {
+class SystemPasteService final : public PasteService,
+                                 public std::enable_shared_from_this<SystemPasteService> {
 public:
     SystemPasteService(
         Pasteboard &pasteboard, PasteKeystroke &keystroke, FrontmostApplication &frontmost, Clock &clock);

@@ -32,8 +32,6 @@ Item {
             height: 18
 
             Symbol {
-                id: icon
-
                 anchors.verticalCenter: parent.verticalCenter
                 name: "waveform"
                 size: 16

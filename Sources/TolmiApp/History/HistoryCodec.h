@@ -7,7 +7,8 @@
 
 #include <optional>
 
-/// The JSON form of the history: one array of objects, without white space.
+/// The JSON form of the history: one array of objects, without white space. HistoryWriter.cpp makes it,
+/// HistoryReader.cpp reads it.
 namespace HistoryCodec {
 
 /// The entries as JSON in UTF-8, in their order. Absent when a number is not finite, which JSON cannot say.

@@ -2,6 +2,7 @@
 
 #include "Text/DateTexts.h"
 #include "Text/Text.h"
+#include "TolmiApp/History/RowDifference.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,8 +11,6 @@
 namespace {
 /// More of a text than a row can show.
 constexpr qsizetype longestShownText = 400;
-/// Many small changes of a list cost its view more than one large change.
-constexpr int mostRuns = 64;
 
 QString withoutLineEnds(QString text) {
     return text.replace(u'\n', u' ');
@@ -37,8 +36,10 @@ struct HistoryRows::Item {
     /// Both texts in the form in which they are searched, with a byte between them that is in no text; null
     /// while it is not prepared.
     QByteArray searchText;
-    /// The row in the shown list, or in the one that is being made; -1 when it is not in there.
+    /// The row in the shown list; -1 when it is not in there.
     int row = -1;
+    /// The entry says something else than when it was shown last.
+    bool isChanged = false;
 
     void prepareSearch() {
         if (searchText.isNull())
@@ -113,24 +114,18 @@ void HistoryRows::setEntries(const QList<HistoryEntry> &entries) {
         known.insert(item->entry.id, std::move(item));
     m_all.clear();
     m_all.reserve(size_t(entries.size()));
-    std::vector<const Item *> changed;
     for (const HistoryEntry &entry : entries) {
         // Taken out: a file changed by hand may have an id twice, and each entry needs an item of its own.
         ItemPointer item = known.take(entry.id);
         if (!item) {
             item = std::make_shared<Item>(Item { .entry = entry });
         } else if (item->entry != entry) {
-            *item = Item { .entry = entry };
-            changed.push_back(item.get());
+            *item = Item { .entry = entry, .row = item->row, .isChanged = true };
         }
         m_all.push_back(std::move(item));
     }
     m_preparedCount = 0;
     show(matching(m_all, false));
-    for (const Item *item : changed) {
-        if (item->row >= 0)
-            Q_EMIT dataChanged(index(item->row), index(item->row));
-    }
 }
 
 // A text that has the longer phrase has the shorter one too, so each letter that is typed or taken away
@@ -161,116 +156,54 @@ HistoryRows::Items HistoryRows::matching(const Items &among, bool areShownOnesMa
     return items;
 }
 
-/// Turns the shown rows into `items` by few steps. The rows that both have in front and at the end stay; of
-/// the others some go, one may move, as a pinned one does, and some come. What would take too many steps is
-/// replaced as one block.
-void HistoryRows::show(Items items) {
+/// Turns the shown rows into `items`.
+void HistoryRows::show(const Items &items) {
+    std::vector<NewRow> newRows;
+    newRows.reserve(items.size());
+    for (const ItemPointer &item : items)
+        newRows.push_back({ item->row, std::exchange(item->isChanged, false) });
+    const RowDifference difference = rowDifference(int(m_shown.size()), newRows);
     for (const ItemPointer &item : m_shown)
         item->row = -1;
     for (size_t row = 0; row < items.size(); ++row)
         items[row]->row = int(row);
 
-    const auto front = std::mismatch(m_shown.begin(), m_shown.end(), items.begin(), items.end());
-    const auto back = std::mismatch(m_shown.rbegin(), std::make_reverse_iterator(front.first), items.rbegin(),
-        std::make_reverse_iterator(front.second));
-    const auto begin = int(front.first - m_shown.begin());
-    const auto end = int(back.first.base() - m_shown.begin());
-    const auto newEnd = int(back.second.base() - items.begin());
-    if (begin == end && begin == newEnd)
-        return;
-
-    const auto isGone = [](const ItemPointer &item) { return item->row < 0; };
-    int runs = 0;
-    for (int row = begin; row < end; ++row)
-        runs += isGone(m_shown[size_t(row)]) && (row == begin || !isGone(m_shown[size_t(row) - 1])) ? 1 : 0;
-    // What stays, in the order that it will have; rows that come are told by not being among the old ones.
-    Items staying;
-    std::copy_if(m_shown.begin() + begin, m_shown.begin() + end, std::back_inserter(staying),
-        [&isGone](const ItemPointer &item) { return !isGone(item); });
-    std::sort(staying.begin(), staying.end(),
-        [](const ItemPointer &left, const ItemPointer &right) { return left->row < right->row; });
-    size_t next = 0;
-    bool wasStaying = true;
-    for (int row = begin; row < newEnd; ++row) {
-        const bool isStaying = next < staying.size() && staying[next] == items[size_t(row)];
-        next += isStaying ? 1 : 0;
-        runs += !isStaying && wasStaying ? 1 : 0;
-        wasStaying = isStaying;
-    }
-    if (runs > mostRuns || staying.empty())
-        return replaceBlock(begin, end, items.begin() + begin, items.begin() + newEnd);
-    removeGone(begin, end);
-    if (!moveOne(begin, begin + int(staying.size()), staying))
-        return replaceBlock(
-            begin, begin + int(staying.size()), items.begin() + begin, items.begin() + newEnd);
-    insertMissing(items, begin, newEnd);
+    for (const RowRun &run : difference.removals)
+        remove(run);
+    if (difference.move)
+        move(*difference.move);
+    for (const RowRun &run : difference.insertions)
+        insert(run, items);
+    for (const int row : difference.changes)
+        Q_EMIT dataChanged(index(row), index(row));
 }
 
-void HistoryRows::replaceBlock(int begin, int end, Items::const_iterator from, Items::const_iterator to) {
-    if (begin < end) {
-        beginRemoveRows({}, begin, end - 1);
-        m_shown.erase(m_shown.begin() + begin, m_shown.begin() + end);
-        endRemoveRows();
-    }
-    if (from == to)
-        return;
-    beginInsertRows({}, begin, begin + int(to - from) - 1);
-    m_shown.insert(m_shown.begin() + begin, from, to);
+void HistoryRows::remove(const RowRun &run) {
+    const auto first = m_shown.begin() + run.first;
+    beginRemoveRows({}, run.first, run.first + run.count - 1);
+    m_shown.erase(first, first + run.count);
+    endRemoveRows();
+}
+
+void HistoryRows::move(const RowMove &move) {
+    const auto from = m_shown.begin() + move.from;
+    const auto to = m_shown.begin() + move.to;
+    const bool isDown = move.from < move.to;
+    // The model's rule names the row that will follow the moved one.
+    beginMoveRows({}, move.from, move.from, {}, isDown ? move.to + 1 : move.to);
+    if (isDown)
+        std::rotate(from, from + 1, to + 1);
+    else
+        std::rotate(to, from, from + 1);
+    endMoveRows();
+}
+
+/// Brings the run of `items` to the same rows.
+void HistoryRows::insert(const RowRun &run, const Items &items) {
+    const auto first = items.begin() + run.first;
+    beginInsertRows({}, run.first, run.first + run.count - 1);
+    m_shown.insert(m_shown.begin() + run.first, first, first + run.count);
     endInsertRows();
-}
-
-void HistoryRows::removeGone(int begin, int end) {
-    for (int row = end - 1; row >= begin; --row) {
-        if (m_shown[size_t(row)]->row >= 0)
-            continue;
-        const int last = row;
-        while (row > begin && m_shown[size_t(row) - 1]->row < 0)
-            --row;
-        replaceBlock(row, last + 1, {}, {});
-    }
-}
-
-/// Brings the rows from `begin` to `end` into the given order if moving one of them does it.
-bool HistoryRows::moveOne(int begin, int end, const Items &inNewOrder) {
-    const auto first = std::mismatch(m_shown.begin() + begin, m_shown.begin() + end, inNewOrder.begin());
-    if (first.first == m_shown.begin() + end)
-        return true;
-    const auto last
-        = std::mismatch(m_shown.rend() - end, std::make_reverse_iterator(first.first), inNewOrder.rbegin());
-    const auto from = int(first.first - m_shown.begin());
-    const auto to = int(last.first.base() - m_shown.begin());
-    const auto newFirst = first.second;
-    const auto newLast = last.second.base() - 1;
-    const auto oldFirst = m_shown.begin() + from;
-    const auto oldLast = m_shown.begin() + to - 1;
-    if (*newFirst == *oldLast && std::equal(oldFirst, oldLast, newFirst + 1)) {
-        beginMoveRows({}, to - 1, to - 1, {}, from);
-        std::rotate(oldFirst, oldLast, m_shown.begin() + to);
-        endMoveRows();
-        return true;
-    }
-    if (*newLast == *oldFirst && std::equal(oldFirst + 1, m_shown.begin() + to, newFirst)) {
-        beginMoveRows({}, from, from, {}, to);
-        std::rotate(oldFirst, oldFirst + 1, m_shown.begin() + to);
-        endMoveRows();
-        return true;
-    }
-    return false;
-}
-
-void HistoryRows::insertMissing(const Items &items, int begin, int end) {
-    for (int row = begin; row < end; ++row) {
-        const auto isThere = [&](int there) {
-            return size_t(row) < m_shown.size() && m_shown[size_t(row)] == items[size_t(there)];
-        };
-        if (isThere(row))
-            continue;
-        int next = row + 1;
-        while (next < end && !isThere(next))
-            ++next;
-        replaceBlock(row, row, items.begin() + row, items.begin() + next);
-        row = next;
-    }
 }
 
 void HistoryRows::setSurroundings(Surroundings surroundings) {
@@ -303,7 +236,8 @@ int HistoryRows::rowOf(const QUuid &id) const {
     return found == m_shown.end() ? -1 : int(found - m_shown.begin());
 }
 
-QString HistoryRows::previewTitle(const HistoryEntry &entry, const QString &emptyTitle) {
-    const QString title = withoutLineEnds(entry.refinedText.isEmpty() ? entry.rawText : entry.refinedText);
+QString HistoryRows::previewTitle(const FinishedDictation &dictation, const QString &emptyTitle) {
+    const QString title
+        = withoutLineEnds(dictation.refinedText.isEmpty() ? dictation.rawText : dictation.refinedText);
     return title.isEmpty() ? emptyTitle : title;
 }

@@ -10,6 +10,8 @@
 #include <vector>
 
 class DateTexts;
+struct RowMove;
+struct RowRun;
 
 /// The entries of the history that a search leaves, as rows of a list. A row stays the same row as long as
 /// its entry is shown: every change is told as rows that come, go or move.
@@ -68,8 +70,8 @@ public:
     /// The first row with this entry; -1 when it is not shown.
     int rowOf(const QUuid &id) const;
 
-    /// What stands for an entry in one line: its refined text, else its raw one, without line ends.
-    static QString previewTitle(const HistoryEntry &entry, const QString &emptyTitle);
+    /// What stands for a dictation in one line: its refined text, else its raw one, without line ends.
+    static QString previewTitle(const FinishedDictation &dictation, const QString &emptyTitle);
 
 private:
     struct Item;
@@ -78,11 +80,10 @@ private:
 
     /// Those among the items that have the query; the shown ones are known to, if it is said.
     Items matching(const Items &among, bool areShownOnesMatching);
-    void show(Items items);
-    void replaceBlock(int begin, int end, Items::const_iterator from, Items::const_iterator to);
-    void removeGone(int begin, int end);
-    bool moveOne(int begin, int end, const Items &inNewOrder);
-    void insertMissing(const Items &items, int begin, int end);
+    void show(const Items &items);
+    void remove(const RowRun &run);
+    void move(const RowMove &move);
+    void insert(const RowRun &run, const Items &items);
     void tellAll(const QList<int> &roles);
 
     const DateTexts &m_dates;

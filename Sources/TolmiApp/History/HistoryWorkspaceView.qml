@@ -58,8 +58,6 @@ Item {
         texts: view.texts
     }
     T.SplitView {
-        id: split
-
         x: Metrics.workspacePadding
         y: 122
         width: parent.width - 2 * x

@@ -59,16 +59,7 @@ QList<HistoryEntry> TranscriptionHistory::entries(const QSet<QUuid> &ids) const 
 }
 
 void TranscriptionHistory::add(const FinishedDictation &dictation) {
-    prepend({ .timestamp = m_clock.now(),
-        .rawText = dictation.rawText,
-        .refinedText = dictation.refinedText,
-        .language = dictation.language,
-        .durationSeconds = dictation.durationSeconds,
-        .pasteTargetAppName = dictation.pasteTargetAppName,
-        .pasteTargetBundleID = dictation.pasteTargetBundleID,
-        .pasteTimestamp = dictation.pasteTimestamp,
-        .audioFileRelativePath = dictation.audioFileRelativePath,
-        .qualityPass = dictation.qualityPass });
+    prepend({ dictation, QUuid::createUuid(), m_clock.now() });
 }
 
 void TranscriptionHistory::prepend(HistoryEntry entry) {

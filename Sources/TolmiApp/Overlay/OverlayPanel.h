@@ -23,7 +23,7 @@ private:
 };
 
 /// Owns the floating sign: tells its model what to show, places it and fades it. Main thread only.
-class OverlayPanelController final : public DictationOverlay {
+class OverlayPanelController final : public OverlayPanel {
 public:
     /// Builds the hidden panel that draws a model, which outlives it.
     using PanelFactory = std::function<std::unique_ptr<OverlayWindow>(OverlayViewModel &)>;

@@ -3,8 +3,6 @@ import Tolmi
 
 /// One step of the setting-up, done or not.
 ProfileListRow {
-    id: row
-
     property bool isComplete: false
 
     symbol: isComplete ? "checkmark.circle.fill" : "circle"

@@ -2,8 +2,6 @@
 
 #include "Platform/DesktopLook.h"
 
-#include <memory>
-
 class QQmlEngine;
 class SettingsStore;
 

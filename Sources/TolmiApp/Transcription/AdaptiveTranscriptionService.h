@@ -11,7 +11,7 @@
 /// poor, once more with heavy ones under a time limit. A second text wins whenever it is not empty.
 ///
 /// Main thread only. It keeps nothing between calls, and a call may outlive it.
-class AdaptiveTranscriptionService final : public AdaptiveTranscriber {
+class AdaptiveTranscriptionService final : public TranscriptionService {
 public:
     /// Runs one pass.
     using TranscribeOperation = std::function<Task<TranscriptionResult>(

@@ -97,7 +97,7 @@ void DictationFlowFixture::reach(Kind kind) {
     }
 }
 
-std::vector<FakeRetentionSweep::Call> DictationFlowFixture::sweepsAtEnd() {
+std::vector<FakeRetentionSweeper::Call> DictationFlowFixture::sweepsAtEnd() {
     letGo();
     return fakes.sweeps->waitForCalls(0);
 }

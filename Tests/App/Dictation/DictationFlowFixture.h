@@ -37,7 +37,7 @@ protected:
     /// The states that were published.
     QStringList states() const { return fakes.journal.only({ QStringLiteral("state ") }); }
     /// Lets the manager and all that it waits for go, and gives the sweeps that it asked for.
-    std::vector<FakeRetentionSweep::Call> sweepsAtEnd();
+    std::vector<FakeRetentionSweeper::Call> sweepsAtEnd();
 
     FileURL audioCacheURL() const;
 

@@ -382,8 +382,8 @@ protected:
 TEST_F(DictationFlowClosing, sweepsAfterTheTwoSeconds) {
     dictate("text");
     clock.advance(2);
-    const FakeRetentionSweep::Call sweep { audioCacheURL(), 24, 2048 };
-    EXPECT_EQ(sweepsAtEnd(), std::vector<FakeRetentionSweep::Call>(2, sweep));
+    const FakeRetentionSweeper::Call sweep { audioCacheURL(), 24, 2048 };
+    EXPECT_EQ(sweepsAtEnd(), std::vector<FakeRetentionSweeper::Call>(2, sweep));
 }
 
 TEST_F(DictationFlowClosing, doesNotSweepBefore) {

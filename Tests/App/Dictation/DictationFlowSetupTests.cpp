@@ -239,7 +239,7 @@ TEST_F(DictationFlowSweep, getsTheFolderAndTheLimitsOfTheSettings) {
     defaults.set(QStringLiteral("tolmi.audioRetentionMaxMB"), qint64(99));
     settings = std::make_shared<SettingsStore>(defaults, fileManager, clock, BundleInfo {});
     createSetUp();
-    const std::vector<FakeRetentionSweep::Call> expected { { audioCacheURL(), 7, 99 } };
+    const std::vector<FakeRetentionSweeper::Call> expected { { audioCacheURL(), 7, 99 } };
     EXPECT_EQ(sweepsAtEnd(), expected);
     EXPECT_TRUE(fileManager.folders.contains(audioCacheURL().path()));
 }

@@ -8,11 +8,10 @@
 
 /// An entry with the required fields alone.
 inline HistoryEntry plainHistoryEntry() {
-    return { .id = QUuid::fromString(QStringLiteral("0d5b6f0e-8e44-4c3b-9b1d-3a6e1c2f7a10")),
-        .timestamp = { 769156800.25 },
-        .rawText = QStringLiteral("salut lume"),
-        .refinedText = QStringLiteral("Salut, lume!"),
-        .language = QStringLiteral("ro") };
+    return { { .rawText = QStringLiteral("salut lume"),
+                 .refinedText = QStringLiteral("Salut, lume!"),
+                 .language = QStringLiteral("ro") },
+        QUuid::fromString(QStringLiteral("0d5b6f0e-8e44-4c3b-9b1d-3a6e1c2f7a10")), { 769156800.25 } };
 }
 
 /// An entry with every field.

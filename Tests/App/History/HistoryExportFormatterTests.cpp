@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
 constexpr Date quarterPastNine = Date::fromSecondsSince1970(1772356500); // 2026-03-01T09:15:00Z
 

@@ -13,7 +13,8 @@
 
 namespace {
 HistoryEntry entry(const QString &text) {
-    return { .timestamp = { 1000 }, .rawText = text, .refinedText = text, .language = QStringLiteral("ro") };
+    return { { .rawText = text, .refinedText = text, .language = QStringLiteral("ro") }, QUuid::createUuid(),
+        { 1000 } };
 }
 
 class HistoryRowsTest : public testing::Test {

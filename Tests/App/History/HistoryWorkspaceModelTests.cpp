@@ -16,10 +16,8 @@ using AudioState = HistoryEntryDetail::AudioState;
 
 /// An entry made `minutesAgo` minutes before the start of the clock.
 HistoryEntry entry(const QString &text, int minutesAgo = 0) {
-    return { .timestamp = VirtualClock::start + -60.0 * minutesAgo,
-        .rawText = text,
-        .refinedText = text,
-        .language = QStringLiteral("ro") };
+    return { { .rawText = text, .refinedText = text, .language = QStringLiteral("ro") }, QUuid::createUuid(),
+        VirtualClock::start + -60.0 * minutesAgo };
 }
 
 class HistoryWorkspaceModelTest : public testing::Test {

@@ -8,7 +8,7 @@ using Kind = DictationState::Kind;
 
 namespace {
 
-class OverlayPanel : public testing::Test {
+class OverlayPanelTest : public testing::Test {
 protected:
     FakeOverlayWindow *panel = nullptr;
     OverlayViewModel *model = nullptr;
@@ -23,7 +23,7 @@ protected:
 
 } // namespace
 
-TEST_F(OverlayPanel, StartsHiddenIdleAndSilent) {
+TEST_F(OverlayPanelTest, StartsHiddenIdleAndSilent) {
     EXPECT_TRUE(panel->calls.isEmpty());
     EXPECT_EQ(model->state(), DictationState(Kind::Idle));
     EXPECT_EQ(model->language(), AppLanguage::Romanian);
@@ -31,27 +31,27 @@ TEST_F(OverlayPanel, StartsHiddenIdleAndSilent) {
     EXPECT_EQ(model->helpMessage(), QString());
 }
 
-TEST_F(OverlayPanel, ShowPlacesThePanelUnderTheTopEdge) {
+TEST_F(OverlayPanelTest, ShowPlacesThePanelUnderTheTopEdge) {
     controller->show(Kind::Recording, AppLanguage::English);
     EXPECT_EQ(panel->calls, QStringList({ QStringLiteral("origin 885,38"), QStringLiteral("front") }));
     EXPECT_EQ(model->state(), DictationState(Kind::Recording));
     EXPECT_EQ(model->language(), AppLanguage::English);
 }
 
-TEST_F(OverlayPanel, ShowTwiceFollowsTheMainScreen) {
+TEST_F(OverlayPanelTest, ShowTwiceFollowsTheMainScreen) {
     controller->show(Kind::Done, AppLanguage::English);
     panel->frame = QRect(1920, 0, 1280, 1024);
     controller->show(Kind::Done, AppLanguage::English);
     EXPECT_EQ(panel->calls.value(2), QStringLiteral("origin 2485,8"));
 }
 
-TEST_F(OverlayPanel, WithoutAScreenThePanelKeepsItsPlace) {
+TEST_F(OverlayPanelTest, WithoutAScreenThePanelKeepsItsPlace) {
     panel->frame.reset();
     controller->show(Kind::Done, AppLanguage::English);
     EXPECT_EQ(panel->calls, QStringList({ QStringLiteral("front") }));
 }
 
-TEST_F(OverlayPanel, OnlyRecordingKeepsTheLevel) {
+TEST_F(OverlayPanelTest, OnlyRecordingKeepsTheLevel) {
     controller->updateAudioLevel(0.5);
     controller->show(Kind::Recording, AppLanguage::English);
     EXPECT_EQ(model->audioLevel(), 0.5);
@@ -59,14 +59,14 @@ TEST_F(OverlayPanel, OnlyRecordingKeepsTheLevel) {
     EXPECT_EQ(model->audioLevel(), 0);
 }
 
-TEST_F(OverlayPanel, LevelsAreLimited) {
+TEST_F(OverlayPanelTest, LevelsAreLimited) {
     controller->updateAudioLevel(1.5);
     EXPECT_EQ(model->audioLevel(), 1);
     controller->updateAudioLevel(-0.5);
     EXPECT_EQ(model->audioLevel(), 0);
 }
 
-TEST_F(OverlayPanel, HideFadesAndKeepsTheState) {
+TEST_F(OverlayPanelTest, HideFadesAndKeepsTheState) {
     controller->show(Kind::Recording, AppLanguage::English);
     controller->updateAudioLevel(0.5);
     panel->calls.clear();
@@ -78,21 +78,21 @@ TEST_F(OverlayPanel, HideFadesAndKeepsTheState) {
     EXPECT_EQ(panel->calls.last(), QStringLiteral("out"));
 }
 
-TEST_F(OverlayPanel, OldFadeTakesANewlyShownPanelAway) {
+TEST_F(OverlayPanelTest, OldFadeTakesANewlyShownPanelAway) {
     controller->hide();
     controller->show(Kind::Recording, AppLanguage::English);
     panel->completions.takeFirst()();
     EXPECT_EQ(panel->calls.last(), QStringLiteral("out"));
 }
 
-TEST_F(OverlayPanel, FadeThatOutlivesTheControllerDoesNothing) {
+TEST_F(OverlayPanelTest, FadeThatOutlivesTheControllerDoesNothing) {
     controller->hide();
     const auto completion = panel->completions.takeFirst();
     controller.reset();
     completion();
 }
 
-TEST_F(OverlayPanel, HelpMessagesNameTheState) {
+TEST_F(OverlayPanelTest, HelpMessagesNameTheState) {
     const std::tuple<DictationState, const char16_t *, const char16_t *> table[] {
         { Kind::Idle, u"", u"" },
         { Kind::Recording, u"Listening...", u"Ascult..." },

@@ -8,8 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
 
 QStringList fieldOf(const QVariantList &options, const QString &field) {

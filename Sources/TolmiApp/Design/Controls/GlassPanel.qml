@@ -7,7 +7,6 @@ Item {
 
     property real padding: 18
     property real cornerRadius: 12
-    property bool hasShadow: true
     default property alias content: inside.data
 
     implicitWidth: inside.childrenRect.width + 2 * padding
@@ -15,7 +14,6 @@ Item {
 
     SoftShadow {
         anchors.fill: parent
-        visible: panel.hasShadow
         radius: panel.cornerRadius
         sigma: 14
         offsetY: 10

@@ -9,7 +9,6 @@ T.Button {
     /// Name of the symbol.
     property string symbol
     property color color: TolmiPalette.secondaryText
-    property real symbolSize: 15
     /// What the button does, in words; also its tool tip.
     property string toolTip
 
@@ -43,7 +42,7 @@ T.Button {
         Symbol {
             anchors.centerIn: parent
             name: button.symbol
-            size: button.symbolSize
+            size: 15
             color: button.hovered ? TolmiPalette.primaryText : button.color
         }
     }

@@ -3,8 +3,6 @@ import Tolmi
 
 /// A key of the keyboard.
 Item {
-    id: cap
-
     property alias text: label.text
 
     implicitWidth: label.width + 14

@@ -14,8 +14,6 @@ Item {
     implicitHeight: 28
 
     Symbol {
-        id: mark
-
         anchors.verticalCenter: parent.verticalCenter
         name: heading.symbol
         size: 18

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// A labelled field to write in.
+/// A labelled field to write in. Part of the published kit of controls, whether or not a page shows it.
 Column {
     id: row
 

@@ -3,8 +3,6 @@ import QtQuick.Templates as T
 
 /// What lies over a window until it is answered.
 T.Dialog {
-    id: sheet
-
     parent: T.Overlay.overlay
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? Math.round((parent.height - height) / 2) : 0

@@ -306,12 +306,10 @@ void addMarks(Drawings &drawings) {
     drawings[QStringLiteral("xmark.octagon.fill")]
         = { solid(path("M8.3 3h7.4L21 8.3v7.4L15.7 21H8.3L3 15.7V8.3z")),
               cutLine(path("M9.1 9.1l5.8 5.8M14.9 9.1l-5.8 5.8"), 1.08) };
-    drawings[QStringLiteral("xmark")] = { line(path("M5.8 5.8l12.4 12.4M18.2 5.8L5.8 18.2")) };
     drawings[QStringLiteral("arrow.right.circle.fill")]
         = { solid(disc), cutLine(path("M7.7 12h8.2M12.5 8.3l3.7 3.7-3.7 3.7"), 1.08) };
     drawings[QStringLiteral("chevron.up.chevron.down")]
         = { line(path("M8.2 9.4L12 5.6l3.8 3.8M8.2 14.6l3.8 3.8 3.8-3.8")) };
-    drawings[QStringLiteral("chevron.right")] = { line(path("M9.2 5l7 7-7 7")) };
 }
 
 void addPlaces(Drawings &drawings) {

@@ -3,8 +3,6 @@ import QtQuick
 /// The time for a drawing that moves while something goes on: advances at most 60 times a second, and not at all, without
 /// a timer or a frame, while it is not running.
 FrameAnimation {
-    id: timeline
-
     /// Seconds since the beginning of 2001.
     property double seconds: 0
 

@@ -4,8 +4,6 @@ import QtQuick
 
 /// How things move. Durations are milliseconds.
 QtObject {
-    id: motion
-
     /// The user asked the desktop for less motion; the program sets it.
     property bool isReduced: false
 

@@ -2,8 +2,6 @@ import QtQuick
 
 /// Every colour of the program in one of its two schemes. All of it is grey: there is no hue anywhere.
 QtObject {
-    id: palette
-
     enum Scheme { Light, Dark }
 
     property int scheme: PaletteColors.Dark
@@ -41,7 +39,7 @@ QtObject {
     readonly property color backdropMesh: tint(0.05, 0.045)
     readonly property color backdropVignette: tolmiDynamic(0, 0, 0, 0.12, 0, 0, 0, 0.3)
 
-    // Second names.
+    // Second names. They and the gradients are part of the palette's published names, used or not.
     readonly property color base: graphite
     readonly property color baseDeep: ink
     readonly property color cobalt: cloud
