@@ -45,7 +45,7 @@ protected:
         = std::make_shared<SystemPasteService>(pasteboard, keystroke, frontmost, clock);
 };
 
-TEST_F(SystemPasteTests, theTextArrivesAndTheFormerContentComesBack) {
+TEST_F(SystemPasteTests, TheTextArrivesAndTheFormerContentComesBack) {
     TestEditor editor;
     CopyingProgram user("copied before");
     paste();
@@ -54,7 +54,7 @@ TEST_F(SystemPasteTests, theTextArrivesAndTheFormerContentComesBack) {
     EXPECT_EQ(editor.text(), sentence);
 }
 
-TEST_F(SystemPasteTests, theTextArrivesInEveryLayout) {
+TEST_F(SystemPasteTests, TheTextArrivesInEveryLayout) {
     TestEditor editor;
     QString expected;
     const auto pasteNext = [&](const QString &word) {
@@ -78,7 +78,7 @@ TEST_F(SystemPasteTests, theTextArrivesInEveryLayout) {
     }
 }
 
-TEST_F(SystemPasteTests, anEmptyClipboardKeepsTheText) {
+TEST_F(SystemPasteTests, AnEmptyClipboardKeepsTheText) {
     TestEditor editor;
     paste();
     EXPECT_TRUE(editor.waitForText(sentence));
@@ -88,7 +88,7 @@ TEST_F(SystemPasteTests, anEmptyClipboardKeepsTheText) {
     EXPECT_TRUE(waitForClipboard(sentence.toUtf8()));
 }
 
-TEST_F(SystemPasteTests, twoPastesWithinASecond) {
+TEST_F(SystemPasteTests, TwoPastesWithinASecond) {
     TestEditor editor;
     CopyingProgram user("copied before");
     paste(QStringLiteral("one "));
@@ -98,7 +98,7 @@ TEST_F(SystemPasteTests, twoPastesWithinASecond) {
     EXPECT_TRUE(waitForClipboard("one "));
 }
 
-TEST_F(SystemPasteTests, theFormerContentComesBackOverWhatWasCopiedMeanwhile) {
+TEST_F(SystemPasteTests, TheFormerContentComesBackOverWhatWasCopiedMeanwhile) {
     TestEditor editor;
     CopyingProgram before("copied before");
     paste();
@@ -107,7 +107,7 @@ TEST_F(SystemPasteTests, theFormerContentComesBackOverWhatWasCopiedMeanwhile) {
     EXPECT_TRUE(waitForClipboard("copied before"));
 }
 
-TEST_F(SystemPasteTests, heldModifiersDoNotSpoilThePaste) {
+TEST_F(SystemPasteTests, HeldModifiersDoNotSpoilThePaste) {
     TestEditor editor;
     QString expected;
     for (const int key : { leftShift, rightAlt, leftAlt, 37 /* Control */, 133 /* Super */ }) {
@@ -121,7 +121,7 @@ TEST_F(SystemPasteTests, heldModifiersDoNotSpoilThePaste) {
     }
 }
 
-TEST_F(SystemPasteTests, aModifierThatIsHeldAllTheTimeDelaysThePasteOnly) {
+TEST_F(SystemPasteTests, AModifierThatIsHeldAllTheTimeDelaysThePasteOnly) {
     TestEditor editor;
     pressKey(leftShift);
     paste();
@@ -129,7 +129,7 @@ TEST_F(SystemPasteTests, aModifierThatIsHeldAllTheTimeDelaysThePasteOnly) {
     releaseKey(leftShift);
 }
 
-TEST_F(SystemPasteTests, aHeldAltDoesNotOpenTheMenu) {
+TEST_F(SystemPasteTests, AHeldAltDoesNotOpenTheMenu) {
     TestEditor editor({ QStringLiteral("--menu-bar") });
     QString expected;
     for (const int key : { leftAlt, rightAlt }) {
@@ -141,7 +141,7 @@ TEST_F(SystemPasteTests, aHeldAltDoesNotOpenTheMenu) {
     }
 }
 
-TEST_F(SystemPasteTests, aHeldAltGrDoesNotSpoilThePaste) {
+TEST_F(SystemPasteTests, AHeldAltGrDoesNotSpoilThePaste) {
     setLayout(QStringLiteral("ro"));
     TestEditor editor;
     pressKey(rightAlt);
@@ -150,7 +150,7 @@ TEST_F(SystemPasteTests, aHeldAltGrDoesNotSpoilThePaste) {
     releaseKey(rightAlt);
 }
 
-TEST_F(SystemPasteTests, keysThatLockAreNoHeldModifiers) {
+TEST_F(SystemPasteTests, KeysThatLockAreNoHeldModifiers) {
     outputOf(QStringLiteral("setxkbmap"), { QStringLiteral("-option"), QString() });
     typeKey(66 /* Caps Lock */);
     typeKey(77 /* Num Lock */);
@@ -162,7 +162,7 @@ TEST_F(SystemPasteTests, keysThatLockAreNoHeldModifiers) {
     typeKey(77);
 }
 
-TEST_F(SystemPasteTests, thePasteCommandIsNoChordForTheHotkey) {
+TEST_F(SystemPasteTests, ThePasteCommandIsNoChordForTheHotkey) {
     setLayout(QStringLiteral("ro"));
     X11EventTapFactory taps(injectedKeys);
     std::atomic<int> downs = 0;
@@ -179,7 +179,7 @@ TEST_F(SystemPasteTests, thePasteCommandIsNoChordForTheHotkey) {
     releaseKey(rightAlt);
 }
 
-TEST_F(SystemPasteTests, aHungOwnerOfTheClipboardDoesNotKeepTheTextBack) {
+TEST_F(SystemPasteTests, AHungOwnerOfTheClipboardDoesNotKeepTheTextBack) {
     TestEditor editor;
     CopyingProgram user("copied before");
     user.hang();
@@ -202,7 +202,7 @@ QByteArray textAfter(const QStringList &keys) {
     return found;
 }
 
-TEST_F(SystemPasteTests, theTextArrivesInMousepad) {
+TEST_F(SystemPasteTests, TheTextArrivesInMousepad) {
     TestProgram mousepad(QStringLiteral("mousepad"), {}, QStringLiteral("Mousepad"));
     const QByteArray typed = textAfter({ QStringLiteral("x") });
     EXPECT_TRUE(typed.endsWith('x'));
@@ -242,7 +242,7 @@ protected:
     }
 };
 
-TEST_F(TerminalPasteTests, theTextArrivesInXfceTerminal) {
+TEST_F(TerminalPasteTests, TheTextArrivesInXfceTerminal) {
     TestProgram terminal(QStringLiteral("xfce4-terminal"),
         { QStringLiteral("--disable-server"), QStringLiteral("-x"), QStringLiteral("sh"),
             QStringLiteral("-c"), script },
@@ -251,7 +251,7 @@ TEST_F(TerminalPasteTests, theTextArrivesInXfceTerminal) {
 }
 
 // As it comes, this one has no key for the clipboard; its users give it the one that the others have.
-TEST_F(TerminalPasteTests, theTextArrivesInXterm) {
+TEST_F(TerminalPasteTests, TheTextArrivesInXterm) {
     TestProgram terminal(QStringLiteral("xterm"),
         { QStringLiteral("-u8"), QStringLiteral("-xrm"),
             QStringLiteral(
@@ -261,13 +261,13 @@ TEST_F(TerminalPasteTests, theTextArrivesInXterm) {
     EXPECT_EQ(lineAfterPaste(), sentence.toUtf8());
 }
 
-TEST_F(SystemPasteTests, withoutAFrontWindowTheTargetIsUnknown) {
+TEST_F(SystemPasteTests, WithoutAFrontWindowTheTargetIsUnknown) {
     const PasteTargetCapture target = paste();
     EXPECT_EQ(target.appName, "Unknown target");
     EXPECT_EQ(target.bundleID, std::nullopt);
 }
 
-TEST_F(SystemPasteTests, aWindowWithoutADesktopFileNamesItself) {
+TEST_F(SystemPasteTests, AWindowWithoutADesktopFileNamesItself) {
     TestEditor editor;
     std::optional<FrontApplication> front;
     ASSERT_TRUE(untilTrue([&] { return (front = frontmost.current()).has_value(); }));
@@ -275,7 +275,7 @@ TEST_F(SystemPasteTests, aWindowWithoutADesktopFileNamesItself) {
     EXPECT_EQ(front->bundleIdentifier, QStringLiteral("tolmi_test_editor"));
 }
 
-TEST_F(SystemPasteTests, aWindowThatGoesMeanwhileIsNoTarget) {
+TEST_F(SystemPasteTests, AWindowThatGoesMeanwhileIsNoTarget) {
     for (int round = 0; round < 3; ++round) {
         { TestEditor editor; }
         untilTrue([this] { return !frontmost.current(); });

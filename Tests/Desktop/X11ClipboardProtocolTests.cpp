@@ -103,7 +103,7 @@ private:
     std::thread m_thread;
 };
 
-TEST(X11ClipboardProtocolTests, severalTypesAreGivenInOneAnswer) {
+TEST(X11ClipboardProtocolTests, SeveralTypesAreGivenInOneAnswer) {
     X11Pasteboard pasteboard;
     pasteboard.setItems(
         { PasteboardItem { { { pasteboardTextType, "text" }, { QStringLiteral("text/html"), "html" } } } });
@@ -125,7 +125,7 @@ TEST(X11ClipboardProtocolTests, severalTypesAreGivenInOneAnswer) {
     EXPECT_FALSE(display.property(client.window(), display.atom("_TEST_NEVER")));
 }
 
-TEST(X11ClipboardProtocolTests, whatIsNotThereIsRefused) {
+TEST(X11ClipboardProtocolTests, WhatIsNotThereIsRefused) {
     X11Pasteboard pasteboard;
     pasteboard.setDictatedText(QStringLiteral("text"));
     Client client;
@@ -140,7 +140,7 @@ TEST(X11ClipboardProtocolTests, whatIsNotThereIsRefused) {
     EXPECT_TRUE(client.reader().convert(display.atom("CLIPBOARD"), display.atom("SAVE_TARGETS"), inAWhile()));
 }
 
-TEST(X11ClipboardProtocolTests, theContentGoesToTheClipboardManager) {
+TEST(X11ClipboardProtocolTests, TheContentGoesToTheClipboardManager) {
     ClipboardManager manager;
     X11Pasteboard pasteboard;
     pasteboard.setDictatedText(QStringLiteral("dictated"));
@@ -148,7 +148,7 @@ TEST(X11ClipboardProtocolTests, theContentGoesToTheClipboardManager) {
     EXPECT_EQ(manager.savedText(), "dictated");
 }
 
-TEST(X11ClipboardProtocolTests, theContentOfAnotherProgramIsNotHandedOver) {
+TEST(X11ClipboardProtocolTests, TheContentOfAnotherProgramIsNotHandedOver) {
     ClipboardManager manager;
     X11Pasteboard pasteboard;
     pasteboard.setDictatedText(QStringLiteral("dictated"));

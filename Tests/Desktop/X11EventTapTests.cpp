@@ -107,7 +107,7 @@ private:
     QByteArray m_name;
 };
 
-TEST(X11EventTapTests, reportsBothAltKeys) {
+TEST(X11EventTapTests, ReportsBothAltKeys) {
     RunningTap running;
     pressKey(rightAlt);
     pressKey(leftAlt);
@@ -117,7 +117,7 @@ TEST(X11EventTapTests, reportsBothAltKeys) {
     EXPECT_THAT(running.reports(), ElementsAre("61+", "58+", "61+", "58-"));
 }
 
-TEST(X11EventTapTests, knowsAKeyThatWasHeldBefore) {
+TEST(X11EventTapTests, KnowsAKeyThatWasHeldBefore) {
     pressKey(leftAlt);
     RunningTap running;
     typeKey(rightAlt);
@@ -126,14 +126,14 @@ TEST(X11EventTapTests, knowsAKeyThatWasHeldBefore) {
     EXPECT_THAT(running.reports(), ElementsAre("61+", "61+", "58-"));
 }
 
-TEST(X11EventTapTests, reportsNoOtherKey) {
+TEST(X11EventTapTests, ReportsNoOtherKey) {
     RunningTap running;
     typeKey(leftShift);
     typeKey(38);
     EXPECT_THAT(running.reportsUntilNow(), IsEmpty());
 }
 
-TEST(X11EventTapTests, hearsKeysWhileAnotherProgramHasGrabbedThem) {
+TEST(X11EventTapTests, HearsKeysWhileAnotherProgramHasGrabbedThem) {
     TestEditor other;
     other.grabKeyboard();
     RunningTap running;
@@ -142,7 +142,7 @@ TEST(X11EventTapTests, hearsKeysWhileAnotherProgramHasGrabbedThem) {
     EXPECT_THAT(running.reports(), ElementsAre("61+", "61-"));
 }
 
-TEST(X11EventTapTests, holdsALoneAltGrBack) {
+TEST(X11EventTapTests, HoldsALoneAltGrBack) {
     setLayout(QStringLiteral("ro"));
     RunningTap running;
     pressKey(rightAlt);
@@ -154,7 +154,7 @@ TEST(X11EventTapTests, holdsALoneAltGrBack) {
     EXPECT_THAT(running.reports(), ElementsAre("61+", "61-", "61+", "61-"));
 }
 
-TEST(X11EventTapTests, altGrWithALetterReportsNothing) {
+TEST(X11EventTapTests, AltGrWithALetterReportsNothing) {
     setLayout(QStringLiteral("ro"));
     RunningTap running;
     outputOf(QStringLiteral("xdotool"),
@@ -164,7 +164,7 @@ TEST(X11EventTapTests, altGrWithALetterReportsNothing) {
     EXPECT_THAT(running.reportsUntilNow(), IsEmpty());
 }
 
-TEST(X11EventTapTests, ourOwnKeysAreNoChord) {
+TEST(X11EventTapTests, OurOwnKeysAreNoChord) {
     setLayout(QStringLiteral("ro"));
     RunningTap running;
     running.injectedKeys().willPress(38, std::chrono::steady_clock::now());
@@ -177,7 +177,7 @@ TEST(X11EventTapTests, ourOwnKeysAreNoChord) {
     EXPECT_THAT(running.reports(), ElementsAre("61+", "61-"));
 }
 
-TEST(X11EventTapTests, followsTheLayout) {
+TEST(X11EventTapTests, FollowsTheLayout) {
     setLayout(QStringLiteral("us"));
     RunningTap running;
     const QStringList chord { QStringLiteral("keydown"), QString::number(rightAlt), QStringLiteral("key"),
@@ -192,7 +192,7 @@ TEST(X11EventTapTests, followsTheLayout) {
     EXPECT_EQ(running.reportsUntilNow().size(), 8);
 }
 
-TEST(X11EventTapTests, isSilentWhileDisabled) {
+TEST(X11EventTapTests, IsSilentWhileDisabled) {
     RunningTap running;
     running.tap().setEnabled(false);
     typeKey(rightAlt);
@@ -200,7 +200,7 @@ TEST(X11EventTapTests, isSilentWhileDisabled) {
     EXPECT_LE(running.reportsUntilNow().size(), 0);
 }
 
-TEST(X11EventTapTests, endsAtOnceWhenInvalidatedBefore) {
+TEST(X11EventTapTests, EndsAtOnceWhenInvalidatedBefore) {
     X11EventTapFactory factory(std::make_shared<InjectedKeys>());
     const auto tap = factory.create([](const TapEvent &) {});
     ASSERT_TRUE(tap);
@@ -208,7 +208,7 @@ TEST(X11EventTapTests, endsAtOnceWhenInvalidatedBefore) {
     tap->run();
 }
 
-TEST(X11EventTapTests, endsWhenTheServerGoes) {
+TEST(X11EventTapTests, EndsWhenTheServerGoes) {
     OtherServer server;
     RunningTap running(server.name());
     ASSERT_TRUE(running.isMade());
@@ -216,16 +216,16 @@ TEST(X11EventTapTests, endsWhenTheServerGoes) {
     EXPECT_TRUE(untilTrue([&] { return running.hasEnded(); }));
 }
 
-TEST(X11EventTapTests, thereIsNoneWithoutADisplay) {
+TEST(X11EventTapTests, ThereIsNoneWithoutADisplay) {
     EXPECT_FALSE(RunningTap(":4711").isMade());
 }
 
-TEST(X11AccessibilityRightTests, isThereOnThisServer) {
+TEST(X11AccessibilityRightTests, IsThereOnThisServer) {
     X11AccessibilityRight right({});
     EXPECT_TRUE(right.state().isAvailable()) << right.state().reason.toStdString();
 }
 
-TEST(X11AccessibilityRightTests, tellsWhatToDoWithoutADisplay) {
+TEST(X11AccessibilityRightTests, TellsWhatToDoWithoutADisplay) {
     std::vector<QString> told;
     X11AccessibilityRight right([&](const QString &how) { told.push_back(how); }, ":4711");
     EXPECT_FALSE(right.state().isAvailable());
@@ -234,7 +234,7 @@ TEST(X11AccessibilityRightTests, tellsWhatToDoWithoutADisplay) {
     EXPECT_THAT(told, ElementsAre(right.state().reason));
 }
 
-TEST(X11AccessibilityRightTests, isMissingWithoutSyntheticKeys) {
+TEST(X11AccessibilityRightTests, IsMissingWithoutSyntheticKeys) {
     OtherServer server({ QStringLiteral("-extension"), QStringLiteral("XTEST") });
     X11AccessibilityRight right({}, server.name());
     EXPECT_TRUE(right.state().reason.contains(QLatin1String("XTEST"))) << right.state().reason.toStdString();
@@ -260,14 +260,14 @@ protected:
     std::vector<std::string> heard;
 };
 
-TEST_F(X11HotkeyTests, rightAltIsHeardWhereverTheFocusIs) {
+TEST_F(X11HotkeyTests, RightAltIsHeardWhereverTheFocusIs) {
     TestEditor editor;
     typeKey(rightAlt);
     EXPECT_TRUE(waitForHeard(2));
     EXPECT_THAT(heard, ElementsAre("down", "up"));
 }
 
-TEST_F(X11HotkeyTests, altGrStillTypesItsLettersAndStartsNothing) {
+TEST_F(X11HotkeyTests, AltGrStillTypesItsLettersAndStartsNothing) {
     setLayout(QStringLiteral("ro"));
     TestEditor editor;
     outputOf(QStringLiteral("xdotool"),
@@ -279,7 +279,7 @@ TEST_F(X11HotkeyTests, altGrStillTypesItsLettersAndStartsNothing) {
     EXPECT_THAT(heard, ElementsAre("down", "up"));
 }
 
-TEST_F(X11HotkeyTests, rightAltAloneOpensNoMenu) {
+TEST_F(X11HotkeyTests, RightAltAloneOpensNoMenu) {
     TestEditor editor({ QStringLiteral("--menu-bar") });
     typeKey(rightAlt);
     EXPECT_TRUE(waitForHeard(2));
@@ -287,7 +287,7 @@ TEST_F(X11HotkeyTests, rightAltAloneOpensNoMenu) {
     EXPECT_TRUE(editor.waitForText(QStringLiteral("a"))) << editor.text().toStdString();
 }
 
-TEST_F(X11HotkeyTests, restartsAndStopsWhileKeysArrive) {
+TEST_F(X11HotkeyTests, RestartsAndStopsWhileKeysArrive) {
     for (int round = 0; round < 5; ++round) {
         pressKey(rightAlt);
         manager->start();

@@ -52,7 +52,7 @@ protected:
     X11Pasteboard pasteboard;
 };
 
-TEST_F(X11PasteboardTests, otherProgramsFindTheDictatedTextMarked) {
+TEST_F(X11PasteboardTests, OtherProgramsFindTheDictatedTextMarked) {
     pasteboard.setDictatedText(QStringLiteral("Bună ziua €"));
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "Bună ziua €");
     EXPECT_EQ(clipboard(QStringLiteral("text/plain;charset=utf-8")), "Bună ziua €");
@@ -62,7 +62,7 @@ TEST_F(X11PasteboardTests, otherProgramsFindTheDictatedTextMarked) {
     EXPECT_FALSE(offeredTypes().contains(QStringLiteral("x-kde-passwordManagerHint")));
 }
 
-TEST_F(X11PasteboardTests, bringsEveryTypeOfAProgramBack) {
+TEST_F(X11PasteboardTests, BringsEveryTypeOfAProgramBack) {
     const QByteArray picture = pngPicture();
     const QJsonObject content { { QStringLiteral("text/html"), base64("<p>h\xc4\x83</p>") },
         { QStringLiteral("text/plain"), base64("h\xc4\x83") },
@@ -97,7 +97,7 @@ TEST_F(X11PasteboardTests, bringsEveryTypeOfAProgramBack) {
     EXPECT_EQ(offeredTypes().filter(QStringLiteral("image/")), QStringList { QStringLiteral("image/png") });
 }
 
-TEST_F(X11PasteboardTests, bringsALargeTextBack) {
+TEST_F(X11PasteboardTests, BringsALargeTextBack) {
     const QByteArray text = longText();
     CopyingProgram owner(text);
     const std::vector<PasteboardItem> saved = pasteboard.items();
@@ -108,7 +108,7 @@ TEST_F(X11PasteboardTests, bringsALargeTextBack) {
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), text);
 }
 
-TEST_F(X11PasteboardTests, servesALargeTextToSeveralProgramsAtOnce) {
+TEST_F(X11PasteboardTests, ServesALargeTextToSeveralProgramsAtOnce) {
     const QByteArray text = longText();
     pasteboard.setItems({ PasteboardItem { { { pasteboardTextType, text } } } });
     QProcess readers[3];
@@ -122,7 +122,7 @@ TEST_F(X11PasteboardTests, servesALargeTextToSeveralProgramsAtOnce) {
     }
 }
 
-TEST_F(X11PasteboardTests, aReaderThatGivesUpHarmsNobody) {
+TEST_F(X11PasteboardTests, AReaderThatGivesUpHarmsNobody) {
     const QByteArray text = longText();
     pasteboard.setItems({ PasteboardItem { { { pasteboardTextType, text } } } });
     for (int round = 0; round < 5; ++round) {
@@ -136,7 +136,7 @@ TEST_F(X11PasteboardTests, aReaderThatGivesUpHarmsNobody) {
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), text);
 }
 
-TEST_F(X11PasteboardTests, aHungOwnerCostsABoundedTimeAndIsTakenOverFrom) {
+TEST_F(X11PasteboardTests, AHungOwnerCostsABoundedTimeAndIsTakenOverFrom) {
     CopyingProgram owner("copied");
     owner.hang();
     QElapsedTimer timer;
@@ -147,7 +147,7 @@ TEST_F(X11PasteboardTests, aHungOwnerCostsABoundedTimeAndIsTakenOverFrom) {
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "dictated");
 }
 
-TEST_F(X11PasteboardTests, keepsWhatWasReadBeforeAnOwnerHung) {
+TEST_F(X11PasteboardTests, KeepsWhatWasReadBeforeAnOwnerHung) {
     TestEditor owner;
     // The owner makes the picture anew for each request, in more time than there is.
     owner.copy({ { QStringLiteral("text/plain"), base64("kept") },
@@ -164,7 +164,7 @@ TEST_F(X11PasteboardTests, keepsWhatWasReadBeforeAnOwnerHung) {
         base64("dictated"));
 }
 
-TEST_F(X11PasteboardTests, takesTheClipboardFromAProgramThatJustTookIt) {
+TEST_F(X11PasteboardTests, TakesTheClipboardFromAProgramThatJustTookIt) {
     for (int round = 0; round < 10; ++round) {
         CopyingProgram other("other " + QByteArray::number(round));
         pasteboard.setDictatedText(QString::number(round));
@@ -172,7 +172,7 @@ TEST_F(X11PasteboardTests, takesTheClipboardFromAProgramThatJustTookIt) {
     }
 }
 
-TEST_F(X11PasteboardTests, readsWhatAnotherProgramCopiedMeanwhile) {
+TEST_F(X11PasteboardTests, ReadsWhatAnotherProgramCopiedMeanwhile) {
     pasteboard.setDictatedText(QStringLiteral("dictated"));
     CopyingProgram other("copied");
     const std::vector<PasteboardItem> items = pasteboard.items();
@@ -181,13 +181,13 @@ TEST_F(X11PasteboardTests, readsWhatAnotherProgramCopiedMeanwhile) {
         testing::Contains(testing::Pair(QStringLiteral("UTF8_STRING"), "copied")));
 }
 
-TEST_F(X11PasteboardTests, withoutAManagerHandingOverDoesNothing) {
+TEST_F(X11PasteboardTests, WithoutAManagerHandingOverDoesNothing) {
     pasteboard.setDictatedText(QStringLiteral("dictated"));
     pasteboard.handOver();
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "dictated");
 }
 
-TEST(X11PasteboardWithoutServerTests, staysEmpty) {
+TEST(X11PasteboardWithoutServerTests, StaysEmpty) {
     X11Pasteboard pasteboard(":4711");
     pasteboard.setDictatedText(QStringLiteral("dictated"));
     pasteboard.handOver();

@@ -19,7 +19,7 @@ std::vector<QString> types(std::initializer_list<const char *> names) {
     return result;
 }
 
-TEST(ClipboardContentTests, offersTextUnderEveryNameThatProgramsAskWith) {
+TEST(ClipboardContentTests, OffersTextUnderEveryNameThatProgramsAskWith) {
     for (const char *given : { "text/plain;charset=utf-8", "UTF8_STRING" }) {
         const ClipboardContent content(
             { PasteboardItem { { { QLatin1String(given), "m\xc3\xa2ine \xe2\x82\xac" } } } });
@@ -34,14 +34,14 @@ TEST(ClipboardContentTests, offersTextUnderEveryNameThatProgramsAskWith) {
     }
 }
 
-TEST(ClipboardContentTests, keepsTheTextsThatCameWithIt) {
+TEST(ClipboardContentTests, KeepsTheTextsThatCameWithIt) {
     const ClipboardContent content({ PasteboardItem {
         { { QStringLiteral("UTF8_STRING"), "one" }, { QStringLiteral("STRING"), "two" } } } });
     EXPECT_EQ(content.data(QStringLiteral("STRING")), "two");
     EXPECT_EQ(content.data(QStringLiteral("UTF8_STRING")), "one");
 }
 
-TEST(ClipboardContentTests, offersNoTextWhereThereIsNone) {
+TEST(ClipboardContentTests, OffersNoTextWhereThereIsNone) {
     const ClipboardContent content({ PasteboardItem { { { html, "<b>a</b>" } } } });
     EXPECT_THAT(content.types(), ElementsAre("text/html"));
     EXPECT_EQ(content.data(html), "<b>a</b>");
@@ -49,27 +49,27 @@ TEST(ClipboardContentTests, offersNoTextWhereThereIsNone) {
     EXPECT_FALSE(content.data(hint));
 }
 
-TEST(ClipboardContentTests, marksDictatedTextOnly) {
+TEST(ClipboardContentTests, MarksDictatedTextOnly) {
     const auto dictated = ClipboardContent::dictated(QStringLiteral("a"));
     EXPECT_THAT(dictated.types(), testing::Contains(hint));
     EXPECT_EQ(dictated.data(hint), "secret");
     EXPECT_THAT(ClipboardContent(dictated.items()).types(), testing::Not(testing::Contains(hint)));
 }
 
-TEST(ClipboardContentTests, keepsTheMarkOfAnotherProgram) {
+TEST(ClipboardContentTests, KeepsTheMarkOfAnotherProgram) {
     const ClipboardContent content(
         { PasteboardItem { { { pasteboardTextType, "a" }, { hint, "secret" } } } });
     EXPECT_EQ(content.data(hint), "secret");
 }
 
-TEST(ClipboardContentTests, takesEachTypeFromTheFirstItemThatHasIt) {
+TEST(ClipboardContentTests, TakesEachTypeFromTheFirstItemThatHasIt) {
     const ClipboardContent content({ PasteboardItem { { { html, "first" } } },
         PasteboardItem { { { html, "second" }, { hint, "x" } } } });
     EXPECT_THAT(content.types(), ElementsAre(html, hint));
     EXPECT_EQ(content.data(html), "first");
 }
 
-TEST(ClipboardContentTests, nothingIsNoItem) {
+TEST(ClipboardContentTests, NothingIsNoItem) {
     EXPECT_THAT(ClipboardContent().items(), IsEmpty());
     EXPECT_THAT(ClipboardContent().types(), IsEmpty());
 }
@@ -82,7 +82,7 @@ struct ReadingCase {
 
 class ClipboardReadingTests : public testing::TestWithParam<ReadingCase> { };
 
-TEST_P(ClipboardReadingTests, choosesWhatToRead) {
+TEST_P(ClipboardReadingTests, ChoosesWhatToRead) {
     EXPECT_EQ(clipboardTypesToRead(GetParam().offered), GetParam().read);
 }
 

@@ -60,7 +60,7 @@ protected:
 using Clocks = testing::Types<VirtualTime, MainLoopTime>;
 TYPED_TEST_SUITE(ClockContract, Clocks);
 
-TYPED_TEST(ClockContract, runsPostedWorkInOrderAndLater) {
+TYPED_TEST(ClockContract, RunsPostedWorkInOrderAndLater) {
     std::vector<int> seen;
     this->time->clock.post([&] { seen.push_back(1); });
     this->time->clock.post([&] { seen.push_back(2); });
@@ -69,7 +69,7 @@ TYPED_TEST(ClockContract, runsPostedWorkInOrderAndLater) {
     EXPECT_EQ(seen, std::vector<int>({ 1, 2 }));
 }
 
-TYPED_TEST(ClockContract, runsCallsOnceTheirTimeHasPassed) {
+TYPED_TEST(ClockContract, RunsCallsOnceTheirTimeHasPassed) {
     const Date start = this->time->clock.now();
     std::optional<Date> called;
     this->time->clock.callAfter(0.005, [&] { called = this->time->clock.now(); });
@@ -78,21 +78,21 @@ TYPED_TEST(ClockContract, runsCallsOnceTheirTimeHasPassed) {
     EXPECT_GE(*called - start, 0.004);
 }
 
-TYPED_TEST(ClockContract, takesNegativeTimesAsNone) {
+TYPED_TEST(ClockContract, TakesNegativeTimesAsNone) {
     bool isCalled = false;
     this->time->clock.callAfter(-1, [&] { isCalled = true; });
     EXPECT_FALSE(isCalled);
     this->time->runUntil([&] { return isCalled; });
 }
 
-TYPED_TEST(ClockContract, resumesASleepingTask) {
+TYPED_TEST(ClockContract, ResumesASleepingTask) {
     launch(sleepTwice(this->time->clock, 0.001, this->held));
     EXPECT_EQ(*this->held, 0);
     this->time->runUntil([&] { return *this->held == 2; });
     EXPECT_EQ(this->held.use_count(), 1);
 }
 
-TYPED_TEST(ClockContract, abandonsASleepingTaskWhenItGoes) {
+TYPED_TEST(ClockContract, AbandonsASleepingTaskWhenItGoes) {
     launch(sleepTwice(this->time->clock, 1000, this->held));
     EXPECT_GT(this->held.use_count(), 1);
     this->time.reset();
@@ -100,14 +100,14 @@ TYPED_TEST(ClockContract, abandonsASleepingTaskWhenItGoes) {
     EXPECT_EQ(*this->held, 0) << "the task went on";
 }
 
-TYPED_TEST(ClockContract, abandonmentIsNoFailureThatATaskDealsWith) {
+TYPED_TEST(ClockContract, AbandonmentIsNoFailureThatATaskDealsWith) {
     launch(ignoreFailures(this->time->clock, this->held));
     this->time.reset();
     EXPECT_EQ(this->held.use_count(), 1);
     EXPECT_EQ(*this->held, 0);
 }
 
-TYPED_TEST(ClockContract, forgetsWorkWhenItGoes) {
+TYPED_TEST(ClockContract, ForgetsWorkWhenItGoes) {
     const auto work = [held = this->held] { ++*held; };
     this->time->clock.post(work);
     this->time->clock.callAfter(0, work);
@@ -140,7 +140,7 @@ Task<> waitManually(std::optional<Resumption> &resumption, Held held) {
 }
 } // namespace
 
-TEST(Resumption, resumesOnceWhicheverCopyIsUsed) {
+TEST(Resumption, ResumesOnceWhicheverCopyIsUsed) {
     const Held held = std::make_shared<int>(0);
     std::optional<Resumption> first;
     launch(waitManually(first, held));
@@ -153,7 +153,7 @@ TEST(Resumption, resumesOnceWhicheverCopyIsUsed) {
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST(Resumption, onlyTheLastUnusedCopyAbandons) {
+TEST(Resumption, OnlyTheLastUnusedCopyAbandons) {
     const Held held = std::make_shared<int>(0);
     std::optional<Resumption> first;
     launch(waitManually(first, held));

@@ -38,7 +38,7 @@ X11ActiveWindow window(const char *instance, const char *className, const char *
     return { QLatin1String(instance), QLatin1String(className), QLatin1String(applicationID), {} };
 }
 
-TEST_F(DesktopEntriesTests, findsByTheSurestSign) {
+TEST_F(DesktopEntriesTests, FindsByTheSurestSign) {
     write(QStringLiteral("first/org.example.Notes.desktop"),
         "Name=Notes\nExec=env A=b /usr/bin/notes-bin %U\n");
     write(QStringLiteral("first/writer.desktop"),
@@ -55,7 +55,7 @@ TEST_F(DesktopEntriesTests, findsByTheSurestSign) {
     EXPECT_EQ(idOf(found.find(window("x", ""), {})), "none");
 }
 
-TEST_F(DesktopEntriesTests, namesTheApplicationInTheUsersLanguage) {
+TEST_F(DesktopEntriesTests, NamesTheApplicationInTheUsersLanguage) {
     write(QStringLiteral("first/a.desktop"), "Name=Files\nName[de]=Dateien\nName[ro]=Fi\xc8\x99iere\n");
     write(QStringLiteral("first/b.desktop"), "Name=Files\nName[ro]=x\nName[ro_RO]=y\n");
     write(QStringLiteral("first/c.desktop"), "Name=Files\nName[de]=Dateien\n");
@@ -65,18 +65,18 @@ TEST_F(DesktopEntriesTests, namesTheApplicationInTheUsersLanguage) {
     EXPECT_EQ(found.find(window("c", "c"), {}).value().name, "Files");
 }
 
-TEST_F(DesktopEntriesTests, theFirstFolderGoesBeforeTheOthers) {
+TEST_F(DesktopEntriesTests, TheFirstFolderGoesBeforeTheOthers) {
     write(QStringLiteral("first/a.desktop"), "Name=Mine\n");
     write(QStringLiteral("second/a.desktop"), "Name=Theirs\n");
     EXPECT_EQ(entries().find(window("a", "a"), {}).value().name, "Mine");
 }
 
-TEST_F(DesktopEntriesTests, foldersBelowArePartOfTheIdentifier) {
+TEST_F(DesktopEntriesTests, FoldersBelowArePartOfTheIdentifier) {
     write(QStringLiteral("second/kde/notes.desktop"), "Name=Notes\n");
     EXPECT_EQ(idOf(entries().find(window("kde-notes", "x"), {})), "kde-notes");
 }
 
-TEST_F(DesktopEntriesTests, readsOnlyItsOwnGroupAndOnlyApplications) {
+TEST_F(DesktopEntriesTests, ReadsOnlyItsOwnGroupAndOnlyApplications) {
     write(
         QStringLiteral("first/a.desktop"), "# Name=Comment\nName=A\n[Desktop Action new]\nName=New window\n");
     write(QStringLiteral("first/link.desktop"), "Type=Link\nName=Link\n");
@@ -84,7 +84,7 @@ TEST_F(DesktopEntriesTests, readsOnlyItsOwnGroupAndOnlyApplications) {
     EXPECT_EQ(idOf(entries().find(window("link", "link"), {})), "none");
 }
 
-TEST_F(DesktopEntriesTests, noticesNewFiles) {
+TEST_F(DesktopEntriesTests, NoticesNewFiles) {
     write(QStringLiteral("first/a.desktop"), "Name=A\n");
     DesktopEntries found = entries();
     EXPECT_EQ(idOf(found.find(window("b", "b"), {})), "none");
@@ -100,7 +100,7 @@ struct TerminalCase {
 
 class TerminalTests : public testing::TestWithParam<TerminalCase> { };
 
-TEST_P(TerminalTests, areKnownByTheirClass) {
+TEST_P(TerminalTests, AreKnownByTheirClass) {
     EXPECT_EQ(window(GetParam().instance, GetParam().className).isTerminal(), GetParam().isTerminal);
 }
 

@@ -7,7 +7,7 @@ using namespace std::chrono_literals;
 
 constexpr InjectedKeys::Instant start;
 
-TEST(InjectedKeysTests, eachNoteServesOnce) {
+TEST(InjectedKeysTests, EachNoteServesOnce) {
     InjectedKeys keys;
     keys.willPress(55, start);
     keys.willPress(37, start);
@@ -18,14 +18,14 @@ TEST(InjectedKeysTests, eachNoteServesOnce) {
     EXPECT_TRUE(keys.take(37, start + 5ms));
 }
 
-TEST(InjectedKeysTests, keysOfTheUserAreNotOurs) {
+TEST(InjectedKeysTests, KeysOfTheUserAreNotOurs) {
     InjectedKeys keys;
     EXPECT_FALSE(keys.take(55, start));
     keys.willPress(55, start);
     EXPECT_FALSE(keys.take(38, start));
 }
 
-TEST(InjectedKeysTests, aPressThatNobodySawIsForgotten) {
+TEST(InjectedKeysTests, APressThatNobodySawIsForgotten) {
     InjectedKeys keys;
     keys.willPress(55, start);
     EXPECT_FALSE(keys.take(55, start + 1001ms));

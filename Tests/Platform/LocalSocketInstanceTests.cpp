@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(LocalSocketInstance, theFirstHearsOfTheSecond) {
+TEST(LocalSocketInstance, TheFirstHearsOfTheSecond) {
     const QTemporaryDir folder;
     LocalSocketInstance first { FileURL(folder.path()) };
     int laterStarts = 0;
@@ -18,7 +18,7 @@ TEST(LocalSocketInstance, theFirstHearsOfTheSecond) {
     }
 }
 
-TEST(LocalSocketInstance, thePlaceIsFreeAgainAfterTheFirst) {
+TEST(LocalSocketInstance, ThePlaceIsFreeAgainAfterTheFirst) {
     const QTemporaryDir folder;
     {
         LocalSocketInstance first { FileURL(folder.path()) };
@@ -28,7 +28,7 @@ TEST(LocalSocketInstance, thePlaceIsFreeAgainAfterTheFirst) {
     EXPECT_TRUE(next.claim([] {}));
 }
 
-TEST(LocalSocketInstance, aFolderThatCannotBeWrittenKeepsNobodyFromStarting) {
+TEST(LocalSocketInstance, AFolderThatCannotBeWrittenKeepsNobodyFromStarting) {
     LocalSocketInstance instance { FileURL(QStringLiteral("/nowhere/at/all")) };
     EXPECT_TRUE(instance.claim([] {}));
 }

@@ -70,7 +70,7 @@ private:
 
 class RightAltTranslatorTests : public testing::TestWithParam<TranslatorCase> { };
 
-TEST_P(RightAltTranslatorTests, reports) {
+TEST_P(RightAltTranslatorTests, Reports) {
     TranslatorBench bench(GetParam().typesLetters);
     for (const Step &step : GetParam().steps)
         bench.play(step);
@@ -130,7 +130,7 @@ INSTANTIATE_TEST_SUITE_P(Table, RightAltTranslatorTests,
             { "0 58+", "150 61+", "150 61+", "200 58-" } }),
     [](const auto &info) { return info.param.name; });
 
-TEST(RightAltTranslatorStateTests, knowsTheKeysThatWereHeldBefore) {
+TEST(RightAltTranslatorStateTests, KnowsTheKeysThatWereHeldBefore) {
     TranslatorBench bench(plain);
     bench.translator().setInitialState(true, true);
     bench.play({ 0, right, up });
@@ -138,7 +138,7 @@ TEST(RightAltTranslatorStateTests, knowsTheKeysThatWereHeldBefore) {
     EXPECT_THAT(bench.reports, testing::ElementsAre("0 61+", "10 58-"));
 }
 
-TEST(RightAltTranslatorStateTests, aNewLayoutLeavesAHeldBackPressAlone) {
+TEST(RightAltTranslatorStateTests, ANewLayoutLeavesAHeldBackPressAlone) {
     TranslatorBench bench(altGr);
     bench.play({ 0, right, down });
     bench.translator().setTypesLetters(plain);
@@ -148,7 +148,7 @@ TEST(RightAltTranslatorStateTests, aNewLayoutLeavesAHeldBackPressAlone) {
     EXPECT_THAT(bench.reports, testing::ElementsAre("250 61+", "300 61-", "400 61+"));
 }
 
-TEST(RightAltTranslatorStateTests, hasNothingToWaitForWithoutAPress) {
+TEST(RightAltTranslatorStateTests, HasNothingToWaitForWithoutAPress) {
     TranslatorBench bench(altGr);
     EXPECT_FALSE(bench.translator().deadline());
     bench.play({ 0, right, down });

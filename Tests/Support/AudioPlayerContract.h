@@ -30,18 +30,18 @@ protected:
 
 TYPED_TEST_SUITE_P(AudioPlayerContract);
 
-TYPED_TEST_P(AudioPlayerContract, aVanishedFileIsAnErrorAtOnce) {
+TYPED_TEST_P(AudioPlayerContract, AVanishedFileIsAnErrorAtOnce) {
     const FileURL url = this->made.vanished();
     EXPECT_EQ(systemErrorOf([&] { this->made.players().open(url); }),
         QStringLiteral("No such file or directory: ") + url.path());
 }
 
-TYPED_TEST_P(AudioPlayerContract, aFileWithoutSoundIsAnErrorAtOnce) {
+TYPED_TEST_P(AudioPlayerContract, AFileWithoutSoundIsAnErrorAtOnce) {
     const FileURL url = this->made.broken();
     EXPECT_TRUE(systemErrorOf([&] { this->made.players().open(url); }).endsWith(url.path()));
 }
 
-TYPED_TEST_P(AudioPlayerContract, playsToTheEndAndTellsItOnce) {
+TYPED_TEST_P(AudioPlayerContract, PlaysToTheEndAndTellsItOnce) {
     const auto player = this->openSound();
     player->prepareToPlay();
     ASSERT_TRUE(player->play());
@@ -50,7 +50,7 @@ TYPED_TEST_P(AudioPlayerContract, playsToTheEndAndTellsItOnce) {
     EXPECT_TRUE(this->isSuccess);
 }
 
-TYPED_TEST_P(AudioPlayerContract, aPauseIsNoEndAndTheRestFollows) {
+TYPED_TEST_P(AudioPlayerContract, APauseIsNoEndAndTheRestFollows) {
     const auto player = this->openSound();
     ASSERT_TRUE(player->play());
     player->pause();
@@ -61,7 +61,7 @@ TYPED_TEST_P(AudioPlayerContract, aPauseIsNoEndAndTheRestFollows) {
     EXPECT_EQ(this->endCount, 1);
 }
 
-TYPED_TEST_P(AudioPlayerContract, aStopIsNoEnd) {
+TYPED_TEST_P(AudioPlayerContract, AStopIsNoEnd) {
     const auto player = this->openSound();
     player->stop();
     ASSERT_TRUE(player->play());
@@ -70,6 +70,6 @@ TYPED_TEST_P(AudioPlayerContract, aStopIsNoEnd) {
     EXPECT_EQ(this->endCount, 0);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(AudioPlayerContract, aVanishedFileIsAnErrorAtOnce,
-    aFileWithoutSoundIsAnErrorAtOnce, playsToTheEndAndTellsItOnce, aPauseIsNoEndAndTheRestFollows,
-    aStopIsNoEnd);
+REGISTER_TYPED_TEST_SUITE_P(AudioPlayerContract, AVanishedFileIsAnErrorAtOnce,
+    AFileWithoutSoundIsAnErrorAtOnce, PlaysToTheEndAndTellsItOnce, APauseIsNoEndAndTheRestFollows,
+    AStopIsNoEnd);

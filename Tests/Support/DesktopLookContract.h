@@ -20,12 +20,12 @@ protected:
 
 TYPED_TEST_SUITE_P(DesktopLookContract);
 
-TYPED_TEST_P(DesktopLookContract, hasNoPreferenceAtFirst) {
+TYPED_TEST_P(DesktopLookContract, HasNoPreferenceAtFirst) {
     EXPECT_EQ(this->look().appearance(), std::nullopt);
     EXPECT_FALSE(this->look().isMotionReduced());
 }
 
-TYPED_TEST_P(DesktopLookContract, followsTheUser) {
+TYPED_TEST_P(DesktopLookContract, FollowsTheUser) {
     this->made.choose(Appearance::Dark);
     EXPECT_TRUE(this->shows(Appearance::Dark));
     this->made.choose(Appearance::Light);
@@ -34,14 +34,14 @@ TYPED_TEST_P(DesktopLookContract, followsTheUser) {
     EXPECT_TRUE(this->shows({}));
 }
 
-TYPED_TEST_P(DesktopLookContract, followsTheMotion) {
+TYPED_TEST_P(DesktopLookContract, FollowsTheMotion) {
     this->made.reduceMotion(true);
     EXPECT_TRUE(untilTrue([this] { return this->look().isMotionReduced(); }));
     this->made.reduceMotion(false);
     EXPECT_TRUE(untilTrue([this] { return !this->look().isMotionReduced(); }));
 }
 
-TYPED_TEST_P(DesktopLookContract, tellsARealChangeOnly) {
+TYPED_TEST_P(DesktopLookContract, TellsARealChangeOnly) {
     int changes = 0;
     QObject::connect(&this->look(), &DesktopLook::changed, &this->look(), [&changes] { ++changes; });
     this->made.choose(Appearance::Dark);
@@ -53,4 +53,4 @@ TYPED_TEST_P(DesktopLookContract, tellsARealChangeOnly) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(
-    DesktopLookContract, hasNoPreferenceAtFirst, followsTheUser, followsTheMotion, tellsARealChangeOnly);
+    DesktopLookContract, HasNoPreferenceAtFirst, FollowsTheUser, FollowsTheMotion, TellsARealChangeOnly);

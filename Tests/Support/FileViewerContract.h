@@ -15,14 +15,14 @@ protected:
 
 TYPED_TEST_SUITE_P(FileViewerContract);
 
-TYPED_TEST_P(FileViewerContract, selectsAFile) {
+TYPED_TEST_P(FileViewerContract, SelectsAFile) {
     this->made.viewer().selectFile(FileURL(QStringLiteral("/tmp/ș a#1.wav")));
     EXPECT_EQ(this->made.shown(), QStringLiteral("selectFile /tmp/ș a#1.wav"));
 }
 
-TYPED_TEST_P(FileViewerContract, opensAFolder) {
+TYPED_TEST_P(FileViewerContract, OpensAFolder) {
     this->made.viewer().openFolder(FileURL(QStringLiteral("/tmp/some folder")));
     EXPECT_EQ(this->made.shown(), QStringLiteral("openFolder /tmp/some folder"));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(FileViewerContract, selectsAFile, opensAFolder);
+REGISTER_TYPED_TEST_SUITE_P(FileViewerContract, SelectsAFile, OpensAFolder);

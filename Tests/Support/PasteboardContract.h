@@ -22,16 +22,16 @@ private:
 
 TYPED_TEST_SUITE_P(PasteboardContract);
 
-TYPED_TEST_P(PasteboardContract, startsEmpty) {
+TYPED_TEST_P(PasteboardContract, StartsEmpty) {
     EXPECT_THAT(this->pasteboard().items(), testing::IsEmpty());
 }
 
-TYPED_TEST_P(PasteboardContract, givesADictatedTextBack) {
+TYPED_TEST_P(PasteboardContract, GivesADictatedTextBack) {
     this->pasteboard().setDictatedText(QStringLiteral("Să ne vedem mâine 🙂"));
     EXPECT_EQ(this->pasteboard().items(), this->text("Să ne vedem mâine 🙂"));
 }
 
-TYPED_TEST_P(PasteboardContract, givesEveryTypeBackInOrder) {
+TYPED_TEST_P(PasteboardContract, GivesEveryTypeBackInOrder) {
     const std::vector<PasteboardItem> items { PasteboardItem { { { QStringLiteral("text/html"), "<b>a</b>" },
         { QStringLiteral("application/x-own"), QByteArray("\0\1\xff", 3) }, { pasteboardTextType, "a" },
         { QStringLiteral("image/png"), QByteArray(400000, 'p') } } } };
@@ -39,7 +39,7 @@ TYPED_TEST_P(PasteboardContract, givesEveryTypeBackInOrder) {
     EXPECT_EQ(this->pasteboard().items(), items);
 }
 
-TYPED_TEST_P(PasteboardContract, eachContentReplacesTheOneBefore) {
+TYPED_TEST_P(PasteboardContract, EachContentReplacesTheOneBefore) {
     this->pasteboard().setItems(this->text("one"));
     this->pasteboard().setDictatedText(QStringLiteral("two"));
     EXPECT_EQ(this->pasteboard().items(), this->text("two"));
@@ -47,12 +47,12 @@ TYPED_TEST_P(PasteboardContract, eachContentReplacesTheOneBefore) {
     EXPECT_EQ(this->pasteboard().items(), this->text("three"));
 }
 
-TYPED_TEST_P(PasteboardContract, anEmptyTextIsAText) {
+TYPED_TEST_P(PasteboardContract, AnEmptyTextIsAText) {
     this->pasteboard().setDictatedText(QString());
     EXPECT_EQ(this->pasteboard().items(), this->text(""));
 }
 
-TYPED_TEST_P(PasteboardContract, handingOverKeepsTheContent) {
+TYPED_TEST_P(PasteboardContract, HandingOverKeepsTheContent) {
     this->pasteboard().handOver();
     EXPECT_THAT(this->pasteboard().items(), testing::IsEmpty());
     this->pasteboard().setDictatedText(QStringLiteral("dictated"));
@@ -60,6 +60,6 @@ TYPED_TEST_P(PasteboardContract, handingOverKeepsTheContent) {
     EXPECT_EQ(this->pasteboard().items(), this->text("dictated"));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, startsEmpty, givesADictatedTextBack,
-    givesEveryTypeBackInOrder, eachContentReplacesTheOneBefore, anEmptyTextIsAText,
-    handingOverKeepsTheContent);
+REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, StartsEmpty, GivesADictatedTextBack,
+    GivesEveryTypeBackInOrder, EachContentReplacesTheOneBefore, AnEmptyTextIsAText,
+    HandingOverKeepsTheContent);

@@ -19,13 +19,13 @@ private:
 
 TYPED_TEST_SUITE_P(StatusItemContract);
 
-TYPED_TEST_P(StatusItemContract, hasAPlace) {
+TYPED_TEST_P(StatusItemContract, HasAPlace) {
     EXPECT_TRUE(this->item().availability().isAvailable());
     ASSERT_TRUE(untilTrue([this] { return this->item().geometry().has_value(); }));
     EXPECT_FALSE(this->item().geometry()->isEmpty());
 }
 
-TYPED_TEST_P(StatusItemContract, tellsOfEveryPress) {
+TYPED_TEST_P(StatusItemContract, TellsOfEveryPress) {
     int presses = 0;
     this->item().setActivationObserver([&presses] { ++presses; });
     this->press();
@@ -34,7 +34,7 @@ TYPED_TEST_P(StatusItemContract, tellsOfEveryPress) {
     EXPECT_TRUE(untilTrue([&] { return presses == 2; }));
 }
 
-TYPED_TEST_P(StatusItemContract, tellsTheNewestObserverOnly) {
+TYPED_TEST_P(StatusItemContract, TellsTheNewestObserverOnly) {
     int former = 0;
     int newest = 0;
     this->press();
@@ -45,4 +45,4 @@ TYPED_TEST_P(StatusItemContract, tellsTheNewestObserverOnly) {
     EXPECT_EQ(former, 0);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(StatusItemContract, hasAPlace, tellsOfEveryPress, tellsTheNewestObserverOnly);
+REGISTER_TYPED_TEST_SUITE_P(StatusItemContract, HasAPlace, TellsOfEveryPress, TellsTheNewestObserverOnly);

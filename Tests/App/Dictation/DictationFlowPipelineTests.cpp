@@ -20,7 +20,7 @@ protected:
     }
 };
 
-TEST_F(DictationFlowPipeline, succeedsWithoutRefinementInThisOrder) {
+TEST_F(DictationFlowPipeline, SucceedsWithoutRefinementInThisOrder) {
     settings->setRefinementEnabled(false);
     recordAt(0.5);
     fakes.transcriber->outcomes.give(outcome("Hello"));
@@ -39,7 +39,7 @@ TEST_F(DictationFlowPipeline, succeedsWithoutRefinementInThisOrder) {
         fakes.journal.lines, QStringList({ "state Idle", "overlay.hide", "sound.sync Idle hero 0.45" }));
 }
 
-TEST_F(DictationFlowPipeline, publishesWithRefinementAndASecondPassInThisOrder) {
+TEST_F(DictationFlowPipeline, PublishesWithRefinementAndASecondPassInThisOrder) {
     recordAt(0.5);
     fakes.transcriber->outcomes.suspend();
     fakes.ollama->texts.suspend();
@@ -60,7 +60,7 @@ TEST_F(DictationFlowPipeline, publishesWithRefinementAndASecondPassInThisOrder) 
         QStringList({ "ollama.refine hello", "paster.paste Hello. ro" }));
 }
 
-TEST_F(DictationFlowPipeline, failsWithTheTextOfTheTranscription) {
+TEST_F(DictationFlowPipeline, FailsWithTheTextOfTheTranscription) {
     settings->setRefinementEnabled(false);
     dictate("before");
     clock.advance(2);
@@ -82,21 +82,21 @@ TEST_F(DictationFlowPipeline, failsWithTheTextOfTheTranscription) {
     EXPECT_EQ(fakes.journal.only({ "paster", "history" }), QStringList());
 }
 
-TEST_F(DictationFlowPipeline, failsStraightFromTranscribing) {
+TEST_F(DictationFlowPipeline, FailsStraightFromTranscribing) {
     recordAt(0.5);
     fakes.transcriber->outcomes.fail(failure("broken pipe"));
     keyUp();
     EXPECT_EQ(published(), QStringList({ "state Transcribing", "state Error(broken pipe)" }));
 }
 
-TEST_F(DictationFlowPipeline, takesAnUnnamedFailureToo) {
+TEST_F(DictationFlowPipeline, TakesAnUnnamedFailureToo) {
     recordAt(0.5);
     fakes.transcriber->outcomes.fail(std::runtime_error("unexpected"));
     keyUp();
     EXPECT_EQ(manager->state(), DictationState::error("unexpected"));
 }
 
-TEST_F(DictationFlowPipeline, asksWithTheSettingsOfTheKeyUp) {
+TEST_F(DictationFlowPipeline, AsksWithTheSettingsOfTheKeyUp) {
     recordAt(0.5);
     settings->setWhisperBinaryPath("/opt/whisper-cli");
     settings->setModelPath("/opt/model.bin");
@@ -116,7 +116,7 @@ TEST_F(DictationFlowPipeline, asksWithTheSettingsOfTheKeyUp) {
     EXPECT_EQ(request.peakLevel, 0.5);
 }
 
-TEST_F(DictationFlowPipeline, readsLaterSettingsAtTheirMoment) {
+TEST_F(DictationFlowPipeline, ReadsLaterSettingsAtTheirMoment) {
     settings->setRefinementEnabled(false);
     settings->setLanguage("ro");
     recordAt(0.5);
@@ -137,7 +137,7 @@ TEST_F(DictationFlowPipeline, readsLaterSettingsAtTheirMoment) {
     EXPECT_EQ(fakes.history->added.at(0).language, "en");
 }
 
-TEST_F(DictationFlowPipeline, storesTheDictation) {
+TEST_F(DictationFlowPipeline, StoresTheDictation) {
     fakes.paster->target = { "Terminal", std::nullopt, Date { 12.5 } };
     fakes.paster->duringPaste = [this] { clock.block(0.05); };
     recordAt(0.5);
@@ -166,7 +166,7 @@ TEST_F(DictationFlowPipeline, storesTheDictation) {
             .qualityPass = QualityPass::Fallback }));
 }
 
-TEST_F(DictationFlowPipeline, emptyTextIsDoneWithoutRefinementPasteOrEntry) {
+TEST_F(DictationFlowPipeline, EmptyTextIsDoneWithoutRefinementPasteOrEntry) {
     settings->setRefinementEnabled(false);
     dictate("before");
     clock.advance(2);
@@ -181,7 +181,7 @@ TEST_F(DictationFlowPipeline, emptyTextIsDoneWithoutRefinementPasteOrEntry) {
     EXPECT_EQ(fakes.journal.only({ "ollama", "rules", "paster", "history" }), QStringList());
 }
 
-TEST_F(DictationFlowPipeline, textThatTheSanitizerTakesAwayIsDoneToo) {
+TEST_F(DictationFlowPipeline, TextThatTheSanitizerTakesAwayIsDoneToo) {
     recordAt(0.05);
     fakes.transcriber->outcomes.give(outcome("um, thank you"));
     fakes.ollama->texts.give("Thank you.");
@@ -190,7 +190,7 @@ TEST_F(DictationFlowPipeline, textThatTheSanitizerTakesAwayIsDoneToo) {
     EXPECT_EQ(fakes.journal.only({ "paster", "history" }), QStringList());
 }
 
-TEST_F(DictationFlowPipeline, loudThanksSurvive) {
+TEST_F(DictationFlowPipeline, LoudThanksSurvive) {
     recordAt(0.06);
     fakes.transcriber->outcomes.give(outcome("um, thank you"));
     fakes.ollama->texts.give("Thank you.");
@@ -198,7 +198,7 @@ TEST_F(DictationFlowPipeline, loudThanksSurvive) {
     EXPECT_EQ(manager->lastTranscript(), "Thank you.");
 }
 
-TEST_F(DictationFlowPipeline, withoutRefinementNoSanitizerRuns) {
+TEST_F(DictationFlowPipeline, WithoutRefinementNoSanitizerRuns) {
     settings->setRefinementEnabled(false);
     recordAt(0.01);
     fakes.transcriber->outcomes.give(outcome(" Thank you. "));
@@ -206,7 +206,7 @@ TEST_F(DictationFlowPipeline, withoutRefinementNoSanitizerRuns) {
     EXPECT_EQ(manager->lastTranscript(), " Thank you. ");
 }
 
-TEST_F(DictationFlowPipeline, refinementNeverFailsADictation) {
+TEST_F(DictationFlowPipeline, RefinementNeverFailsADictation) {
     enum Primary { Absent, Works, Fails };
     const struct {
         Primary primary;
@@ -245,7 +245,7 @@ TEST_F(DictationFlowPipeline, refinementNeverFailsADictation) {
     }
 }
 
-TEST_F(DictationFlowPipeline, refinementSwitchedOnLaterUsesTheRules) {
+TEST_F(DictationFlowPipeline, RefinementSwitchedOnLaterUsesTheRules) {
     settings->setRefinementEnabled(false);
     manager->configureRefiner();
     settings->setRefinementEnabled(true);
@@ -257,7 +257,7 @@ TEST_F(DictationFlowPipeline, refinementSwitchedOnLaterUsesTheRules) {
         QStringList({ "state Refining", "rules.refine hello" }));
 }
 
-TEST_F(DictationFlowPipeline, aRefinerThatIsReplacedFinishesItsText) {
+TEST_F(DictationFlowPipeline, ARefinerThatIsReplacedFinishesItsText) {
     recordAt(0.5);
     fakes.transcriber->outcomes.give(outcome("hello"));
     fakes.ollama->texts.suspend();
@@ -271,7 +271,7 @@ TEST_F(DictationFlowPipeline, aRefinerThatIsReplacedFinishesItsText) {
 class DictationFlowRefusedStop : public DictationFlowPipeline,
                                  public testing::WithParamInterface<DictationState::Kind> { };
 
-TEST_P(DictationFlowRefusedStop, changesNothing) {
+TEST_P(DictationFlowRefusedStop, ChangesNothing) {
     reach(GetParam());
     ASSERT_EQ(manager->state().kind(), GetParam());
     fakes.journal.lines.clear();
@@ -285,7 +285,7 @@ INSTANTIATE_TEST_SUITE_P(EveryStateButRecording, DictationFlowRefusedStop,
         DictationState::Kind::OptimizingQuality, DictationState::Kind::Refining, DictationState::Kind::Done,
         DictationState::Kind::Error));
 
-TEST_F(DictationFlowPipeline, refusesBothKeysWhilePasting) {
+TEST_F(DictationFlowPipeline, RefusesBothKeysWhilePasting) {
     settings->setRefinementEnabled(false);
     recordAt(0.5);
     QStringList during;
@@ -318,7 +318,7 @@ protected:
     }
 };
 
-TEST_F(DictationFlowOverlap, aRecordingThatOutlastsTheTwoSecondsIsStranded) {
+TEST_F(DictationFlowOverlap, ARecordingThatOutlastsTheTwoSecondsIsStranded) {
     recordDuringDone();
     clock.advance(0.98);
     EXPECT_GT(manager->audioLevel(), 0.7);
@@ -335,7 +335,7 @@ TEST_F(DictationFlowOverlap, aRecordingThatOutlastsTheTwoSecondsIsStranded) {
     EXPECT_EQ(fakes.transcriber->requests.size(), 1U);
 }
 
-TEST_F(DictationFlowOverlap, aKeyUpWithinTheTwoSecondsGoesOnWithoutAPeak) {
+TEST_F(DictationFlowOverlap, AKeyUpWithinTheTwoSecondsGoesOnWithoutAPeak) {
     settings->setRefinementEnabled(true);
     fakes.ollama->texts.give("First.");
     recordDuringDone();
@@ -353,7 +353,7 @@ TEST_F(DictationFlowOverlap, aKeyUpWithinTheTwoSecondsGoesOnWithoutAPeak) {
     EXPECT_EQ(manager->state(), Kind::Idle);
 }
 
-TEST_F(DictationFlowOverlap, thatPipelineKnowsItsFileToTheEnd) {
+TEST_F(DictationFlowOverlap, ThatPipelineKnowsItsFileToTheEnd) {
     recordDuringDone();
     fakes.transcriber->outcomes.suspend();
     keyUp();
@@ -363,7 +363,7 @@ TEST_F(DictationFlowOverlap, thatPipelineKnowsItsFileToTheEnd) {
     EXPECT_EQ(fakes.history->added[1].audioFileRelativePath, fakes.live->startedURLs[1].lastPathComponent());
 }
 
-TEST_F(DictationFlowOverlap, theFirstTimerCutsALaterDoneShort) {
+TEST_F(DictationFlowOverlap, TheFirstTimerCutsALaterDoneShort) {
     recordDuringDone();
     fakes.transcriber->outcomes.give(outcome("second"));
     keyUp();
@@ -379,34 +379,34 @@ protected:
     DictationFlowClosing() { settings->setRefinementEnabled(false); }
 };
 
-TEST_F(DictationFlowClosing, sweepsAfterTheTwoSeconds) {
+TEST_F(DictationFlowClosing, SweepsAfterTheTwoSeconds) {
     dictate("text");
     clock.advance(2);
     const FakeRetentionSweeper::Call sweep { audioCacheURL(), 24, 2048 };
     EXPECT_EQ(sweepsAtEnd(), std::vector<FakeRetentionSweeper::Call>(2, sweep));
 }
 
-TEST_F(DictationFlowClosing, doesNotSweepBefore) {
+TEST_F(DictationFlowClosing, DoesNotSweepBefore) {
     dictate("text");
     clock.advance(1.9);
     EXPECT_EQ(sweepsAtEnd().size(), 1U);
 }
 
-TEST_F(DictationFlowClosing, sweepsAtOnceAfterAFailure) {
+TEST_F(DictationFlowClosing, SweepsAtOnceAfterAFailure) {
     record();
     fakes.transcriber->outcomes.fail(failure("broken"));
     keyUp();
     EXPECT_EQ(sweepsAtEnd().size(), 2U);
 }
 
-TEST_F(DictationFlowClosing, doesNotSweepForAKeyUpThatIsRefused) {
+TEST_F(DictationFlowClosing, DoesNotSweepForAKeyUpThatIsRefused) {
     keyUp();
     EXPECT_EQ(sweepsAtEnd().size(), 1U);
 }
 
 class DictationFlowLifetime : public DictationFlowPipeline { };
 
-TEST_F(DictationFlowLifetime, aDictationUnderWayKeepsTheManager) {
+TEST_F(DictationFlowLifetime, ADictationUnderWayKeepsTheManager) {
     settings->setRefinementEnabled(false);
     recordAt(0.5);
     fakes.transcriber->outcomes.suspend();
@@ -419,7 +419,7 @@ TEST_F(DictationFlowLifetime, aDictationUnderWayKeepsTheManager) {
     EXPECT_TRUE(weakManager.expired());
 }
 
-TEST_F(DictationFlowLifetime, theAnnouncementOfASecondPassDoesNot) {
+TEST_F(DictationFlowLifetime, TheAnnouncementOfASecondPassDoesNot) {
     settings->setRefinementEnabled(false);
     dictate("hello");
     clock.advance(2);
@@ -453,12 +453,12 @@ private:
     QtMessageHandler m_formerHandler;
 };
 
-TEST_F(DictationFlowStages, areSilentUnlessAskedFor) {
+TEST_F(DictationFlowStages, AreSilentUnlessAskedFor) {
     dictate("text");
     EXPECT_EQ(messages, QStringList());
 }
 
-TEST_F(DictationFlowStages, tellTheTimes) {
+TEST_F(DictationFlowStages, TellTheTimes) {
     QLoggingCategory::setFilterRules("tolmi.stages.info=true");
     record();
     clock.advance(1.25);

@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(DictationFlowRecording, startsWithTheLiveCaptureInOrder) {
+TEST_F(DictationFlowRecording, StartsWithTheLiveCaptureInOrder) {
     record();
     EXPECT_EQ(fakes.journal.lines,
         QStringList({ "recorder.requestPermission", "live.warmup", "live.start", "firstPassScore 0",
@@ -35,7 +35,7 @@ TEST_F(DictationFlowRecording, startsWithTheLiveCaptureInOrder) {
     EXPECT_EQ(fakes.live->startedURLs[0].pathExtension(), "wav");
 }
 
-TEST_F(DictationFlowRecording, announcesTheStateWhileTheOldOneIsReadable) {
+TEST_F(DictationFlowRecording, AnnouncesTheStateWhileTheOldOneIsReadable) {
     QStringList seen;
     QObject::connect(manager.get(), &DictationFlowManager::stateWillChange,
         [&](const DictationState &next) { seen << describe(manager->state()) + " to " + describe(next); });
@@ -43,7 +43,7 @@ TEST_F(DictationFlowRecording, announcesTheStateWhileTheOldOneIsReadable) {
     EXPECT_EQ(seen, QStringList({ "Idle to Recording" }));
 }
 
-TEST_F(DictationFlowRecording, refusedMicrophoneIsAnErrorForThreeSeconds) {
+TEST_F(DictationFlowRecording, RefusedMicrophoneIsAnErrorForThreeSeconds) {
     fakes.recorder->permission.give(false);
     keyDown();
     clock.advance(2.99);
@@ -53,14 +53,14 @@ TEST_F(DictationFlowRecording, refusedMicrophoneIsAnErrorForThreeSeconds) {
         QStringList({ "recorder.requestPermission" }) + errorLines(romanian(L10n::Key::stateMicDenied)));
 }
 
-TEST_F(DictationFlowRecording, errorsSpeakTheLanguageOfTheInterface) {
+TEST_F(DictationFlowRecording, ErrorsSpeakTheLanguageOfTheInterface) {
     settings->setUiLanguage(AppLanguage::English);
     fakes.recorder->permission.give(false);
     keyDown();
     EXPECT_EQ(manager->state().message(), L10n::text(L10n::Key::stateMicDenied, AppLanguage::English));
 }
 
-TEST_F(DictationFlowRecording, failsWithTheSecondBackEnd) {
+TEST_F(DictationFlowRecording, FailsWithTheSecondBackEnd) {
     const struct {
         std::exception_ptr liveFailure;
         std::exception_ptr recorderFailure;
@@ -93,7 +93,7 @@ TEST_F(DictationFlowRecording, failsWithTheSecondBackEnd) {
     EXPECT_EQ(fakes.journal.count(QStringLiteral("overlay.make")), 1);
 }
 
-TEST_F(DictationFlowRecording, failsWithoutAFile) {
+TEST_F(DictationFlowRecording, FailsWithoutAFile) {
     fakes.sweeps->waitForCalls(1);
     fileManager.createDirectoryFailures.push_back(failure("read-only file system"));
     fakes.recorder->permission.give(true);
@@ -104,7 +104,7 @@ TEST_F(DictationFlowRecording, failsWithoutAFile) {
             + errorLines(QStringLiteral("read-only file system")));
 }
 
-TEST_F(DictationFlowRecording, fallsBackToTheRecorderUnseen) {
+TEST_F(DictationFlowRecording, FallsBackToTheRecorderUnseen) {
     fakes.live->startFailures = { otherError("engine") };
     fakes.recorder->permission.give(true);
     const QString logged = loggedBy([this] { keyDown(); });
@@ -122,7 +122,7 @@ TEST_F(DictationFlowRecording, fallsBackToTheRecorderUnseen) {
 class DictationFlowRefusedStart : public DictationFlowRecording,
                                   public testing::WithParamInterface<DictationState::Kind> { };
 
-TEST_P(DictationFlowRefusedStart, changesNothing) {
+TEST_P(DictationFlowRefusedStart, ChangesNothing) {
     reach(GetParam());
     ASSERT_EQ(manager->state().kind(), GetParam());
     fakes.journal.lines.clear();
@@ -136,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(EveryBusyState, DictationFlowRefusedStart,
         DictationState::Kind::OptimizingQuality, DictationState::Kind::Refining,
         DictationState::Kind::Error));
 
-TEST_F(DictationFlowRecording, isAllowedInTheDoneStateAndForgetsTheScore) {
+TEST_F(DictationFlowRecording, IsAllowedInTheDoneStateAndForgetsTheScore) {
     settings->setRefinementEnabled(false);
     record();
     AdaptiveTranscriptionOutcome second = outcome("text");
@@ -151,7 +151,7 @@ TEST_F(DictationFlowRecording, isAllowedInTheDoneStateAndForgetsTheScore) {
     EXPECT_EQ(manager->lastTranscript(), "text");
 }
 
-TEST_F(DictationFlowRecording, ignoresAKeyUpDuringThePermissionWait) {
+TEST_F(DictationFlowRecording, IgnoresAKeyUpDuringThePermissionWait) {
     fakes.recorder->permission.suspend();
     keyDown();
     keyUp();
@@ -165,7 +165,7 @@ TEST_F(DictationFlowRecording, ignoresAKeyUpDuringThePermissionWait) {
     EXPECT_EQ(manager->state(), Kind::Transcribing);
 }
 
-TEST_F(DictationFlowRecording, goesOnTwiceAfterOverlappingStarts) {
+TEST_F(DictationFlowRecording, GoesOnTwiceAfterOverlappingStarts) {
     fakes.recorder->permission.suspend();
     fakes.recorder->permission.suspend();
     keyDown();
@@ -181,7 +181,7 @@ TEST_F(DictationFlowRecording, goesOnTwiceAfterOverlappingStarts) {
     EXPECT_EQ(fakes.transcriber->requests[0].audioFileURL, fakes.live->startedURLs[1]);
 }
 
-TEST_F(DictationFlowRecording, theTimerOfAnErrorLeavesARecordingAlone) {
+TEST_F(DictationFlowRecording, TheTimerOfAnErrorLeavesARecordingAlone) {
     fakes.recorder->permission.suspend();
     fakes.recorder->permission.suspend();
     keyDown();
@@ -193,7 +193,7 @@ TEST_F(DictationFlowRecording, theTimerOfAnErrorLeavesARecordingAlone) {
     EXPECT_EQ(manager->state(), Kind::Recording);
 }
 
-TEST_F(DictationFlowRecording, theFirstTimerEndsALaterError) {
+TEST_F(DictationFlowRecording, TheFirstTimerEndsALaterError) {
     fakes.recorder->permission.suspend();
     fakes.recorder->permission.suspend();
     keyDown();
@@ -207,7 +207,7 @@ TEST_F(DictationFlowRecording, theFirstTimerEndsALaterError) {
     EXPECT_EQ(states().count("state Idle"), 1);
 }
 
-TEST_F(DictationFlowRecording, logsASlowStart) {
+TEST_F(DictationFlowRecording, LogsASlowStart) {
     const struct {
         double seconds;
         const char *logged;
@@ -232,7 +232,7 @@ TEST_F(DictationFlowRecording, logsASlowStart) {
     }
 }
 
-TEST_F(DictationFlowRecording, staysAliveForTheResetOfAnError) {
+TEST_F(DictationFlowRecording, StaysAliveForTheResetOfAnError) {
     fakes.recorder->permission.give(false);
     keyDown();
     manager.reset();
@@ -252,7 +252,7 @@ protected:
     }
 };
 
-TEST_F(DictationFlowMetering, takesTheFirstSampleAtOnceAndThenEveryTwentyMilliseconds) {
+TEST_F(DictationFlowMetering, TakesTheFirstSampleAtOnceAndThenEveryTwentyMilliseconds) {
     fakes.live->level = 0.5;
     record();
     EXPECT_EQ(audioLevels, std::vector<double>({ 0, 0.17 }));
@@ -266,7 +266,7 @@ TEST_F(DictationFlowMetering, takesTheFirstSampleAtOnceAndThenEveryTwentyMillise
     EXPECT_EQ(fakes.overlay->levels, audioLevels);
 }
 
-TEST_F(DictationFlowMetering, showsNothingBeforeTheStateIsShown) {
+TEST_F(DictationFlowMetering, ShowsNothingBeforeTheStateIsShown) {
     fakes.live->level = 0.5;
     fakes.recorder->permission.give(true);
     launch(manager->startDictation());
@@ -275,7 +275,7 @@ TEST_F(DictationFlowMetering, showsNothingBeforeTheStateIsShown) {
     EXPECT_EQ(audioLevels.size(), 2U);
 }
 
-TEST_F(DictationFlowMetering, fallsSlowlyAndKeepsTheRawPeak) {
+TEST_F(DictationFlowMetering, FallsSlowlyAndKeepsTheRawPeak) {
     fakes.live->level = 0.9;
     record();
     fakes.live->level = 0.1;
@@ -285,7 +285,7 @@ TEST_F(DictationFlowMetering, fallsSlowlyAndKeepsTheRawPeak) {
     EXPECT_EQ(peakAtKeyUp(), 0.9);
 }
 
-TEST_F(DictationFlowMetering, aNewRecordingBeginsWithoutPeak) {
+TEST_F(DictationFlowMetering, ANewRecordingBeginsWithoutPeak) {
     settings->setRefinementEnabled(false);
     fakes.live->level = 0.9;
     dictate("text");
@@ -295,7 +295,7 @@ TEST_F(DictationFlowMetering, aNewRecordingBeginsWithoutPeak) {
     EXPECT_EQ(peakAtKeyUp(), 0.2);
 }
 
-TEST_F(DictationFlowMetering, anOverlappingStartForgetsThePeak) {
+TEST_F(DictationFlowMetering, AnOverlappingStartForgetsThePeak) {
     fakes.recorder->permission.suspend();
     fakes.recorder->permission.suspend();
     keyDown();
@@ -309,7 +309,7 @@ TEST_F(DictationFlowMetering, anOverlappingStartForgetsThePeak) {
     EXPECT_EQ(peakAtKeyUp(), 0.2);
 }
 
-TEST_F(DictationFlowMetering, theLevelIsZeroAtKeyUpAtOnce) {
+TEST_F(DictationFlowMetering, TheLevelIsZeroAtKeyUpAtOnce) {
     fakes.live->level = 0.9;
     record();
     clock.advance(0.1);
@@ -320,7 +320,7 @@ TEST_F(DictationFlowMetering, theLevelIsZeroAtKeyUpAtOnce) {
     EXPECT_EQ(fakes.overlay->levels.back(), 0);
 }
 
-TEST_F(DictationFlowMetering, endsWithTheRecording) {
+TEST_F(DictationFlowMetering, EndsWithTheRecording) {
     record();
     fakes.transcriber->outcomes.suspend();
     keyUp();
@@ -330,7 +330,7 @@ TEST_F(DictationFlowMetering, endsWithTheRecording) {
     EXPECT_EQ(clock.pendingCallCount(), 0U);
 }
 
-TEST_F(DictationFlowMetering, aSecondLoopReplacesTheFirst) {
+TEST_F(DictationFlowMetering, ASecondLoopReplacesTheFirst) {
     fakes.recorder->permission.suspend();
     fakes.recorder->permission.suspend();
     keyDown();
@@ -343,7 +343,7 @@ TEST_F(DictationFlowMetering, aSecondLoopReplacesTheFirst) {
     EXPECT_EQ(clock.pendingCallCount(), 1U);
 }
 
-TEST_F(DictationFlowMetering, thePeakOfTheLiveCaptureLastsUntilIdle) {
+TEST_F(DictationFlowMetering, ThePeakOfTheLiveCaptureLastsUntilIdle) {
     fakes.live->preRollPeak = 0.3;
     record();
     EXPECT_EQ(manager->currentPreRollPeak(), 0.3);
@@ -360,7 +360,7 @@ TEST_F(DictationFlowMetering, thePeakOfTheLiveCaptureLastsUntilIdle) {
     EXPECT_EQ(manager->currentPreRollPeak(), 0);
 }
 
-TEST_F(DictationFlowMetering, theRecorderHasALevelButNoPreRoll) {
+TEST_F(DictationFlowMetering, TheRecorderHasALevelButNoPreRoll) {
     fakes.live->startFailures = { otherError("engine") };
     fakes.live->level = 0.9;
     fakes.live->preRollPeak = 0.3;
@@ -374,14 +374,14 @@ TEST_F(DictationFlowMetering, theRecorderHasALevelButNoPreRoll) {
     EXPECT_EQ(peakAtKeyUp(), 0.5);
 }
 
-TEST_F(DictationFlowMetering, holdsTheManagerOnceLoaded) {
+TEST_F(DictationFlowMetering, HoldsTheManagerOnceLoaded) {
     record();
     manager.reset();
     clock.advance(1);
     EXPECT_FALSE(weakManager.expired());
 }
 
-TEST_F(DictationFlowMetering, doesNotStartForAManagerThatHasGone) {
+TEST_F(DictationFlowMetering, DoesNotStartForAManagerThatHasGone) {
     fakes.recorder->permission.give(true);
     launch(manager->startDictation());
     manager.reset();

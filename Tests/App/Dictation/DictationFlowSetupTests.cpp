@@ -2,7 +2,7 @@
 
 class DictationFlowSetup : public DictationFlowFixture { };
 
-TEST_F(DictationFlowSetup, constructionOnlyLooksAtTheRightAndAppliesTheLook) {
+TEST_F(DictationFlowSetup, ConstructionOnlyLooksAtTheRightAndAppliesTheLook) {
     create();
     EXPECT_EQ(fakes.journal.lines, QStringList({ "hotkey.check", "application.setAppearance dark" }));
     EXPECT_EQ(manager->state(), Kind::Idle);
@@ -14,13 +14,13 @@ TEST_F(DictationFlowSetup, constructionOnlyLooksAtTheRightAndAppliesTheLook) {
     EXPECT_FALSE(manager->usedFallback());
 }
 
-TEST_F(DictationFlowSetup, constructionKnowsAMissingRight) {
+TEST_F(DictationFlowSetup, ConstructionKnowsAMissingRight) {
     fakes.hotkey->isTrusted = false;
     create();
     EXPECT_FALSE(manager->accessibilityGranted());
 }
 
-TEST_F(DictationFlowSetup, setupRunsInALaterTurnOfTheLoop) {
+TEST_F(DictationFlowSetup, SetupRunsInALaterTurnOfTheLoop) {
     create();
     fakes.journal.lines.clear();
     clock.runPosted();
@@ -29,7 +29,7 @@ TEST_F(DictationFlowSetup, setupRunsInALaterTurnOfTheLoop) {
             "hotkey.start", "ollama.make", "live.warmup" }));
 }
 
-TEST_F(DictationFlowSetup, missingRightStopsOnlyTheHotkey) {
+TEST_F(DictationFlowSetup, MissingRightStopsOnlyTheHotkey) {
     fakes.hotkey->isTrusted = false;
     create();
     fakes.journal.lines.clear();
@@ -40,7 +40,7 @@ TEST_F(DictationFlowSetup, missingRightStopsOnlyTheHotkey) {
     EXPECT_EQ(sweepsAtEnd().size(), 1U);
 }
 
-TEST_F(DictationFlowSetup, aSecondSetupDoesNothing) {
+TEST_F(DictationFlowSetup, ASecondSetupDoesNothing) {
     createSetUp();
     int calls = 0;
     fakes.hotkey->onKeyDown = [&calls] { ++calls; };
@@ -52,7 +52,7 @@ TEST_F(DictationFlowSetup, aSecondSetupDoesNothing) {
     EXPECT_EQ(sweepsAtEnd().size(), 1U);
 }
 
-TEST_F(DictationFlowSetup, aManagerThatHasGoneIsNotSetUp) {
+TEST_F(DictationFlowSetup, AManagerThatHasGoneIsNotSetUp) {
     create();
     manager.reset();
     fakes.journal.lines.clear();
@@ -60,7 +60,7 @@ TEST_F(DictationFlowSetup, aManagerThatHasGoneIsNotSetUp) {
     EXPECT_EQ(fakes.journal.lines, QStringList());
 }
 
-TEST_F(DictationFlowSetup, closuresOfAManagerThatHasGoneDoNothing) {
+TEST_F(DictationFlowSetup, ClosuresOfAManagerThatHasGoneDoNothing) {
     createSetUp();
     const auto hotkey = fakes.hotkey;
     manager.reset();
@@ -71,7 +71,7 @@ TEST_F(DictationFlowSetup, closuresOfAManagerThatHasGoneDoNothing) {
     EXPECT_EQ(fakes.journal.lines, QStringList());
 }
 
-TEST_F(DictationFlowSetup, theKeyStartsATaskInALaterTurn) {
+TEST_F(DictationFlowSetup, TheKeyStartsATaskInALaterTurn) {
     createSetUp();
     fakes.recorder->permission.give(true);
     fakes.hotkey->onKeyDown();
@@ -80,7 +80,7 @@ TEST_F(DictationFlowSetup, theKeyStartsATaskInALaterTurn) {
     EXPECT_EQ(manager->state(), Kind::Recording);
 }
 
-TEST_F(DictationFlowSetup, everyChangeOfASettingIsAnnouncedByTheManager) {
+TEST_F(DictationFlowSetup, EveryChangeOfASettingIsAnnouncedByTheManager) {
     createSetUp();
     int announcements = 0;
     QObject::connect(manager.get(), &ObservableObject::objectWillChange, [&] { ++announcements; });
@@ -90,7 +90,7 @@ TEST_F(DictationFlowSetup, everyChangeOfASettingIsAnnouncedByTheManager) {
     EXPECT_EQ(announcements, 3);
 }
 
-TEST_F(DictationFlowSetup, theSoundIsSyncedBeforeTheStoreHoldsTheNewValue) {
+TEST_F(DictationFlowSetup, TheSoundIsSyncedBeforeTheStoreHoldsTheNewValue) {
     createSetUp();
     settings->setProcessingTransitionSound(ProcessingTransitionSound::Glass);
     settings->setProcessingTransitionSoundVolume(0.9);
@@ -100,7 +100,7 @@ TEST_F(DictationFlowSetup, theSoundIsSyncedBeforeTheStoreHoldsTheNewValue) {
             { "sound.sync Idle hero 0.45", "sound.sync Idle glass 0.45", "sound.sync Idle glass 0.9" }));
 }
 
-TEST_F(DictationFlowSetup, theLookFollowsTheSettingWithItsNewValue) {
+TEST_F(DictationFlowSetup, TheLookFollowsTheSettingWithItsNewValue) {
     createSetUp();
     settings->setAppearance(AppAppearance::Light);
     settings->setAppearance(AppAppearance::System);
@@ -108,7 +108,7 @@ TEST_F(DictationFlowSetup, theLookFollowsTheSettingWithItsNewValue) {
         QStringList({ "application.setAppearance light", "application.setAppearance system" }));
 }
 
-TEST_F(DictationFlowSetup, otherSettingsTouchNothing) {
+TEST_F(DictationFlowSetup, OtherSettingsTouchNothing) {
     createSetUp();
     settings->setOllamaEndpoint(QStringLiteral("http://127.0.0.1:1"));
     settings->setOllamaModel(QStringLiteral("other"));
@@ -117,14 +117,14 @@ TEST_F(DictationFlowSetup, otherSettingsTouchNothing) {
     EXPECT_EQ(fakes.journal.lines, QStringList());
 }
 
-TEST_F(DictationFlowSetup, activationRestartsTheHotkeyAndWarmsTheCapture) {
+TEST_F(DictationFlowSetup, ActivationRestartsTheHotkeyAndWarmsTheCapture) {
     createSetUp();
     fakes.application.didBecomeActive();
     EXPECT_EQ(fakes.journal.lines,
         QStringList({ "hotkey.check", "accessibilityGranted true", "hotkey.start", "live.warmup" }));
 }
 
-TEST_F(DictationFlowSetup, activationNoticesALostRight) {
+TEST_F(DictationFlowSetup, ActivationNoticesALostRight) {
     createSetUp();
     fakes.hotkey->isTrusted = false;
     fakes.application.didBecomeActive();
@@ -145,12 +145,12 @@ protected:
     }
 };
 
-TEST_F(DictationFlowAccessibility, requestPromptsAndOpensTheSettings) {
+TEST_F(DictationFlowAccessibility, RequestPromptsAndOpensTheSettings) {
     request();
     EXPECT_EQ(fakes.journal.lines, QStringList({ "hotkey.prompt", "hotkey.openSettings" }));
 }
 
-TEST_F(DictationFlowAccessibility, pollsOnceASecondAfterASleep) {
+TEST_F(DictationFlowAccessibility, PollsOnceASecondAfterASleep) {
     request();
     clock.advance(0.99);
     EXPECT_EQ(attempts(), 0);
@@ -161,7 +161,7 @@ TEST_F(DictationFlowAccessibility, pollsOnceASecondAfterASleep) {
     EXPECT_EQ(fakes.journal.lines.last(), "hotkey.stop");
 }
 
-TEST_F(DictationFlowAccessibility, givesUpAfterTwentyAttempts) {
+TEST_F(DictationFlowAccessibility, GivesUpAfterTwentyAttempts) {
     request();
     clock.advance(60);
     EXPECT_EQ(attempts(), 20);
@@ -171,7 +171,7 @@ TEST_F(DictationFlowAccessibility, givesUpAfterTwentyAttempts) {
     EXPECT_TRUE(manager->accessibilityGranted());
 }
 
-TEST_F(DictationFlowAccessibility, stopsAtTheAttemptThatFindsTheRight) {
+TEST_F(DictationFlowAccessibility, StopsAtTheAttemptThatFindsTheRight) {
     request();
     clock.advance(2);
     fakes.hotkey->isTrusted = true;
@@ -181,7 +181,7 @@ TEST_F(DictationFlowAccessibility, stopsAtTheAttemptThatFindsTheRight) {
     EXPECT_EQ(fakes.journal.lines.last(), "hotkey.start");
 }
 
-TEST_F(DictationFlowAccessibility, endsQuietlyWhenTheManagerIsGone) {
+TEST_F(DictationFlowAccessibility, EndsQuietlyWhenTheManagerIsGone) {
     request();
     clock.advance(1);
     manager.reset();
@@ -193,7 +193,7 @@ TEST_F(DictationFlowAccessibility, endsQuietlyWhenTheManagerIsGone) {
 
 class DictationFlowRefiner : public DictationFlowFixture { };
 
-TEST_F(DictationFlowRefiner, isBuiltFromTheSettings) {
+TEST_F(DictationFlowRefiner, IsBuiltFromTheSettings) {
     settings->setOllamaEndpoint(QStringLiteral("http://127.0.0.1:9/base"));
     settings->setOllamaModel(QStringLiteral("model"));
     settings->setOllamaTimeout(2.5);
@@ -207,7 +207,7 @@ TEST_F(DictationFlowRefiner, isBuiltFromTheSettings) {
     EXPECT_EQ(configuration.systemPrompt, "prompt");
 }
 
-TEST_F(DictationFlowRefiner, needsTheSwitchAndAnEndpointThatParses) {
+TEST_F(DictationFlowRefiner, NeedsTheSwitchAndAnEndpointThatParses) {
     const struct {
         bool isEnabled;
         const char *endpoint;
@@ -234,7 +234,7 @@ TEST_F(DictationFlowRefiner, needsTheSwitchAndAnEndpointThatParses) {
 
 class DictationFlowSweep : public DictationFlowFixture { };
 
-TEST_F(DictationFlowSweep, getsTheFolderAndTheLimitsOfTheSettings) {
+TEST_F(DictationFlowSweep, GetsTheFolderAndTheLimitsOfTheSettings) {
     defaults.set(QStringLiteral("tolmi.audioRetentionHours"), qint64(7));
     defaults.set(QStringLiteral("tolmi.audioRetentionMaxMB"), qint64(99));
     settings = std::make_shared<SettingsStore>(defaults, fileManager, clock, BundleInfo {});
@@ -244,13 +244,13 @@ TEST_F(DictationFlowSweep, getsTheFolderAndTheLimitsOfTheSettings) {
     EXPECT_TRUE(fileManager.folders.contains(audioCacheURL().path()));
 }
 
-TEST_F(DictationFlowSweep, isUnderWayWhileTheManagerGoes) {
+TEST_F(DictationFlowSweep, IsUnderWayWhileTheManagerGoes) {
     createSetUp();
     manager.reset();
     EXPECT_EQ(fakes.sweeps->waitForCalls(0).size(), 1U);
 }
 
-TEST_F(DictationFlowSweep, failureIsOnlyLogged) {
+TEST_F(DictationFlowSweep, FailureIsOnlyLogged) {
     fakes.sweeps->failNext(QStringLiteral("the disk is gone"));
     const QString logged = loggedBy([this] {
         createSetUp();
@@ -262,7 +262,7 @@ TEST_F(DictationFlowSweep, failureIsOnlyLogged) {
     EXPECT_EQ(states(), QStringList());
 }
 
-TEST_F(DictationFlowSweep, needsItsFolder) {
+TEST_F(DictationFlowSweep, NeedsItsFolder) {
     fileManager.createDirectoryFailures.push_back(failure("no room"));
     const QString logged = loggedBy([this] {
         createSetUp();

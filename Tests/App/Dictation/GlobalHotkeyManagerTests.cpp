@@ -40,27 +40,27 @@ protected:
     std::vector<QString> heard;
 };
 
-TEST_F(GlobalHotkeyManagerTests, asksForTheRightWithoutPrompting) {
+TEST_F(GlobalHotkeyManagerTests, AsksForTheRightWithoutPrompting) {
     EXPECT_TRUE(manager->checkAccessibility());
     right.availability = Availability::unavailable(QStringLiteral("no"));
     EXPECT_FALSE(manager->checkAccessibility());
     EXPECT_THAT(right.calls, ElementsAre("state", "state"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, passesPromptAndSettingsOn) {
+TEST_F(GlobalHotkeyManagerTests, PassesPromptAndSettingsOn) {
     manager->promptForAccessibility();
     manager->openAccessibilitySettings();
     EXPECT_THAT(right.calls, ElementsAre("prompt", "openSettings"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, startWithoutTheRightOnlyPrompts) {
+TEST_F(GlobalHotkeyManagerTests, StartWithoutTheRightOnlyPrompts) {
     right.availability = Availability::unavailable(QStringLiteral("no"));
     manager->start();
     EXPECT_THAT(right.calls, ElementsAre("state", "prompt"));
     EXPECT_TRUE(taps.taps.empty());
 }
 
-TEST_F(GlobalHotkeyManagerTests, startWithoutTheRightLeavesARunningTapAlone) {
+TEST_F(GlobalHotkeyManagerTests, StartWithoutTheRightLeavesARunningTapAlone) {
     manager->start();
     right.availability = Availability::unavailable(QStringLiteral("no"));
     manager->start();
@@ -70,7 +70,7 @@ TEST_F(GlobalHotkeyManagerTests, startWithoutTheRightLeavesARunningTapAlone) {
     EXPECT_THAT(heard, ElementsAre("down"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, aRefusedTapIsSilentUntilTheNextStart) {
+TEST_F(GlobalHotkeyManagerTests, ARefusedTapIsSilentUntilTheNextStart) {
     taps.refuses = true;
     manager->start();
     EXPECT_THAT(right.calls, ElementsAre("state"));
@@ -81,14 +81,14 @@ TEST_F(GlobalHotkeyManagerTests, aRefusedTapIsSilentUntilTheNextStart) {
     EXPECT_THAT(heard, ElementsAre("down"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, runsTheTapOnItsNamedThread) {
+TEST_F(GlobalHotkeyManagerTests, RunsTheTapOnItsNamedThread) {
     manager->start();
     tap().send(flagsChanged(leftOption, 0));
     EXPECT_EQ(tap().threadName(), "Tolmi.GlobalHotkey");
     EXPECT_THAT(tap().calls(), ElementsAre("enable", "run"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, reportsOnTheMainQueueOnly) {
+TEST_F(GlobalHotkeyManagerTests, ReportsOnTheMainQueueOnly) {
     manager->start();
     tap().send(flagsChanged(rightOption, alternate));
     EXPECT_TRUE(heard.empty());
@@ -105,7 +105,7 @@ struct FlagsCase {
 class GlobalHotkeyFlagsTests : public GlobalHotkeyManagerTests,
                                public testing::WithParamInterface<FlagsCase> { };
 
-TEST_P(GlobalHotkeyFlagsTests, followTheRightOptionKey) {
+TEST_P(GlobalHotkeyFlagsTests, FollowTheRightOptionKey) {
     manager->start();
     for (const auto &[keyCode, flags] : GetParam().events)
         tap().send(flagsChanged(keyCode, flags));
@@ -138,7 +138,7 @@ INSTANTIATE_TEST_SUITE_P(Table, GlobalHotkeyFlagsTests,
             { down, up } }),
     [](const auto &info) { return info.param.name; });
 
-TEST_F(GlobalHotkeyManagerTests, otherTypesOfEventDoNothing) {
+TEST_F(GlobalHotkeyManagerTests, OtherTypesOfEventDoNothing) {
     manager->start();
     tap().send({ TapEventType::Other, rightOption, alternate });
     clock.runPosted();
@@ -146,7 +146,7 @@ TEST_F(GlobalHotkeyManagerTests, otherTypesOfEventDoNothing) {
     EXPECT_THAT(tap().calls(), ElementsAre("enable", "run"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, comesBackWhenTheSystemSwitchedTheTapOff) {
+TEST_F(GlobalHotkeyManagerTests, ComesBackWhenTheSystemSwitchedTheTapOff) {
     manager->start();
     for (const auto type : { TapEventType::TapDisabledByTimeout, TapEventType::TapDisabledByUserInput }) {
         tap().setEnabled(false);
@@ -158,14 +158,14 @@ TEST_F(GlobalHotkeyManagerTests, comesBackWhenTheSystemSwitchedTheTapOff) {
     EXPECT_THAT(heard, ElementsAre("down", "up", "down", "up"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, stopEndsTheTapInOrder) {
+TEST_F(GlobalHotkeyManagerTests, StopEndsTheTapInOrder) {
     manager->start();
     tap().send(flagsChanged(rightOption, alternate));
     manager->stop();
     EXPECT_THAT(tap().calls(), ElementsAre("enable", "run", "disable", "invalidate", "end"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, stopRightAfterStartEndsTheThread) {
+TEST_F(GlobalHotkeyManagerTests, StopRightAfterStartEndsTheThread) {
     for (int round = 0; round < 50; ++round) {
         manager->start();
         manager->stop();
@@ -173,13 +173,13 @@ TEST_F(GlobalHotkeyManagerTests, stopRightAfterStartEndsTheThread) {
     }
 }
 
-TEST_F(GlobalHotkeyManagerTests, stopWithoutStartIsHarmless) {
+TEST_F(GlobalHotkeyManagerTests, StopWithoutStartIsHarmless) {
     manager->stop();
     manager->stop();
     EXPECT_TRUE(taps.taps.empty());
 }
 
-TEST_F(GlobalHotkeyManagerTests, aKeyHeldDuringStopGetsNoKeyUp) {
+TEST_F(GlobalHotkeyManagerTests, AKeyHeldDuringStopGetsNoKeyUp) {
     manager->start();
     tap().send(flagsChanged(rightOption, alternate));
     manager->stop();
@@ -189,7 +189,7 @@ TEST_F(GlobalHotkeyManagerTests, aKeyHeldDuringStopGetsNoKeyUp) {
     EXPECT_THAT(heard, ElementsAre("down"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, startReplacesARunningTap) {
+TEST_F(GlobalHotkeyManagerTests, StartReplacesARunningTap) {
     manager->start();
     tap().send(flagsChanged(rightOption, alternate));
     manager->start();
@@ -200,7 +200,7 @@ TEST_F(GlobalHotkeyManagerTests, startReplacesARunningTap) {
     EXPECT_THAT(heard, ElementsAre("down", "down"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, withoutCallbacksTheKeyIsStillFollowed) {
+TEST_F(GlobalHotkeyManagerTests, WithoutCallbacksTheKeyIsStillFollowed) {
     const auto onKeyDown = std::exchange(manager->onKeyDown, {});
     manager->start();
     tap().send(flagsChanged(rightOption, alternate));
@@ -212,7 +212,7 @@ TEST_F(GlobalHotkeyManagerTests, withoutCallbacksTheKeyIsStillFollowed) {
     EXPECT_THAT(heard, ElementsAre("up"));
 }
 
-TEST_F(GlobalHotkeyManagerTests, queuedEventsDoNotOutliveTheManager) {
+TEST_F(GlobalHotkeyManagerTests, QueuedEventsDoNotOutliveTheManager) {
     manager->start();
     tap().send(flagsChanged(rightOption, alternate));
     manager.reset();
@@ -221,7 +221,7 @@ TEST_F(GlobalHotkeyManagerTests, queuedEventsDoNotOutliveTheManager) {
     EXPECT_TRUE(heard.empty());
 }
 
-TEST_F(GlobalHotkeyManagerTests, eventsThatArriveDuringStopAreSafe) {
+TEST_F(GlobalHotkeyManagerTests, EventsThatArriveDuringStopAreSafe) {
     for (int round = 0; round < 20; ++round) {
         manager->start();
         auto running = taps.taps.back();

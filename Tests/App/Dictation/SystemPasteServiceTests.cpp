@@ -37,7 +37,7 @@ protected:
         = std::make_shared<SystemPasteService>(pasteboard, keystroke, frontmost, clock);
 };
 
-TEST_F(SystemPasteServiceTests, goesThroughItsStepsInOrder) {
+TEST_F(SystemPasteServiceTests, GoesThroughItsStepsInOrder) {
     std::vector<QString> steps;
     frontmost.onCall = [&] { steps.push_back(QStringLiteral("front")); };
     pasteboard.onCall = [&](const QString &call) { steps.push_back(call.section(u' ', 0, 0)); };
@@ -54,13 +54,13 @@ TEST_F(SystemPasteServiceTests, goesThroughItsStepsInOrder) {
     EXPECT_EQ(steps.back(), "setItems");
 }
 
-TEST_F(SystemPasteServiceTests, putsTheTextOnTheClipboardMarkedAsDictated) {
+TEST_F(SystemPasteServiceTests, PutsTheTextOnTheClipboardMarkedAsDictated) {
     paste(text);
     EXPECT_EQ(pasteboard.content, dictated(text));
     EXPECT_TRUE(pasteboard.isMarked);
 }
 
-TEST_F(SystemPasteServiceTests, bringsEveryItemBackUnmarked) {
+TEST_F(SystemPasteServiceTests, BringsEveryItemBackUnmarked) {
     pasteboard.content = severalItems();
     paste(text);
     clock.advance(1.0);
@@ -68,14 +68,14 @@ TEST_F(SystemPasteServiceTests, bringsEveryItemBackUnmarked) {
     EXPECT_FALSE(pasteboard.isMarked);
 }
 
-TEST_F(SystemPasteServiceTests, anEmptyClipboardKeepsTheDictatedText) {
+TEST_F(SystemPasteServiceTests, AnEmptyClipboardKeepsTheDictatedText) {
     paste(text);
     clock.advance(10.0);
     EXPECT_EQ(pasteboard.content, dictated(text));
     EXPECT_THAT(pasteboard.calls, testing::Not(testing::Contains(QStringLiteral("setItems"))));
 }
 
-TEST_F(SystemPasteServiceTests, overwritesWhatWasCopiedWithinTheSecond) {
+TEST_F(SystemPasteServiceTests, OverwritesWhatWasCopiedWithinTheSecond) {
     pasteboard.content = severalItems();
     paste(text);
     clock.advance(0.5);
@@ -84,7 +84,7 @@ TEST_F(SystemPasteServiceTests, overwritesWhatWasCopiedWithinTheSecond) {
     EXPECT_EQ(pasteboard.content, severalItems());
 }
 
-TEST_F(SystemPasteServiceTests, twoPastesWithinASecondLoseTheFormerContent) {
+TEST_F(SystemPasteServiceTests, TwoPastesWithinASecondLoseTheFormerContent) {
     pasteboard.content = severalItems();
     paste(QStringLiteral("first"));
     clock.advance(0.5);
@@ -97,7 +97,7 @@ TEST_F(SystemPasteServiceTests, twoPastesWithinASecondLoseTheFormerContent) {
     EXPECT_FALSE(pasteboard.isMarked);
 }
 
-TEST_F(SystemPasteServiceTests, livesUntilTheClipboardIsRestored) {
+TEST_F(SystemPasteServiceTests, LivesUntilTheClipboardIsRestored) {
     pasteboard.content = severalItems();
     paste(text);
     const std::weak_ptr<SystemPasteService> weakService = service;
@@ -119,7 +119,7 @@ struct TargetCase {
 class SystemPasteTargetTests : public SystemPasteServiceTests,
                                public testing::WithParamInterface<TargetCase> { };
 
-TEST_P(SystemPasteTargetTests, isCaptured) {
+TEST_P(SystemPasteTargetTests, IsCaptured) {
     frontmost.application = GetParam().front;
     clock.shift(12.5);
     const PasteTargetCapture capture = service->paste(text, GetParam().language);
@@ -162,7 +162,7 @@ struct ModifierCase {
 class SystemPasteModifierTests : public SystemPasteServiceTests,
                                  public testing::WithParamInterface<ModifierCase> { };
 
-TEST_P(SystemPasteModifierTests, areWaitedForWithinBounds) {
+TEST_P(SystemPasteModifierTests, AreWaitedForWithinBounds) {
     keystroke.looksWithHeldModifier = GetParam().looksWithHeldModifier;
     const Date before = clock.now();
     Date posted;

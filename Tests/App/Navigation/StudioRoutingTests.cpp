@@ -20,23 +20,23 @@ protected:
 
 } // namespace
 
-TEST_F(StudioRoutingTest, beginsAtTheCommandCenter) {
+TEST_F(StudioRoutingTest, BeginsAtTheCommandCenter) {
     EXPECT_EQ(router.destination(), StudioDestination::CommandCenter);
 }
 
-TEST_F(StudioRoutingTest, opensTheWindowAtTheDestinationAndBringsItToTheFront) {
+TEST_F(StudioRoutingTest, OpensTheWindowAtTheDestinationAndBringsItToTheFront) {
     router.open(StudioDestination::History, openWindow);
     EXPECT_EQ(journal.lines,
         (QStringList { QStringLiteral("open studio-window history"), QStringLiteral("application.activate"),
             QStringLiteral("application.orderFront Tolmi Studio") }));
 }
 
-TEST_F(StudioRoutingTest, keepsTheDestinationWhileNoWindowIsThere) {
+TEST_F(StudioRoutingTest, KeepsTheDestinationWhileNoWindowIsThere) {
     router.open(StudioDestination::Health, [](const QString &) {});
     EXPECT_EQ(router.destination(), StudioDestination::Health);
 }
 
-TEST_F(StudioRoutingTest, announcesTheDestinationBeforeTheWindowOpens) {
+TEST_F(StudioRoutingTest, AnnouncesTheDestinationBeforeTheWindowOpens) {
     QObject::connect(&router, &StudioRouter::destinationChanged, &router,
         [this] { journal.add(QStringLiteral("changed")); });
     router.open(StudioDestination::Profile, openWindow);

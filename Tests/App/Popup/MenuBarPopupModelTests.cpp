@@ -41,7 +41,7 @@ protected:
     std::optional<MenuBarPopupModel> model;
 };
 
-TEST_F(MenuBarPopupModelTest, badgeOfEveryState) {
+TEST_F(MenuBarPopupModelTest, BadgeOfEveryState) {
     struct Row {
         Kind kind;
         Indicator indicator;
@@ -60,7 +60,7 @@ TEST_F(MenuBarPopupModelTest, badgeOfEveryState) {
     }
 }
 
-TEST_F(MenuBarPopupModelTest, badgeFollowsTheFlow) {
+TEST_F(MenuBarPopupModelTest, BadgeFollowsTheFlow) {
     open();
     EXPECT_EQ(model->stateLabel(), QStringLiteral("Ready"));
     QSignalSpy states(&*model, &MenuBarPopupModel::stateChanged);
@@ -73,14 +73,14 @@ TEST_F(MenuBarPopupModelTest, badgeFollowsTheFlow) {
     EXPECT_EQ(model->badgeShade(), Shade::White);
 }
 
-TEST_F(MenuBarPopupModelTest, anErrorIsOnlyCalledOne) {
+TEST_F(MenuBarPopupModelTest, AnErrorIsOnlyCalledOne) {
     open();
     reach(Kind::Error);
     EXPECT_EQ(model->stateLabel(), L10n::dictationStateLabel(manager->state(), AppLanguage::English));
     EXPECT_EQ(model->badgeShade(), Shade::Smoke);
 }
 
-TEST_F(MenuBarPopupModelTest, followsTheRightToWatchKeys) {
+TEST_F(MenuBarPopupModelTest, FollowsTheRightToWatchKeys) {
     fakes.hotkey->isTrusted = false;
     open();
     EXPECT_FALSE(model->accessibilityGranted());
@@ -93,7 +93,7 @@ TEST_F(MenuBarPopupModelTest, followsTheRightToWatchKeys) {
     EXPECT_TRUE(model->accessibilityGranted());
 }
 
-TEST_F(MenuBarPopupModelTest, transcriptComesWithTheFirstDictationOfTheRun) {
+TEST_F(MenuBarPopupModelTest, TranscriptComesWithTheFirstDictationOfTheRun) {
     open();
     EXPECT_EQ(model->lastTranscript(), QString());
     QSignalSpy changes(&*model, &MenuBarPopupModel::lastTranscriptChanged);
@@ -103,7 +103,7 @@ TEST_F(MenuBarPopupModelTest, transcriptComesWithTheFirstDictationOfTheRun) {
     EXPECT_EQ(model->lastTranscript(), QStringLiteral("Hello there."));
 }
 
-TEST_F(MenuBarPopupModelTest, copyIsAnOrdinaryPlainText) {
+TEST_F(MenuBarPopupModelTest, CopyIsAnOrdinaryPlainText) {
     open();
     settings->setRefinementEnabled(false);
     dictate(QStringLiteral("Ședință la ora zece."));
@@ -114,7 +114,7 @@ TEST_F(MenuBarPopupModelTest, copyIsAnOrdinaryPlainText) {
     EXPECT_FALSE(pasteboard.isMarked);
 }
 
-TEST_F(MenuBarPopupModelTest, interfaceLanguagesInTheirOrder) {
+TEST_F(MenuBarPopupModelTest, InterfaceLanguagesInTheirOrder) {
     open();
     EXPECT_EQ(fieldOf(model->uiLanguageOptions(), QStringLiteral("value")),
         QStringList({ QStringLiteral("ro"), QStringLiteral("en") }));
@@ -124,7 +124,7 @@ TEST_F(MenuBarPopupModelTest, interfaceLanguagesInTheirOrder) {
     EXPECT_EQ(model->uiLanguage(), QStringLiteral("en"));
 }
 
-TEST_F(MenuBarPopupModelTest, transcriptionLanguagesInTheirOrder) {
+TEST_F(MenuBarPopupModelTest, TranscriptionLanguagesInTheirOrder) {
     open();
     EXPECT_EQ(fieldOf(model->transcriptionLanguageOptions(), QStringLiteral("value")).join(QLatin1Char(' ')),
         QStringLiteral("ro en auto es fr de it pt"));
@@ -132,7 +132,7 @@ TEST_F(MenuBarPopupModelTest, transcriptionLanguagesInTheirOrder) {
         QStringLiteral("Auto-detect"));
 }
 
-TEST_F(MenuBarPopupModelTest, anotherInterfaceLanguageRenamesEverything) {
+TEST_F(MenuBarPopupModelTest, AnotherInterfaceLanguageRenamesEverything) {
     open();
     QSignalSpy labels(&*model, &MenuBarPopupModel::stateLabelChanged);
     QSignalSpy languages(&*model, &MenuBarPopupModel::uiLanguageChanged);
@@ -146,7 +146,7 @@ TEST_F(MenuBarPopupModelTest, anotherInterfaceLanguageRenamesEverything) {
     EXPECT_EQ(fieldOf(model->uiLanguageOptions(), QStringLiteral("text")).first(), QStringLiteral("Romana"));
 }
 
-TEST_F(MenuBarPopupModelTest, transcriptionLanguageIsStoredAtOnce) {
+TEST_F(MenuBarPopupModelTest, TranscriptionLanguageIsStoredAtOnce) {
     open();
     QSignalSpy changes(&*model, &MenuBarPopupModel::transcriptionLanguageChanged);
     model->setTranscriptionLanguage(QStringLiteral("de"));
@@ -154,7 +154,7 @@ TEST_F(MenuBarPopupModelTest, transcriptionLanguageIsStoredAtOnce) {
     EXPECT_EQ(changes.size(), 1);
 }
 
-TEST_F(MenuBarPopupModelTest, anUnknownTranscriptionLanguageStays) {
+TEST_F(MenuBarPopupModelTest, AnUnknownTranscriptionLanguageStays) {
     settings->setLanguage(QStringLiteral("hu"));
     open();
     EXPECT_EQ(model->transcriptionLanguage(), QStringLiteral("hu"));
@@ -164,7 +164,7 @@ TEST_F(MenuBarPopupModelTest, anUnknownTranscriptionLanguageStays) {
     EXPECT_EQ(settings->language(), QStringLiteral("hu"));
 }
 
-TEST_F(MenuBarPopupModelTest, refinementReconfiguresTheRefinerAtEachChange) {
+TEST_F(MenuBarPopupModelTest, RefinementReconfiguresTheRefinerAtEachChange) {
     settings->setRefinementEnabled(false);
     open();
     EXPECT_EQ(fakes.ollamaConfigurations.size(), 0U);
@@ -179,7 +179,7 @@ TEST_F(MenuBarPopupModelTest, refinementReconfiguresTheRefinerAtEachChange) {
     EXPECT_EQ(fakes.ollamaConfigurations.size(), 2U);
 }
 
-TEST_F(MenuBarPopupModelTest, waysOut) {
+TEST_F(MenuBarPopupModelTest, WaysOut) {
     open();
     model->openCommandCenter();
     model->openProfile();
@@ -190,7 +190,7 @@ TEST_F(MenuBarPopupModelTest, waysOut) {
         ways.join(QLatin1String(", ")), QStringLiteral("command center, profile, settings, updates, quit"));
 }
 
-TEST_F(MenuBarPopupModelTest, updatesCanBeCheckedOnceSomebodySaysSo) {
+TEST_F(MenuBarPopupModelTest, UpdatesCanBeCheckedOnceSomebodySaysSo) {
     open();
     EXPECT_FALSE(model->canCheckForUpdates());
     QSignalSpy changes(&*model, &MenuBarPopupModel::canCheckForUpdatesChanged);

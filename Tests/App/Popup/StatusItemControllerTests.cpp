@@ -31,7 +31,7 @@ protected:
     std::optional<StatusItemController> controller;
 };
 
-TEST_F(StatusItemControllerTest, tellsTheState) {
+TEST_F(StatusItemControllerTest, TellsTheState) {
     show();
     EXPECT_EQ(item.toolTip, QStringLiteral("Tolmi Flow: Ready"));
     record();
@@ -40,7 +40,7 @@ TEST_F(StatusItemControllerTest, tellsTheState) {
     EXPECT_FALSE(item.menu.front().action);
 }
 
-TEST_F(StatusItemControllerTest, leadsEverywhere) {
+TEST_F(StatusItemControllerTest, LeadsEverywhere) {
     show();
     EXPECT_EQ(titles(),
         (QStringList { QStringLiteral("Ready"), QStringLiteral("Tolmi Flow"), QStringLiteral("Open Studio"),
@@ -53,7 +53,7 @@ TEST_F(StatusItemControllerTest, leadsEverywhere) {
             QStringLiteral("quit") }));
 }
 
-TEST_F(StatusItemControllerTest, looksForUpdatesOnlyWhileThatIsPossible) {
+TEST_F(StatusItemControllerTest, LooksForUpdatesOnlyWhileThatIsPossible) {
     show();
     EXPECT_FALSE(item.menu[4].action);
     controller->setCanCheckForUpdates(true);
@@ -64,14 +64,14 @@ TEST_F(StatusItemControllerTest, looksForUpdatesOnlyWhileThatIsPossible) {
     EXPECT_FALSE(item.menu[4].action);
 }
 
-TEST_F(StatusItemControllerTest, followsTheLanguage) {
+TEST_F(StatusItemControllerTest, FollowsTheLanguage) {
     show();
     settings->setUiLanguage(AppLanguage::Romanian);
     EXPECT_EQ(item.toolTip, QStringLiteral("Tolmi Flow: Gata"));
     EXPECT_EQ(item.menu.back().title, QStringLiteral("Inchide Tolmi"));
 }
 
-TEST_F(StatusItemControllerTest, showsAnErrorAsAMessage) {
+TEST_F(StatusItemControllerTest, ShowsAnErrorAsAMessage) {
     show();
     reach(Kind::Error);
     const QString message = manager->state().message();
@@ -82,7 +82,7 @@ TEST_F(StatusItemControllerTest, showsAnErrorAsAMessage) {
     EXPECT_EQ(item.messages.size(), 1);
 }
 
-TEST_F(StatusItemControllerTest, pressTogglesThePopup) {
+TEST_F(StatusItemControllerTest, PressTogglesThePopup) {
     show();
     item.activate();
     EXPECT_EQ(done, QStringList { QStringLiteral("popup") });

@@ -25,35 +25,35 @@ protected:
     FakeUserDefaults defaults;
 };
 
-TEST_F(StartingModelTest, liesBesideTheProgram) {
+TEST_F(StartingModelTest, LiesBesideTheProgram) {
     EXPECT_EQ(StartingModel::url(FileURL(QStringLiteral("/opt/tolmi/bin"))).path(), startingModel);
 }
 
-TEST_F(StartingModelTest, servesWhenThereIsNoOther) {
+TEST_F(StartingModelTest, ServesWhenThereIsNoOther) {
     choose();
     EXPECT_EQ(defaults.string(key), startingModel);
 }
 
-TEST_F(StartingModelTest, leavesTheDefaultAloneWhenARealModelIsInstalled) {
+TEST_F(StartingModelTest, LeavesTheDefaultAloneWhenARealModelIsInstalled) {
     files.files[realModel] = "model";
     choose();
     EXPECT_FALSE(defaults.string(key));
 }
 
-TEST_F(StartingModelTest, givesWayToARealModelThatWasInstalledSince) {
+TEST_F(StartingModelTest, GivesWayToARealModelThatWasInstalledSince) {
     choose();
     files.files[realModel] = "model";
     choose();
     EXPECT_FALSE(defaults.string(key));
 }
 
-TEST_F(StartingModelTest, followsTheProgramThatHasMoved) {
+TEST_F(StartingModelTest, FollowsTheProgramThatHasMoved) {
     defaults.values[key] = QStringLiteral("/old/share/tolmi/models/ggml-tolmi-starter-q8_0.bin");
     choose();
     EXPECT_EQ(defaults.string(key), startingModel);
 }
 
-TEST_F(StartingModelTest, neverTouchesTheUsersChoice) {
+TEST_F(StartingModelTest, NeverTouchesTheUsersChoice) {
     defaults.values[key] = QStringLiteral("/home/user/mine.bin");
     choose();
     files.files[realModel] = "model";
@@ -62,7 +62,7 @@ TEST_F(StartingModelTest, neverTouchesTheUsersChoice) {
     EXPECT_TRUE(defaults.writes.empty());
 }
 
-TEST_F(StartingModelTest, isNotStoredWhenItIsNotInstalled) {
+TEST_F(StartingModelTest, IsNotStoredWhenItIsNotInstalled) {
     files.files.clear();
     choose();
     EXPECT_FALSE(defaults.string(key));

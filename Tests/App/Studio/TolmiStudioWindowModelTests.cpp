@@ -35,7 +35,7 @@ protected:
 
 } // namespace
 
-TEST_F(TolmiStudioWindowModelTest, tellsTheDestinationsInTheirOrder) {
+TEST_F(TolmiStudioWindowModelTest, TellsTheDestinationsInTheirOrder) {
     struct Row {
         const char *name;
         const char *titleKey;
@@ -61,7 +61,7 @@ TEST_F(TolmiStudioWindowModelTest, tellsTheDestinationsInTheirOrder) {
     }
 }
 
-TEST_F(TolmiStudioWindowModelTest, theSelectionIsTheRouters) {
+TEST_F(TolmiStudioWindowModelTest, TheSelectionIsTheRouters) {
     int changes = 0;
     QObject::connect(&model, &TolmiStudioWindowModel::selectionChanged, &model, [&changes] { ++changes; });
     EXPECT_EQ(model.selection(), QStringLiteral("commandCenter"));
@@ -73,7 +73,7 @@ TEST_F(TolmiStudioWindowModelTest, theSelectionIsTheRouters) {
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(TolmiStudioWindowModelTest, thereIsAlwaysASelection) {
+TEST_F(TolmiStudioWindowModelTest, ThereIsAlwaysASelection) {
     model.setDestinationSelection(StudioDestination::Settings);
     model.setDestinationSelection({});
     model.setSelection(QString());
@@ -81,13 +81,13 @@ TEST_F(TolmiStudioWindowModelTest, thereIsAlwaysASelection) {
     EXPECT_EQ(router.destination(), StudioDestination::Settings);
 }
 
-TEST_F(TolmiStudioWindowModelTest, theDestinationOutlivesTheWindow) {
+TEST_F(TolmiStudioWindowModelTest, TheDestinationOutlivesTheWindow) {
     model.setSelection(QStringLiteral("profile"));
     const TolmiStudioWindowModel later(settings.store, router, {});
     EXPECT_EQ(later.selection(), QStringLiteral("profile"));
 }
 
-TEST_F(TolmiStudioWindowModelTest, theWizardOfANewUserOpensOnce) {
+TEST_F(TolmiStudioWindowModelTest, TheWizardOfANewUserOpensOnce) {
     ASSERT_TRUE(settings.store.shouldShowOnboardingReminder());
     EXPECT_FALSE(model.isShowingOnboarding());
     model.appear();
@@ -97,7 +97,7 @@ TEST_F(TolmiStudioWindowModelTest, theWizardOfANewUserOpensOnce) {
     EXPECT_FALSE(model.isShowingOnboarding());
 }
 
-TEST_F(TolmiStudioWindowModelTest, theWizardOfOldUsersOpensWhenTheyAskForIt) {
+TEST_F(TolmiStudioWindowModelTest, TheWizardOfOldUsersOpensWhenTheyAskForIt) {
     settings.store.setHasCompletedOnboarding(true);
     model.appear();
     EXPECT_FALSE(model.isShowingOnboarding());
@@ -108,7 +108,7 @@ TEST_F(TolmiStudioWindowModelTest, theWizardOfOldUsersOpensWhenTheyAskForIt) {
     EXPECT_TRUE(model.isShowingOnboarding());
 }
 
-TEST_F(TolmiStudioWindowModelTest, makesAModelEachTime) {
+TEST_F(TolmiStudioWindowModelTest, MakesAModelEachTime) {
     QObject first;
     QObject second;
     const QObject *const made = model.makeWorkspaceModel(QStringLiteral("history"), &first);
@@ -117,7 +117,7 @@ TEST_F(TolmiStudioWindowModelTest, makesAModelEachTime) {
     EXPECT_NE(model.makeWorkspaceModel(QStringLiteral("history"), &second), made);
 }
 
-TEST_F(TolmiStudioWindowModelTest, aModelGoesAfterItsOwner) {
+TEST_F(TolmiStudioWindowModelTest, AModelGoesAfterItsOwner) {
     auto owner = std::make_unique<QObject>();
     const QPointer<QObject> made = model.makeWorkspaceModel(QStringLiteral("history"), owner.get());
     owner.reset();
@@ -126,7 +126,7 @@ TEST_F(TolmiStudioWindowModelTest, aModelGoesAfterItsOwner) {
     EXPECT_FALSE(made);
 }
 
-TEST_F(TolmiStudioWindowModelTest, thereIsNoModelWithoutAFactory) {
+TEST_F(TolmiStudioWindowModelTest, ThereIsNoModelWithoutAFactory) {
     QObject owner;
     EXPECT_EQ(model.makeWorkspaceModel(QStringLiteral("health"), &owner), nullptr);
     EXPECT_EQ(model.makeWorkspaceModel(QStringLiteral("nowhere"), &owner), nullptr);
@@ -134,7 +134,7 @@ TEST_F(TolmiStudioWindowModelTest, thereIsNoModelWithoutAFactory) {
     EXPECT_EQ(model.makeOnboardingModel(&owner), nullptr);
 }
 
-TEST_F(TolmiStudioWindowModelTest, factoriesReachTheWindow) {
+TEST_F(TolmiStudioWindowModelTest, FactoriesReachTheWindow) {
     TolmiStudioWindowModel window(settings.store, router, { .onboarding = [](TolmiStudioWindowModel &studio) {
         studio.router().setDestination(StudioDestination::History);
         studio.setIsShowingOnboarding(true);
@@ -146,7 +146,7 @@ TEST_F(TolmiStudioWindowModelTest, factoriesReachTheWindow) {
     EXPECT_EQ(router.destination(), StudioDestination::History);
 }
 
-TEST_F(TolmiStudioWindowModelTest, quits) {
+TEST_F(TolmiStudioWindowModelTest, Quits) {
     model.quit();
     EXPECT_EQ(quits, 1);
 }
