@@ -47,7 +47,7 @@ void HistoryFixture::openMany(int count) {
 
 void HistoryFixture::open(const QList<HistoryEntry> &entries) {
     // What views look at goes when they have the next.
-    const auto formerUser = std::exchange(m_user, std::make_unique<HistoryWorkspaceOverFakes>(entries));
+    const auto formerUser = std::exchange(m_user, std::make_unique<HistoryWorkspaceFixture>(entries));
     for (const HistoryEntry &entry : entries)
         m_user->addRecording(entry.audioFileRelativePath.value_or(QString()));
     const auto formerTexts = std::exchange(
@@ -61,7 +61,7 @@ void HistoryFixture::setRomanian() {
 }
 
 void HistoryFixture::setVanished(const QString &recording) {
-    m_user->files.files.erase(HistoryWorkspaceOverFakes::recordingPath(recording));
+    m_user->files.files.erase(HistoryWorkspaceFixture::recordingPath(recording));
 }
 
 void HistoryFixture::setUnplayable() {

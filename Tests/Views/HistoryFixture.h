@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Support/HistoryWorkspaceOverFakes.h"
+#include "Support/HistoryWorkspaceFixture.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 
 #include <QVariantMap>
@@ -42,7 +42,7 @@ Q_SIGNALS:
 private:
     void open(const QList<HistoryEntry> &entries);
 
-    std::unique_ptr<HistoryWorkspaceOverFakes> m_user;
+    std::unique_ptr<HistoryWorkspaceFixture> m_user;
     std::unique_ptr<ViewTexts> m_texts;
     std::unique_ptr<HistoryWorkspaceModel> m_model;
 };

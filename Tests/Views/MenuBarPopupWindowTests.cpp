@@ -2,7 +2,7 @@
 
 #include "Support/FakeFloatingWindows.h"
 #include "Support/FakePasteboard.h"
-#include "Support/FlowOverFakes.h"
+#include "Support/FlowManagerFixture.h"
 #include "Support/UntilTrue.h"
 #include "TolmiApp/Popup/MenuBarPopupModel.h"
 #include "TolmiApp/Shell/ViewTexts.h"
@@ -16,7 +16,7 @@
 
 namespace {
 
-class MenuBarPopupWindowTest : public ViewsTest {
+class MenuBarPopupWindowTest : public ViewsFixture {
 protected:
     MenuBarPopupWindowTest() {
         flow.store.setRefinementEnabled(false);
@@ -39,7 +39,7 @@ protected:
     }
 
     const QRect item { 500, 4, 24, 24 };
-    FlowOverFakes flow;
+    FlowManagerFixture flow;
     FakePasteboard pasteboard;
     FakeFloatingWindows floatingWindows;
     QList<QQmlEngine *> dressed;

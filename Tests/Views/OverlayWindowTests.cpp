@@ -12,7 +12,7 @@ using Kind = DictationState::Kind;
 
 namespace {
 
-class OverlayWindowTest : public ViewsTest {
+class OverlayWindowTest : public ViewsFixture {
 protected:
     QQuickView &view() { return window->view(); }
     bool isTimelineRunning() { return view().rootObject()->property("isTimelineRunning").toBool(); }

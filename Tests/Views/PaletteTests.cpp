@@ -68,7 +68,7 @@ void expectShade(const QColor &color, const Shade &shade, const char *name) {
     EXPECT_NEAR(double(color.alphaF()), shade.alpha, tolerance) << name;
 }
 
-class Palette : public ViewsTest {
+class Palette : public ViewsFixture {
 protected:
     std::unique_ptr<QObject> create(const char *qml) {
         QQmlComponent component(&engine);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Support/FakePasteboard.h"
-#include "Support/FlowOverFakes.h"
+#include "Support/FlowManagerFixture.h"
 #include "TolmiApp/Popup/MenuBarPopupModel.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 
@@ -41,7 +41,7 @@ Q_SIGNALS:
 private:
     std::function<void()> way(const QString &name);
 
-    FlowOverFakes m_flow;
+    FlowManagerFixture m_flow;
     FakePasteboard m_pasteboard;
     QStringList m_ways;
     MenuBarPopupModel m_model;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Support/ProfileModelOverFakes.h"
+#include "Support/ProfileModelFixture.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 
 /// The real model of the profile workspace over a platform in memory, for tests written in QML. The interface
@@ -29,6 +29,6 @@ public:
     Q_INVOKABLE int resumeCount() const { return m_place.resumeCount; }
 
 private:
-    ProfileModelOverFakes m_place;
+    ProfileModelFixture m_place;
     ViewTexts m_texts { m_place.store, PlatformTexts::forLinux() };
 };

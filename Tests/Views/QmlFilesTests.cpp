@@ -1,21 +1,21 @@
 #include "Support/FakeDesktopLook.h"
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/FakePasteboard.h"
-#include "Support/FlowOverFakes.h"
-#include "Support/ProfileModelOverFakes.h"
-#include "Support/SettingsModelOverFakes.h"
+#include "Support/FlowManagerFixture.h"
+#include "Support/ProfileModelFixture.h"
+#include "Support/SettingsModelFixture.h"
 #include "TolmiApp/Overlay/OverlayPanel.h"
 #include "TolmiApp/Popup/MenuBarPopupModel.h"
 #include "TolmiApp/Shell/ViewAppearance.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 #include "TolmiApp/Studio/TolmiStudioWindowModel.h"
 #include "TolmiApp/Updates/UpdateDialogModel.h"
-#include "Views/CommandCenterStage.h"
-#include "Views/DictationLiveStage.h"
-#include "Views/HealthStage.h"
+#include "Views/CommandCenterFixture.h"
+#include "Views/DictationLiveFixture.h"
+#include "Views/HealthFixture.h"
 #include "Views/HistoryFixture.h"
-#include "Views/OnboardingStage.h"
-#include "Views/TemplatesStage.h"
+#include "Views/OnboardingFixture.h"
+#include "Views/TemplatesFixture.h"
 #include "Views/ViewsFixture.h"
 
 #include <QDir>
@@ -66,7 +66,7 @@ private:
     QVariantMap m_values;
 };
 
-class QmlFiles : public ViewsTest {
+class QmlFiles : public ViewsFixture {
 protected:
     QmlFiles() {
         history.openMany(3);
@@ -107,7 +107,7 @@ protected:
         requirements.offer("index", 0);
     }
 
-    FlowOverFakes flow;
+    FlowManagerFixture flow;
     FakePasteboard pasteboard;
     FlowJournal journal;
     FakeApplication application { journal };
@@ -122,14 +122,14 @@ protected:
     QQuickItem anchor { window.contentItem() };
     UpdatePrompt updatePrompt;
     UpdateDialogModel updates { updatePrompt, flow.store, {}, [](const FileURL &) {} };
-    HealthStage health;
+    HealthFixture health;
     HistoryFixture history;
-    TemplatesStage templates;
-    SettingsModelOverFakes settings;
-    CommandCenterStage commandCenter;
-    DictationLiveStage live;
-    OnboardingStage onboarding;
-    ProfileModelOverFakes profile;
+    TemplatesFixture templates;
+    SettingsModelFixture settings;
+    CommandCenterFixture commandCenter;
+    DictationLiveFixture live;
+    OnboardingFixture onboarding;
+    ProfileModelFixture profile;
     Requirements requirements;
 };
 

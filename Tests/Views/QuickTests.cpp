@@ -1,15 +1,15 @@
 #include "TolmiApp/Shell/Views.h"
-#include "Views/CommandCenterStage.h"
-#include "Views/DictationLiveStage.h"
-#include "Views/HealthStage.h"
+#include "Views/CommandCenterFixture.h"
+#include "Views/DictationLiveFixture.h"
+#include "Views/HealthFixture.h"
 #include "Views/HistoryFixture.h"
-#include "Views/OnboardingStage.h"
+#include "Views/OnboardingFixture.h"
 #include "Views/PopupFixture.h"
 #include "Views/ProfileFixture.h"
 #include "Views/SettingsFixture.h"
-#include "Views/StudioStage.h"
-#include "Views/TemplatesStage.h"
-#include "Views/UpdateStage.h"
+#include "Views/StudioWindowFixture.h"
+#include "Views/TemplatesFixture.h"
+#include "Views/UpdateDialogFixture.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -21,17 +21,17 @@ class Setup : public QObject {
 public Q_SLOTS:
     void applicationAvailable() {
         Views::prepareApplication();
-        qmlRegisterType<CommandCenterStage>("TolmiTesting", 1, 0, "CommandCenterStage");
-        qmlRegisterType<DictationLiveStage>("TolmiTesting", 1, 0, "DictationLiveStage");
-        qmlRegisterType<HealthStage>("TolmiTesting", 1, 0, "HealthStage");
+        qmlRegisterType<CommandCenterFixture>("TolmiTesting", 1, 0, "CommandCenterFixture");
+        qmlRegisterType<DictationLiveFixture>("TolmiTesting", 1, 0, "DictationLiveFixture");
+        qmlRegisterType<HealthFixture>("TolmiTesting", 1, 0, "HealthFixture");
         qmlRegisterType<HistoryFixture>("TolmiTesting", 1, 0, "HistoryFixture");
-        qmlRegisterType<OnboardingStage>("TolmiTesting", 1, 0, "OnboardingStage");
+        qmlRegisterType<OnboardingFixture>("TolmiTesting", 1, 0, "OnboardingFixture");
         qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
         qmlRegisterType<ProfileFixture>("TolmiTesting", 1, 0, "ProfileFixture");
         qmlRegisterType<SettingsFixture>("TolmiTesting", 1, 0, "SettingsFixture");
-        qmlRegisterType<StudioStage>("TolmiTesting", 1, 0, "StudioStage");
-        qmlRegisterType<TemplatesStage>("TolmiTesting", 1, 0, "TemplatesStage");
-        qmlRegisterType<UpdateStage>("TolmiTesting", 1, 0, "UpdateStage");
+        qmlRegisterType<StudioWindowFixture>("TolmiTesting", 1, 0, "StudioWindowFixture");
+        qmlRegisterType<TemplatesFixture>("TolmiTesting", 1, 0, "TemplatesFixture");
+        qmlRegisterType<UpdateDialogFixture>("TolmiTesting", 1, 0, "UpdateDialogFixture");
     }
     void qmlEngineAvailable(QQmlEngine *engine) { Views::prepareEngine(*engine); }
 };

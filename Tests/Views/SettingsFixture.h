@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Support/SettingsModelOverFakes.h"
+#include "Support/SettingsModelFixture.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 
 #include <optional>
@@ -29,6 +29,6 @@ public:
     Q_INVOKABLE int navigationCount() const { return int(m_place->destinations.size()); }
 
 private:
-    std::optional<SettingsModelOverFakes> m_place;
+    std::optional<SettingsModelFixture> m_place;
     std::optional<ViewTexts> m_texts;
 };

@@ -2,7 +2,7 @@
 
 #include "Support/FakeDesktopLook.h"
 #include "Support/FakeFlowCollaborators.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "Support/UntilTrue.h"
 #include "TolmiApp/Studio/TolmiStudioWindowModel.h"
 #include "Views/ViewsFixture.h"
@@ -12,9 +12,9 @@
 
 namespace {
 
-class StudioWindowTest : public ViewsTest {
+class StudioWindowTest : public ViewsFixture {
 protected:
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     FlowJournal journal;
     FakeApplication application { journal };
     StudioRouter router { application };

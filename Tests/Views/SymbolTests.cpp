@@ -17,7 +17,7 @@ double inkOf(const QImage &image) {
     return sum;
 }
 
-class Symbols : public ViewsTest { };
+class Symbols : public ViewsFixture { };
 
 } // namespace
 

@@ -1,6 +1,6 @@
 #include "TolmiApp/Updates/UpdateWindow.h"
 
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "TolmiApp/Updates/UpdateDialogModel.h"
 #include "Views/ViewsFixture.h"
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-class UpdateWindowTest : public ViewsTest {
+class UpdateWindowTest : public ViewsFixture {
 protected:
     UpdateWindowTest() { settings.store.setUiLanguage(AppLanguage::English); }
     void find() {
@@ -21,7 +21,7 @@ protected:
         prompt.showFound(item);
     }
 
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     UpdatePrompt prompt;
     int preparedCount = 0;
     UpdateDialogModel model { prompt, settings.store, QStringLiteral("1.0"), [](const FileURL &) {} };

@@ -1,14 +1,14 @@
 #include "TolmiApp/Shell/ViewAppearance.h"
 
 #include "Support/FakeDesktopLook.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "Views/ViewsFixture.h"
 
 #include <QQmlComponent>
 
 namespace {
 
-class ViewAppearanceTest : public ViewsTest {
+class ViewAppearanceTest : public ViewsFixture {
 protected:
     ViewAppearanceTest() {
         QQmlComponent component(&engine);
@@ -21,7 +21,7 @@ protected:
     bool isDark() const { return seen->property("isDark").toBool(); }
     bool isReduced() const { return seen->property("isReduced").toBool(); }
 
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     FakeDesktopLook look;
     std::unique_ptr<QObject> seen;
 };

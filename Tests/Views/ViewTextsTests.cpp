@@ -1,6 +1,6 @@
 #include "TolmiApp/Shell/ViewTexts.h"
 
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ class ViewTextsTest : public testing::Test {
 protected:
     QString text(const char *name) const { return texts.value(QLatin1String(name)).toString(); }
 
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     ViewTexts texts { settings.store, PlatformTexts::forLinux() };
 };
 

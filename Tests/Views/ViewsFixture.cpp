@@ -21,18 +21,18 @@ void collect(QtMsgType type, const QMessageLogContext &context, const QString &m
 
 } // namespace
 
-ViewsTest::ViewsTest() {
+ViewsFixture::ViewsFixture() {
     warnings().clear();
     previousHandler = qInstallMessageHandler(collect);
     Views::prepareEngine(engine);
 }
 
-ViewsTest::~ViewsTest() {
+ViewsFixture::~ViewsFixture() {
     qInstallMessageHandler(previousHandler);
     for (const QString &warning : takeWarnings())
         ADD_FAILURE() << warning.toStdString();
 }
 
-QStringList ViewsTest::takeWarnings() {
+QStringList ViewsFixture::takeWarnings() {
     return std::exchange(warnings(), {});
 }

@@ -7,10 +7,10 @@
 
 /// An engine with the interface's module, and every warning that comes up while the test runs: one is a
 /// failure.
-class ViewsTest : public testing::Test {
+class ViewsFixture : public testing::Test {
 protected:
-    ViewsTest();
-    ~ViewsTest() override;
+    ViewsFixture();
+    ~ViewsFixture() override;
 
     /// Takes the warnings that came up so far.
     static QStringList takeWarnings();

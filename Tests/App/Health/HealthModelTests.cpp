@@ -3,7 +3,7 @@
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/Print.h"
 #include "Support/ScriptedOperation.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -34,7 +34,7 @@ protected:
         return model->items() == HealthCheckItem::checkingList(settings.store.uiLanguage());
     }
 
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     FlowJournal journal;
     FakeApplication application { journal };
     AuthorizationStatus microphoneStatus = AuthorizationStatus::Authorized;

@@ -6,7 +6,7 @@
 #include "Support/FakeHttpClient.h"
 #include "Support/FakeMicrophonePermission.h"
 #include "Support/Print.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -261,7 +261,7 @@ TEST_P(Timeouts, AreAtLeastASecond) {
 }
 
 TEST(StudioHealthInput, IsReadFromTheSettings) {
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     settings.store.setWhisperBinaryPath(QStringLiteral("/bin/w"));
     settings.store.setModelPath(QStringLiteral("/m"));
     settings.store.setRefinementEnabled(false);

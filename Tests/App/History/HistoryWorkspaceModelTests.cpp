@@ -1,7 +1,7 @@
 #include "TolmiApp/History/HistoryWorkspaceModel.h"
 
 #include "App/History/HistoryEntries.h"
-#include "Support/HistoryWorkspaceOverFakes.h"
+#include "Support/HistoryWorkspaceFixture.h"
 #include "Support/Print.h"
 #include "TolmiApp/History/HistoryExportFormatter.h"
 
@@ -24,7 +24,7 @@ class HistoryWorkspaceModelTest : public testing::Test {
 protected:
     /// Shows the workspace over these entries.
     void open(const QList<HistoryEntry> &entries) {
-        m_user = std::make_unique<HistoryWorkspaceOverFakes>(entries);
+        m_user = std::make_unique<HistoryWorkspaceFixture>(entries);
         m_model = m_user->open();
         m_tester = std::make_unique<QAbstractItemModelTester>(
             m_model->rows(), QAbstractItemModelTester::FailureReportingMode::Fatal);
@@ -67,7 +67,7 @@ protected:
     void tick(int number) { m_model->setTicked(idOf(number), true); }
     const FakeAtomicFileWriter::Write &lastWrite() const { return m_user->writer.writes.back(); }
 
-    std::unique_ptr<HistoryWorkspaceOverFakes> m_user;
+    std::unique_ptr<HistoryWorkspaceFixture> m_user;
     std::unique_ptr<HistoryWorkspaceModel> m_model;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
 };
@@ -457,7 +457,7 @@ TEST_F(HistoryWorkspaceModelTest, ARecordingIsPlayedPausedAndFound) {
     EXPECT_EQ(m_model->audioPlaybackLabel(), QStringLiteral("Play"));
     EXPECT_FALSE(m_model->isFocusedEntryPlaying());
     m_model->revealFocusedAudio();
-    const QString path = HistoryWorkspaceOverFakes::recordingPath(QStringLiteral("a.wav"));
+    const QString path = HistoryWorkspaceFixture::recordingPath(QStringLiteral("a.wav"));
     EXPECT_EQ(
         m_user->players.calls.join(u','), QStringLiteral("open %1,prepare %1,play %1,pause %1").arg(path));
     EXPECT_EQ(m_user->fileViewer.calls.join(u','), QStringLiteral("selectFile ") + path);
@@ -502,12 +502,12 @@ TEST_F(HistoryWorkspaceModelTest, LeavingTheWorkspaceSilencesIt) {
     m_model = nullptr;
     EXPECT_TRUE(m_user->players.sounds.front()->isDestroyed);
     EXPECT_EQ(m_user->players.calls.last(),
-        QStringLiteral("stop ") + HistoryWorkspaceOverFakes::recordingPath(QStringLiteral("a.wav")));
+        QStringLiteral("stop ") + HistoryWorkspaceFixture::recordingPath(QStringLiteral("a.wav")));
 }
 
 TEST_F(HistoryWorkspaceModelTest, ABrokenRecordingIsTold) {
     openWithSound();
-    const QString path = HistoryWorkspaceOverFakes::recordingPath(QStringLiteral("a.wav"));
+    const QString path = HistoryWorkspaceFixture::recordingPath(QStringLiteral("a.wav"));
     m_user->players.failures.emplace(path, SystemError(QStringLiteral("no sound")));
     m_model->toggleFocusedPlayback();
     EXPECT_TRUE(m_model->showingAudioError());
@@ -529,7 +529,7 @@ TEST_F(HistoryWorkspaceModelTest, ARecordingThatVanishesWhileItIsShownIsNoticed)
     m_model->focusEntry(idOf(QStringLiteral("recorded")));
     m_user->clock.advance(60);
     EXPECT_EQ(m_model->detail().audioState, AudioState::Available);
-    m_user->files.files.erase(HistoryWorkspaceOverFakes::recordingPath(QStringLiteral("a.wav")));
+    m_user->files.files.erase(HistoryWorkspaceFixture::recordingPath(QStringLiteral("a.wav")));
     m_model->toggleFocusedPlayback();
     EXPECT_EQ(m_model->detail().audioState, AudioState::Missing);
     EXPECT_FALSE(m_model->showingAudioError());

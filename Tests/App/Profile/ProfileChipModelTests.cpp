@@ -1,7 +1,7 @@
 #include "TolmiApp/Profile/ProfileAvatarImageLoader.h"
 #include "TolmiApp/Profile/ProfileChipModel.h"
 
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -37,7 +37,7 @@ protected:
     const QString original = QStringLiteral("profile/avatar-original.png");
     const QString thumbnail = QStringLiteral("profile/avatar-thumb.bmp");
     QTemporaryDir disk;
-    SettingsOverFakes folders;
+    SettingsStoreFixture folders;
 };
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "TolmiApp/Profile/ProfileWorkspaceModel.h"
 
-#include "Support/ProfileModelOverFakes.h"
+#include "Support/ProfileModelFixture.h"
 
 #include <QSignalSpy>
 
@@ -16,7 +16,7 @@ protected:
         place.panel.choose(picture);
     }
 
-    ProfileModelOverFakes place;
+    ProfileModelFixture place;
     SettingsStore &store = place.store;
     ProfileWorkspaceModel &model = (place.open(), *place.model);
 };

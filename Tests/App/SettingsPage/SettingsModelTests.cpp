@@ -1,6 +1,6 @@
 #include "TolmiApp/SettingsPage/SettingsModel.h"
 
-#include "Support/SettingsModelOverFakes.h"
+#include "Support/SettingsModelFixture.h"
 #include "TolmiApp/Texts/L10n.h"
 #include "TolmiCore/OllamaConfiguration.h"
 
@@ -30,7 +30,7 @@ protected:
     /// What was stored last under `key`.
     DefaultsValue stored(const char *key) const { return place.defaults.values.at(QString::fromLatin1(key)); }
 
-    SettingsModelOverFakes place;
+    SettingsModelFixture place;
     SettingsModel &model = place.model;
     SettingsStore &store = place.store;
 };
@@ -126,7 +126,7 @@ TEST(SettingsTimeoutText, ShowsAndReadsTheNumberFormatOfTheLocale) {
              TimeoutRow { english, -3, QStringLiteral("-3") }, TimeoutRow { english, 0, QStringLiteral("0") },
              TimeoutRow { romanian, 12.5, QStringLiteral("12,5") },
              TimeoutRow { romanian, 1234.5, QStringLiteral("1.234,5") } }) {
-        SettingsModelOverFakes place(true, row.locale);
+        SettingsModelFixture place(true, row.locale);
         place.store.setOllamaTimeout(row.seconds);
         EXPECT_EQ(place.model.ollamaTimeoutText(), row.text);
         place.store.setOllamaTimeout(99);

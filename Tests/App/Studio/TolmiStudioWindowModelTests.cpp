@@ -2,7 +2,7 @@
 
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/Print.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -23,7 +23,7 @@ protected:
 
     static void deleteLeftovers() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     FlowJournal journal;
     FakeApplication application { journal };
     StudioRouter router { application };

@@ -3,7 +3,7 @@
 #include "Support/FakeAtomicFileWriter.h"
 #include "Support/FakePasteboard.h"
 #include "Support/Print.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "TolmiApp/History/TranscriptionHistory.h"
 #include "TolmiApp/Navigation/HistorySelection.h"
 
@@ -25,7 +25,7 @@ protected:
         return id;
     }
 
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     FakeAtomicFileWriter writer;
     TranscriptionHistory history { settings.clock, settings.files, writer };
     HistorySelection selection;

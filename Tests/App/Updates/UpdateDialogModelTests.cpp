@@ -1,7 +1,7 @@
 #include "TolmiApp/Updates/UpdateDialogModel.h"
 
 #include "Support/Print.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ protected:
         prompt.showDownloading();
     }
 
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     UpdatePrompt prompt;
     QStringList answers;
     UpdateDialogModel model { prompt, settings.store, QStringLiteral("1.0"),

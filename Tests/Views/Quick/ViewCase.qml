@@ -2,13 +2,13 @@ import QtQuick
 import QtTest
 import Tolmi
 
-/// The tests of one view: each begins with a view of its own over a stage of its own.
+/// The tests of one view: each begins with a view of its own over a fixture of its own.
 TestCase {
     id: test
 
-    required property Component stages
+    required property Component fixtures
     required property Component views
-    property var stage: null
+    property var fixture: null
     property Item view: null
 
     when: windowShown
@@ -17,13 +17,13 @@ TestCase {
     visible: true
 
     function init() {
-        stage = createTemporaryObject(stages, test);
+        fixture = createTemporaryObject(fixtures, test);
         view = views.createObject(test, {
-            model: stage.model, texts: stage.texts, width: test.width, height: test.height
+            model: fixture.model, texts: fixture.texts, width: test.width, height: test.height
         });
     }
     function cleanup() {
-        // Before the stage, whose model it shows.
+        // Before the fixture, whose model it shows.
         view.destroy();
         wait(0);
     }
@@ -53,7 +53,7 @@ TestCase {
     /// Clicks and lets happen what comes of it.
     function press(title) {
         mouseClick(button(title));
-        stage.runPosted();
+        fixture.runPosted();
     }
     function placeOf(item) {
         return item.mapToItem(view, 0, 0);

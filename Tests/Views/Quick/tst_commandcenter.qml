@@ -4,8 +4,8 @@ import TolmiTesting
 
 ViewCase {
     name: "CommandCenter"
-    stages: Component {
-        CommandCenterStage { }
+    fixtures: Component {
+        CommandCenterFixture { }
     }
     views: Component {
         StudioCommandCenterView { }
@@ -25,7 +25,7 @@ ViewCase {
         ];
     }
     function test_pillFollowsTheState(data) {
-        stage.reach(data.tag);
+        fixture.reach(data.tag);
         compare(pill().icon, data.icon);
         compare(pill().text, data.text);
         compare(pill().tone, data.tone);
@@ -33,27 +33,27 @@ ViewCase {
     }
     function test_buttonDrivesTheFlow() {
         compare(button("Start Recording").tone, StudioButton.Primary);
-        stage.allowRecording();
+        fixture.allowRecording();
         press("Start Recording");
         compare(button("Stop + Transcribe").tone, StudioButton.Danger);
-        stage.prepareTranscript("some words");
+        fixture.prepareTranscript("some words");
         press("Stop + Transcribe");
-        compare(stage.lastTranscript, "some words");
+        compare(fixture.lastTranscript, "some words");
         compare(pill().text, "Done");
         verify(shows("1 total"));
     }
     function test_buttonWaitsForTheTranscription() {
-        stage.reach("Transcribing");
+        fixture.reach("Transcribing");
         verify(!button("Start Recording").enabled);
     }
     function test_meterRunsOnlyWhileRecording() {
         const wave = shown(item => item instanceof SignalWaveView)[0];
         verify(!wave.isActive);
-        stage.setLevel(1);
-        stage.reach("Recording");
+        fixture.setLevel(1);
+        fixture.reach("Recording");
         verify(wave.isActive);
         verify(wave.level > 0);
-        stage.prepareTranscript("");
+        fixture.prepareTranscript("");
         press("Stop + Transcribe");
         verify(!wave.isActive);
         compare(wave.level, 0);
@@ -62,22 +62,22 @@ ViewCase {
         const history = button("Open History");
         const before = placeOf(history).y;
         verify(shows("Progress: 1/3"));
-        stage.setDisplayName("Ana");
+        fixture.setDisplayName("Ana");
         verify(shows("Progress: 2/3"));
         mouseClick(button("Continue onboarding"));
-        compare(stage.resumptions, 1);
-        stage.finishOnboarding();
+        compare(fixture.resumptions, 1);
+        fixture.finishOnboarding();
         verify(!shows("Finish onboarding"));
         tryVerify(() => placeOf(history).y < before);
     }
     function test_cardsTellOfTheHistory() {
         verify(shows("0 total"));
         verify(shown(item => String(item.text).startsWith("Last destination")).length === 0);
-        stage.addEntry("Thunderbird");
+        fixture.addEntry("Thunderbird");
         verify(shows("1 total"));
         verify(shows("Last destination: Thunderbird"));
-        stage.advance(1);
-        stage.addEntry("");
+        fixture.advance(1);
+        fixture.addEntry("");
         verify(shows("Last destination: Unknown target"));
     }
     function test_cardsLeadToTheWorkspaces() {
@@ -86,11 +86,11 @@ ViewCase {
         mouseClick(button("Open Templates"));
         mouseClick(button("Run Health Checks"));
         mouseClick(shown(item => item instanceof ProfileChip)[0]);
-        compare(stage.destinations, ["dictationLive", "history", "templates", "health", "profile"]);
+        compare(fixture.destinations, ["dictationLive", "history", "templates", "health", "profile"]);
     }
     function test_speaksRomanian() {
-        stage.addEntry("Writer");
-        stage.speakRomanian();
+        fixture.addEntry("Writer");
+        fixture.speakRomanian();
         verify(shows("Centru comenzi"));
         verify(shows("Gata"));
         verify(shows("Porneste inregistrarea"));

@@ -5,8 +5,8 @@ import TolmiTesting
 ViewCase {
     name: "DictationLive"
     width: 880
-    stages: Component {
-        DictationLiveStage { }
+    fixtures: Component {
+        DictationLiveFixture { }
     }
     views: Component {
         StudioDictationLiveView { }
@@ -28,8 +28,8 @@ ViewCase {
         verify(!shows("Last Transcript"));
     }
     function test_orbFollowsTheVoice() {
-        stage.setLevel(1);
-        stage.reach("Recording");
+        fixture.setLevel(1);
+        fixture.reach("Recording");
         verify(orb().isActive);
         verify(orb().level > 0);
         compare(dictationButton().text, "Stop + Transcribe");
@@ -43,7 +43,7 @@ ViewCase {
     }
     function test_tellsWhatItWaitsFor(data) {
         const place = placeOf(dictationButton()).y;
-        stage.reach(data.tag);
+        fixture.reach(data.tag);
         verify(shows(data.message));
         compare(shown(item => item instanceof Spinner).length, 1);
         verify(!dictationButton().enabled);
@@ -51,37 +51,37 @@ ViewCase {
         compare(placeOf(dictationButton()).y, place);
     }
     function test_tellsTheError() {
-        stage.reach("Error");
+        fixture.reach("Error");
         verify(shows("Microphone access denied"));
         press(dictationButton().text);
         verify(shows("Microphone access denied"));
-        stage.advance(3);
+        fixture.advance(3);
         verify(!shows("Microphone access denied"));
     }
     function test_dictatesFromTheButtonAndCopies() {
-        stage.allowRecording();
+        fixture.allowRecording();
         press(dictationButton().text);
-        stage.prepareTranscript("Please move the review.");
+        fixture.prepareTranscript("Please move the review.");
         press(dictationButton().text);
         verify(shows("Last Transcript"));
         verify(shows("Please move the review."));
         mouseClick(shown(item => item instanceof StudioButton && item.text === "Copy")[0]);
-        compare(stage.copiedText, "Please move the review.");
+        compare(fixture.copiedText, "Please move the review.");
     }
     function test_longTranscriptScrolls() {
         compare(view.contentHeight, view.height);
-        stage.dictateText("word ".repeat(2000));
+        fixture.dictateText("word ".repeat(2000));
         tryVerify(() => view.contentHeight > view.height);
         verify(placeOf(dictationButton()).y >= 0);
     }
     function test_speaksRomanian() {
-        stage.speakRomanian();
+        fixture.speakRomanian();
         verify(shows("Dictare live"));
         verify(shows("Gata"));
         compare(dictationButton().text, "Porneste inregistrarea");
     }
     function test_tabReachesEveryControl() {
-        stage.dictateText("words");
+        fixture.dictateText("words");
         compare(tabOrder(3), ["Start Recording", "Copy", "words"]);
     }
 }

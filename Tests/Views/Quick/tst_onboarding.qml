@@ -6,8 +6,8 @@ ViewCase {
     name: "Onboarding"
     width: 680
     height: 540
-    stages: Component {
-        OnboardingStage { }
+    fixtures: Component {
+        OnboardingFixture { }
     }
     views: Component {
         OnboardingWizardView { }
@@ -26,7 +26,7 @@ ViewCase {
         return shown(item => item instanceof OnboardingProgress)[0].symbols;
     }
     function goTo(index) {
-        stage.setDisplayName("Ana");
+        fixture.setDisplayName("Ana");
         for (let step = 0; step < index; ++step)
             press("Continue");
     }
@@ -36,7 +36,7 @@ ViewCase {
         verify(!button("Continue").enabled);
         verify(!button("Back").enabled);
         typeName("Ana");
-        compare(stage.displayName, "Ana");
+        compare(fixture.displayName, "Ana");
         compare(stepSymbols()[0], "checkmark.circle.fill");
         press("Continue");
         verify(shows("Microphone"));
@@ -44,17 +44,17 @@ ViewCase {
         press("Continue");
         verify(!button("Finish onboarding").enabled);
         verify(shows("Record and transcribe once to complete this step."));
-        stage.allowRecording();
+        fixture.allowRecording();
         press("Start Recording");
         verify(shows("Recording"));
-        stage.prepareTranscript("hello");
+        fixture.prepareTranscript("hello");
         press("Stop + Transcribe");
         verify(shows("Dictation test completed."));
         compare(stepSymbols(), Array(3).fill("checkmark.circle.fill"));
-        compare(stage.closings, 0);
+        compare(fixture.closings, 0);
         press("Finish onboarding");
-        compare(stage.closings, 1);
-        verify(stage.isFinished);
+        compare(fixture.closings, 1);
+        verify(fixture.isFinished);
     }
     function test_nameUserDoesNotPass() {
         typeName("User");
@@ -76,8 +76,8 @@ ViewCase {
     function test_skipCloses() {
         goTo(1);
         press("Skip for now");
-        compare(stage.closings, 1);
-        verify(!stage.isFinished);
+        compare(fixture.closings, 1);
+        verify(!fixture.isFinished);
     }
     function test_presetIsChosen() {
         const picker = shown(item => item instanceof StudioPicker)[0];
@@ -88,7 +88,7 @@ ViewCase {
     function test_avatarFailureIsTold() {
         for (let times = 0; times < 2; ++times) {
             mouseClick(button("Upload avatar"));
-            stage.failAvatar();
+            fixture.failAvatar();
             compare(view.model.avatarErrorMessage, "This file is too large. Choose an image under 10MB.");
             tryVerify(() => view.Window.activeFocusItem.text === "OK");
             keyClick(Qt.Key_Return);
@@ -96,7 +96,7 @@ ViewCase {
         }
     }
     function test_missingRightsTellTheWayOut() {
-        stage.refuseRights();
+        fixture.refuseRights();
         goTo(1);
         verify(!button("Continue").enabled);
         verify(shows("Access denied. Allow Tolmi to use the microphone in your desktop's privacy settings."));
@@ -105,15 +105,15 @@ ViewCase {
         button("Grant microphone");
     }
     function test_microphoneIsAskedFor() {
-        stage.forgetMicrophone();
+        fixture.forgetMicrophone();
         goTo(1);
         press("Grant microphone");
-        stage.answerMicrophone(true);
+        fixture.answerMicrophone(true);
         compare(shown(item => item.text === "Grant microphone").length, 0);
         verify(button("Continue").enabled);
     }
     function test_missingTranscriptionTellsTheWayOut() {
-        stage.removeTranscription();
+        fixture.removeTranscription();
         goTo(2);
         verify(shows("whisper-cli: Binary missing or not executable."));
         verify(shows("Whisper model: Model file missing. Choose \"Skip for now\" and set the path in Settings > Engine; "
@@ -122,33 +122,33 @@ ViewCase {
     function test_everythingThatIsMissingFitsTheSmallestSize() {
         view.width = 640;
         view.height = 460;
-        stage.speakRomanian();
+        fixture.speakRomanian();
         goTo(0);
         press("Continua");
         press("Continua");
-        stage.refuseRights();
-        stage.removeTranscription();
+        fixture.refuseRights();
+        fixture.removeTranscription();
         const page = shown(item => item instanceof Flickable && item.contentHeight > 0)[0];
         tryVerify(() => page.contentHeight > 180);
         verify(page.contentHeight <= page.height, page.contentHeight + " in " + page.height);
     }
     function test_failedDictationStaysPending() {
         goTo(2);
-        stage.reach("Error");
+        fixture.reach("Error");
         press("Start Recording");
         verify(shows("Error"));
         verify(!button("Finish onboarding").enabled);
-        stage.advance(3);
+        fixture.advance(3);
         verify(shown(item => String(item.text).startsWith("Microphone access denied")).length === 1);
     }
     function test_busyButtonIsDisabled() {
         goTo(2);
-        stage.reach("Transcribing");
+        fixture.reach("Transcribing");
         verify(!button("Start Recording").enabled);
         verify(shows("Transcribing"));
     }
     function test_tabStaysInOrder() {
-        stage.setDisplayName("Ana");
+        fixture.setDisplayName("Ana");
         nameField().forceActiveFocus();
         const order = [];
         for (let presses = 0; presses < 4; ++presses) {
@@ -163,17 +163,17 @@ ViewCase {
         compare(view.Window.activeFocusItem.text, "Start Recording");
     }
     function test_speaksRomanian() {
-        stage.speakRomanian();
+        fixture.speakRomanian();
         verify(shows("Bine ai venit in Tolmi"));
         verify(shows("Profil"));
         verify(shows("Continua"));
     }
     function test_fitsItsSmallestSize() {
-        stage.removeTranscription();
+        fixture.removeTranscription();
         view.width = 640;
         view.height = 460;
-        stage.speakRomanian();
-        stage.setDisplayName("Ana");
+        fixture.speakRomanian();
+        fixture.setDisplayName("Ana");
         for (const title of ["Continua", "Continua", ""]) {
             for (const control of shown(item => item instanceof StudioButton))
                 verify(placeOf(control).x >= 20 && placeOf(control).x + control.width <= 620, control.text);

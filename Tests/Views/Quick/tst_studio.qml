@@ -13,9 +13,9 @@ TestCase {
     when: windowShown
 
     Component {
-        id: stages
+        id: fixtures
 
-        StudioStage { }
+        StudioWindowFixture { }
     }
     Component {
         id: studios
@@ -25,28 +25,28 @@ TestCase {
         }
     }
 
-    property var stage
+    property var fixture
     property var studio
 
     function init() {
         Motion.isReduced = true;
-        stage = stages.createObject(testCase);
+        fixture = fixtures.createObject(testCase);
         const views = { onboarding: Qt.resolvedUrl("StudioStandIn.qml") };
-        for (const destination of stage.model.destinations)
+        for (const destination of fixture.model.destinations)
             views[destination.name] = Qt.resolvedUrl("StudioStandIn.qml");
-        studio = studios.createObject(testCase, { model: stage.model, texts: stage.texts, views: views });
+        studio = studios.createObject(testCase, { model: fixture.model, texts: fixture.texts, views: views });
         studio.forceActiveFocus();
     }
 
     // In this order: the view reads its model until it goes.
     function cleanup() {
         studio.destroy();
-        stage.destroy();
+        fixture.destroy();
         wait(0);
     }
 
     function selection() {
-        return stage.model.selection;
+        return fixture.model.selection;
     }
 
     function row(title) {
@@ -63,7 +63,7 @@ TestCase {
     function test_rowsBearTheNamesInTheLanguage() {
         const titles = () => findAll(studio, item => item instanceof SidebarRow).map(item => item.text);
         compare(titles(), ["Command Center", "Profile", "Dictation Live", "History", "Templates", "Health", "Settings"]);
-        stage.speakRomanian();
+        fixture.speakRomanian();
         compare(titles(), ["Centru comenzi", "Profil", "Dictare live", "Istoric", "Sabloane", "Diagnostic", "Setari"]);
         compare(row("Istoric").Accessible.role, Accessible.ListItem);
         compare(row("Istoric").Accessible.name, "Istoric");
@@ -108,7 +108,7 @@ TestCase {
 
     function test_qQuits() {
         keyClick(Qt.Key_Q, Qt.ControlModifier);
-        compare(stage.quits, 1);
+        compare(fixture.quits, 1);
     }
 
     function test_tabLeavesTheSidebarForTheWorkspace() {
@@ -122,51 +122,51 @@ TestCase {
     function test_keyboardStaysInTheSidebarWhenItsWorkspaceGoes() {
         keyClick(Qt.Key_Tab);
         verify(studio.workspace.activeFocus);
-        stage.model.selection = "history";
+        fixture.model.selection = "history";
         verify(row("History").activeFocus);
     }
 
     function test_onlyTheShownWorkspaceLives() {
-        for (const destination of stage.model.destinations)
-            stage.model.selection = destination.name;
-        stage.model.selection = "templates";
-        tryCompare(stage, "liveModels", 1);
+        for (const destination of fixture.model.destinations)
+            fixture.model.selection = destination.name;
+        fixture.model.selection = "templates";
+        tryCompare(fixture, "liveModels", 1);
         compare(findAll(studio, item => item.objectName === "standIn").length, 1);
     }
 
     function test_workspaceWithoutAModelShowsItsTitleOnly() {
         const titles = () => findAll(studio.workspace, item => item instanceof StudioText && item.visible).map(item => item.text);
         compare(titles(), []);
-        stage.model.selection = "health";
+        fixture.model.selection = "health";
         compare(titles(), ["Health"]);
-        stage.speakRomanian();
+        fixture.speakRomanian();
         compare(titles(), ["Diagnostic"]);
     }
 
     function test_workspacesFadeIntoEachOther() {
         Motion.isReduced = false;
         const old = studio.workspace;
-        stage.model.selection = "profile";
+        fixture.model.selection = "profile";
         verify(!old.enabled);
         verify(studio.workspace.opacity < 1);
         tryCompare(studio.workspace, "opacity", 1);
-        tryCompare(stage, "liveModels", 1);
+        tryCompare(fixture, "liveModels", 1);
     }
 
     function test_wizardLiesOverTheWorkspaceUntilItIsClosed() {
         const sheet = () => findAll(studio.Window.contentItem, item => item.objectName === "standIn").length;
         compare(sheet(), 1);
-        stage.model.isShowingOnboarding = true;
+        fixture.model.isShowingOnboarding = true;
         tryVerify(() => sheet() === 2);
-        compare(stage.liveModels, 2);
-        stage.model.isShowingOnboarding = false;
-        tryCompare(stage, "liveModels", 1);
+        compare(fixture.liveModels, 2);
+        fixture.model.isShowingOnboarding = false;
+        tryCompare(fixture, "liveModels", 1);
         compare(selection(), "commandCenter");
     }
 
     function test_historyNeedsAWideWindow() {
         compare(studio.minimumSize, Qt.size(920, 600));
-        stage.model.selection = "history";
+        fixture.model.selection = "history";
         compare(studio.minimumSize, Qt.size(1140, 620));
     }
 }

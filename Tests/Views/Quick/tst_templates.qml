@@ -12,13 +12,13 @@ TestCase {
     height: 600
     visible: true
 
-    property TemplatesStage stage
+    property TemplatesFixture fixture
     property StudioTemplatesView view
 
     Component {
-        id: stageComponent
+        id: fixtureComponent
 
-        TemplatesStage { }
+        TemplatesFixture { }
     }
     Component {
         id: viewComponent
@@ -27,8 +27,8 @@ TestCase {
     }
 
     function init() {
-        stage = createTemporaryObject(stageComponent, test);
-        view = createTemporaryObject(viewComponent, test, { model: stage.model, texts: stage.texts });
+        fixture = createTemporaryObject(fixtureComponent, test);
+        view = createTemporaryObject(viewComponent, test, { model: fixture.model, texts: fixture.texts });
         waitForRendering(view);
     }
     function cleanup() {
@@ -53,10 +53,10 @@ TestCase {
         compare(part("preset").displayText, "Email Clear");
         compare(part("subtitle").text, "Clean text into a concise email");
         mouseClick(part("apply"));
-        verify(!stage.model.hasPreview);
+        verify(!fixture.model.hasPreview);
     }
     function test_appliesAndCopies() {
-        stage.choose("ship it. now");
+        fixture.choose("ship it. now");
         verify(part("input").visible);
         compare(part("input").text, "ship it. now");
         verify(!part("noTranscript").visible);
@@ -64,55 +64,55 @@ TestCase {
         verify(part("output").visible);
         verify(part("output").text.startsWith("Subject: Ship it. now\n"));
         verify(!part("applyHint").visible);
-        compare(stage.clipboard(), "");
+        compare(fixture.clipboard(), "");
         press("copy");
-        compare(stage.clipboard(), part("output").text);
+        compare(fixture.clipboard(), part("output").text);
     }
     function test_showsTheRawTextWhereNothingWasRefined() {
-        stage.choose("", "as spoken");
+        fixture.choose("", "as spoken");
         compare(part("input").text, "as spoken");
     }
     function test_choosesAPresetWithThePointer() {
-        stage.choose("ship it");
+        fixture.choose("ship it");
         const picker = part("preset");
         mouseClick(picker);
         tryVerify(() => picker.popup.opened);
         tryVerify(() => picker.popup.contentItem.itemAtIndex(2) !== null);
         mouseClick(picker.popup.contentItem.itemAtIndex(2));
         tryVerify(() => !picker.popup.visible);
-        compare(stage.model.selectedPresetID, "actionItems");
+        compare(fixture.model.selectedPresetID, "actionItems");
         compare(part("subtitle").text, "Extract checklist-style actions");
         press("apply");
         compare(part("output").text, "Action Items\n\n- [ ] ship it");
     }
     function test_anotherPresetLeavesThePreview() {
-        stage.choose("ship it");
+        fixture.choose("ship it");
         press("apply");
         const before = part("output").text;
-        stage.model.selectedPresetID = "customerReply";
+        fixture.model.selectedPresetID = "customerReply";
         compare(part("preset").displayText, "Customer Reply");
         compare(part("output").text, before);
     }
     function test_byKeyboard() {
-        stage.choose("ship it");
+        fixture.choose("ship it");
         findChild(part("input"), "content").forceActiveFocus(Qt.TabFocusReason);
         keyClick(Qt.Key_Tab);
         verify(part("preset").activeFocus);
         keyClick(Qt.Key_Down);
-        compare(stage.model.selectedPresetID, "meetingSummary");
+        compare(fixture.model.selectedPresetID, "meetingSummary");
         keyClick(Qt.Key_Tab);
         verify(part("apply").activeFocus);
         keyClick(Qt.Key_Space);
-        verify(stage.model.hasPreview);
+        verify(fixture.model.hasPreview);
         keyClick(Qt.Key_Tab);
         verify(part("copy").activeFocus);
         keyClick(Qt.Key_Return);
-        verify(stage.clipboard().startsWith("Meeting Summary"));
+        verify(fixture.clipboard().startsWith("Meeting Summary"));
     }
     function test_followsTheLanguage() {
-        stage.choose("gata");
+        fixture.choose("gata");
         press("apply");
-        stage.speak("ro");
+        fixture.speak("ro");
         verify(!part("output").visible);
         compare(part("preset").displayText, "Email clar");
         compare(part("apply").text, "Aplica sablon");
@@ -121,25 +121,25 @@ TestCase {
         verify(part("output").text.startsWith("Subiect: Gata\n"));
     }
     function test_deletedEntryLeavesThePreview() {
-        stage.choose("ship it");
+        fixture.choose("ship it");
         press("apply");
-        stage.deleteEverything();
+        fixture.deleteEverything();
         verify(part("noTranscript").visible);
         verify(!part("apply").enabled);
         verify(part("output").visible);
         verify(part("copy").enabled);
     }
     function test_aBlankTextMakesAnEmptyPreview() {
-        stage.choose(" \n ");
+        fixture.choose(" \n ");
         press("apply");
         verify(part("output").visible);
         compare(part("output").text, "");
         verify(part("copy").enabled);
         press("copy");
-        compare(stage.clipboard(), "");
+        compare(fixture.clipboard(), "");
     }
     function test_showsFiveLinesOfALongText() {
-        stage.choose("one two three four five six seven eight nine ten. ".repeat(40));
+        fixture.choose("one two three four five six seven eight nine ten. ".repeat(40));
         const content = findChild(part("input"), "content");
         compare(content.lineCount, 5);
         verify(content.text.endsWith("\u2026"));
@@ -148,7 +148,7 @@ TestCase {
         compare(content.selectedText, content.text);
     }
     function test_scrollsToWhatHasTheFocus() {
-        stage.choose("one two three. ".repeat(400));
+        fixture.choose("one two three. ".repeat(400));
         press("apply");
         waitForRendering(view);
         verify(view.contentHeight > view.height);
@@ -158,7 +158,7 @@ TestCase {
         verify(y >= 0 && y < view.height);
     }
     function test_staysWhereALongPreviewIsPressed() {
-        stage.choose("one two three. ".repeat(400));
+        fixture.choose("one two three. ".repeat(400));
         press("apply");
         waitForRendering(view);
         view.contentY = 300;
@@ -174,7 +174,7 @@ TestCase {
         compare(findChild(part("output"), "content").Accessible.name, "Preview");
     }
     function test_takesAMegabyte() {
-        stage.choose("This is a sentence of the long text. ".repeat(28000));
+        fixture.choose("This is a sentence of the long text. ".repeat(28000));
         verify(findChild(part("input"), "content").text.length < 5000);
         press("apply");
         verify(part("output").text.length > 1000000);

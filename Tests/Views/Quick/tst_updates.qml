@@ -15,9 +15,9 @@ TestCase {
     visible: true
 
     Component {
-        id: stageComponent
+        id: fixtureComponent
 
-        UpdateStage { }
+        UpdateDialogFixture { }
     }
     Component {
         id: viewComponent
@@ -29,11 +29,11 @@ TestCase {
     }
 
     /// It stays till the end: the view of its model must go first.
-    function makeStage() {
-        return stageComponent.createObject(test);
+    function makeFixture() {
+        return fixtureComponent.createObject(test);
     }
-    function show(stage) {
-        return createTemporaryObject(viewComponent, test, { model: stage.model });
+    function show(fixture) {
+        return createTemporaryObject(viewComponent, test, { model: fixture.model });
     }
     /// What can be seen of an item and all that is in it, and fulfils the condition.
     function seen(item, condition) {
@@ -56,19 +56,19 @@ TestCase {
     }
 
     function test_checking() {
-        const stage = makeStage();
-        stage.check();
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.check();
+        const view = show(fixture);
         verify(showsText(view, "Checking for updates..."));
         verify(isSpinning(view));
         compare(buttons(view).map(item => item.text), ["Cancel"]);
         mouseClick(button(view, "Cancel"));
-        compare(stage.answers, ["dismiss"]);
+        compare(fixture.answers, ["dismiss"]);
     }
     function test_found() {
-        const stage = makeStage();
-        stage.find("2.0", "Faster\nand better");
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.find("2.0", "Faster\nand better");
+        const view = show(fixture);
         verify(!isSpinning(view));
         verify(showsText(view, "Tolmi 2.0 is available"));
         verify(showsText(view, "You have version 1.0. Do you want to download the new one?"));
@@ -78,18 +78,18 @@ TestCase {
         compare(buttons(view).map(item => item.text), ["Later", "Download"]);
         mouseClick(button(view, "Download"));
         mouseClick(button(view, "Later"));
-        compare(stage.answers, ["download", "dismiss"]);
+        compare(fixture.answers, ["download", "dismiss"]);
     }
     function test_withoutNotesThereIsNoPlaceForThem() {
-        const stage = makeStage();
-        stage.find("2.0", "");
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.find("2.0", "");
+        const view = show(fixture);
         compare(seen(view, item => item instanceof StudioTextArea).length, 0);
     }
     function test_notesCannotBeWrittenInAndScroll() {
-        const stage = makeStage();
-        stage.find("2.0", "line\n".repeat(100));
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.find("2.0", "line\n".repeat(100));
+        const view = show(fixture);
         const editor = seen(view, item => item.hasOwnProperty("selectedText") && item.readOnly)[0];
         const flickable = seen(view, item => item instanceof Flickable)[0];
         editor.forceActiveFocus();
@@ -101,26 +101,26 @@ TestCase {
         compare(flickable.contentY, 0);
     }
     function test_upToDate() {
-        const stage = makeStage();
-        stage.findNothing();
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.findNothing();
+        const view = show(fixture);
         verify(showsText(view, "Version 1.0 is the newest one."));
         compare(buttons(view).map(item => item.text), ["Close"]);
     }
     function test_failed() {
-        const stage = makeStage();
-        stage.fail("The update is not signed.");
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.fail("The update is not signed.");
+        const view = show(fixture);
         verify(showsText(view, "The update is not signed."));
         verify(view.Accessible.description.startsWith("The update is not signed. "));
         mouseClick(button(view, "Try Again"));
-        compare(stage.answers, ["retry"]);
+        compare(fixture.answers, ["retry"]);
     }
     function test_downloading() {
-        const stage = makeStage();
-        stage.find("2.0", "");
-        stage.download(0.25);
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.find("2.0", "");
+        fixture.download(0.25);
+        const view = show(fixture);
         const bar = seen(view, item => item instanceof StudioProgressBar)[0];
         compare(bar.value, 0.25);
         compare(bar.Accessible.name, "Progress of the download");
@@ -128,52 +128,52 @@ TestCase {
         compare(buttons(view).map(item => item.text), ["Cancel"]);
     }
     function test_downloaded() {
-        const stage = makeStage();
-        stage.find("2.0", "");
-        stage.finish(test.path);
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.find("2.0", "");
+        fixture.finish(test.path);
+        const view = show(fixture);
         compare(seen(view, item => item instanceof TextBox)[0].text, test.path);
         mouseClick(button(view, "Show in Folder"));
-        compare(stage.answers, [test.path]);
+        compare(fixture.answers, [test.path]);
     }
     function test_escapeClosesInEveryPhase() {
-        const stage = makeStage();
-        const view = show(stage);
-        const phases = [() => stage.check(), () => stage.find("2.0", "new"), () => stage.findNothing(),
-            () => stage.fail("No."), () => stage.download(0.5), () => stage.finish(test.path)];
+        const fixture = makeFixture();
+        const view = show(fixture);
+        const phases = [() => fixture.check(), () => fixture.find("2.0", "new"), () => fixture.findNothing(),
+            () => fixture.fail("No."), () => fixture.download(0.5), () => fixture.finish(test.path)];
         for (const phase of phases) {
             phase();
             keyClick(Qt.Key_Escape);
         }
-        compare(stage.answers, Array(phases.length).fill("dismiss"));
+        compare(fixture.answers, Array(phases.length).fill("dismiss"));
     }
     function test_returnGoesOn() {
-        const stage = makeStage();
-        stage.find("2.0", "new");
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.find("2.0", "new");
+        const view = show(fixture);
         keyClick(Qt.Key_Return);
-        stage.fail("No.");
+        fixture.fail("No.");
         keyClick(Qt.Key_Enter);
-        stage.finish(test.path);
+        fixture.finish(test.path);
         keyClick(Qt.Key_Return);
-        stage.findNothing();
+        fixture.findNothing();
         keyClick(Qt.Key_Return);
-        compare(stage.answers, ["download", "retry", test.path, "dismiss"]);
+        compare(fixture.answers, ["download", "retry", test.path, "dismiss"]);
     }
     function test_returnEndsNothingThatGoesOn() {
-        const stage = makeStage();
-        stage.find("2.0", "new");
-        const view = show(stage);
-        for (const phase of [() => stage.check(), () => stage.download(0.5)]) {
+        const fixture = makeFixture();
+        fixture.find("2.0", "new");
+        const view = show(fixture);
+        for (const phase of [() => fixture.check(), () => fixture.download(0.5)]) {
             phase();
             keyClick(Qt.Key_Return);
         }
-        compare(stage.answers, []);
+        compare(fixture.answers, []);
     }
     function test_tabReachesEveryAnswer() {
-        const stage = makeStage();
-        stage.find("2.0", "new");
-        const view = show(stage);
+        const fixture = makeFixture();
+        fixture.find("2.0", "new");
+        const view = show(fixture);
         const reached = new Set();
         for (let step = 0; step < 4; ++step) {
             keyClick(Qt.Key_Tab);
@@ -183,10 +183,10 @@ TestCase {
         compare(Array.from(reached).sort(), ["Download", "Later"]);
     }
     function test_romanian() {
-        const stage = makeStage();
-        stage.find("2.0", "new");
-        const view = show(stage);
-        stage.speakRomanian();
+        const fixture = makeFixture();
+        fixture.find("2.0", "new");
+        const view = show(fixture);
+        fixture.speakRomanian();
         verify(showsText(view, "Tolmi 2.0 este disponibil"));
         compare(buttons(view).map(item => item.text), ["Mai tarziu", "Descarca"]);
     }

@@ -1,16 +1,16 @@
-#include "Views/HealthStage.h"
+#include "Views/HealthFixture.h"
 
-HealthStage::HealthStage() {
+HealthFixture::HealthFixture() {
     m_settings.store.setWhisperBinaryPath(QStringLiteral("/usr/local/bin/whisper-cli"));
     m_settings.store.setUiLanguage(AppLanguage::English);
     m_model = std::make_unique<HealthModel>(m_settings.store, m_application, service());
 }
 
-void HealthStage::speak(const QString &language) {
+void HealthFixture::speak(const QString &language) {
     m_settings.store.setUiLanguage(rawValueOrDefault<AppLanguage>(language));
 }
 
-StudioHealthCheckService HealthStage::service() {
+StudioHealthCheckService HealthFixture::service() {
     StudioHealthCheckService::Functions functions;
     functions.microphoneStatus = [this] {
         return m_isMicrophoneDenied ? AuthorizationStatus::Denied : AuthorizationStatus::Authorized;
@@ -22,7 +22,7 @@ StudioHealthCheckService HealthStage::service() {
     return StudioHealthCheckService(std::move(functions), PlatformTexts::forLinux());
 }
 
-Task<bool> HealthStage::probe() {
+Task<bool> HealthFixture::probe() {
     ++m_probeCount;
     m_probe.suspend();
     return m_probe.call();

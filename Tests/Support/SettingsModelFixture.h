@@ -2,14 +2,13 @@
 
 #include "Support/FakeSystemSounds.h"
 #include "Support/FakeUpdaterController.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "TolmiApp/SettingsPage/SettingsModel.h"
 
 /// The settings workspace's model over a platform in memory, with the interface in English. The program has
 /// an updater if `isConfigured`.
-struct SettingsModelOverFakes : SettingsOverFakes {
-    explicit SettingsModelOverFakes(
-        bool isConfigured = true, const QLocale &locale = QLocale(QLocale::English))
+struct SettingsModelFixture : SettingsStoreFixture {
+    explicit SettingsModelFixture(bool isConfigured = true, const QLocale &locale = QLocale(QLocale::English))
         : updater(
             bundleOf(isConfigured), [this] { return controller; }, clock)
         , model({ store, updater, sounds, locale,

@@ -1,8 +1,8 @@
-#include "Views/FlowStage.h"
+#include "Views/FlowFixture.h"
 
 #include <QMetaEnum>
 
-QString FlowStage::copiedText() const {
+QString FlowFixture::copiedText() const {
     for (const PasteboardItem &item : pasteboard.content) {
         for (const auto &[type, bytes] : item.representations) {
             if (type == pasteboardTextType)
@@ -12,16 +12,16 @@ QString FlowStage::copiedText() const {
     return {};
 }
 
-void FlowStage::reach(const QString &kind) {
+void FlowFixture::reach(const QString &kind) {
     const int value = QMetaEnum::fromType<DictationState::Kind>().keyToValue(kind.toLatin1().constData());
     StudioFixture::reach(DictationState::Kind(value));
 }
 
-void FlowStage::dictateText(const QString &text) {
+void FlowFixture::dictateText(const QString &text) {
     dictate(text);
     clock.advance(2);
 }
 
-void FlowStage::setLevel(double level) {
+void FlowFixture::setLevel(double level) {
     fakes.live->level = level;
 }

@@ -1,6 +1,6 @@
-#include "Views/OnboardingStage.h"
+#include "Views/OnboardingFixture.h"
 
-OnboardingStage::OnboardingStage() {
+OnboardingFixture::OnboardingFixture() {
     fileManager.addExecutable(settings->whisperBinaryPath());
     fileManager.files[settings->modelPath()] = "model";
     m_model.emplace(manager, *history,
@@ -11,13 +11,13 @@ OnboardingStage::OnboardingStage() {
             [this] { ++m_closings; } });
 }
 
-void OnboardingStage::refuseRights() {
+void OnboardingFixture::refuseRights() {
     microphone.present = AuthorizationStatus::Denied;
     fakes.hotkey->isTrusted = false;
     fakes.application.didBecomeActive();
 }
 
-void OnboardingStage::removeTranscription() {
+void OnboardingFixture::removeTranscription() {
     settings->setWhisperBinaryPath(QStringLiteral("/nowhere/whisper-cli"));
     settings->setModelPath(QStringLiteral("/nowhere/model.bin"));
 }

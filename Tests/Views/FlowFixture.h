@@ -4,7 +4,7 @@
 #include "TolmiApp/Shell/ViewTexts.h"
 
 /// A flow for the tests of a view that drives it, over a platform in memory and on a clock that stands still.
-class FlowStage : public QObject, protected StudioFixture {
+class FlowFixture : public QObject, protected StudioFixture {
     Q_OBJECT
     Q_PROPERTY(QObject *texts READ texts CONSTANT)
     Q_PROPERTY(QString lastTranscript READ lastTranscript)
@@ -12,7 +12,7 @@ class FlowStage : public QObject, protected StudioFixture {
     Q_PROPERTY(QString copiedText READ copiedText)
 
 public:
-    FlowStage() { createSetUp(); }
+    FlowFixture() { createSetUp(); }
 
     QObject *texts() { return &m_texts; }
     QString lastTranscript() const { return manager->lastTranscript(); }

@@ -1,16 +1,16 @@
 #pragma once
 
 #include "Support/FakeFlowCollaborators.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "TolmiApp/Dictation/DictationFlowManager.h"
 
 /// A dictation flow over a platform in memory, for what shows it. Nothing runs until somebody asks for it.
-struct FlowOverFakes : SettingsOverFakes {
+struct FlowManagerFixture : SettingsStoreFixture {
     FakeFlowCollaborators fakes;
     std::shared_ptr<DictationFlowManager> flow = DictationFlowManager::create(fakes.asCollaborators(),
         { clock, files, fakes.application }, std::shared_ptr<SettingsStore>(std::shared_ptr<void>(), &store));
 
-    ~FlowOverFakes() {
+    ~FlowManagerFixture() {
         flow.reset();
         fakes.abandonWaiting();
         clock.forgetPending();

@@ -2,20 +2,20 @@
 
 #include "Support/FakeAtomicFileWriter.h"
 #include "Support/FakePasteboard.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "TolmiApp/History/TranscriptionHistory.h"
 #include "TolmiApp/Navigation/HistorySelection.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 #include "TolmiApp/Templates/TemplatesModel.h"
 
 /// What the workspace of the templates needs, and what surrounds it. The interface speaks English at first.
-class TemplatesStage : public QObject {
+class TemplatesFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(TemplatesModel *model READ model CONSTANT)
     Q_PROPERTY(ViewTexts *texts READ texts CONSTANT)
 
 public:
-    TemplatesStage();
+    TemplatesFixture();
 
     TemplatesModel *model() { return &m_model; }
     ViewTexts *texts() { return &m_texts; }
@@ -28,7 +28,7 @@ public:
     Q_INVOKABLE QString clipboard() const;
 
 private:
-    SettingsOverFakes m_settings;
+    SettingsStoreFixture m_settings;
     FakeAtomicFileWriter m_writer;
     TranscriptionHistory m_history { m_settings.clock, m_settings.files, m_writer };
     HistorySelection m_selection;

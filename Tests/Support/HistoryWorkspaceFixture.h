@@ -5,14 +5,14 @@
 #include "Support/FakeFileViewer.h"
 #include "Support/FakePasteboard.h"
 #include "Support/FakeSavePanel.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "Text/DateTexts.h"
 #include "TolmiApp/History/HistoryCodec.h"
 #include "TolmiApp/History/HistoryWorkspaceModel.h"
 
 /// The history workspace of a user with the given entries, in English and in UTC, over a platform in memory.
-struct HistoryWorkspaceOverFakes {
-    explicit HistoryWorkspaceOverFakes(const QList<HistoryEntry> &entries = {})
+struct HistoryWorkspaceFixture {
+    explicit HistoryWorkspaceFixture(const QList<HistoryEntry> &entries = {})
         : history(clock, withHistory(entries), writer) {
         settings.store.setUiLanguage(AppLanguage::English);
     }
@@ -30,7 +30,7 @@ struct HistoryWorkspaceOverFakes {
     }
     void addRecording(const QString &name) { files.files[recordingPath(name)] = "sound"; }
 
-    SettingsOverFakes settings;
+    SettingsStoreFixture settings;
     VirtualClock &clock = settings.clock;
     FakeFileManager &files = settings.files;
     FakeAtomicFileWriter writer;

@@ -1,13 +1,13 @@
-#include "Views/CommandCenterStage.h"
+#include "Views/CommandCenterFixture.h"
 
-CommandCenterStage::CommandCenterStage() {
+CommandCenterFixture::CommandCenterFixture() {
     m_model.emplace(manager, *history, CommandCenterModel::Platform { clock, microphone },
         CommandCenterModel::Navigation {
             [this](StudioDestination destination) { m_destinations.append(rawValue(destination)); },
             [this] { ++m_resumptions; } });
 }
 
-void CommandCenterStage::addEntry(const QString &target) {
+void CommandCenterFixture::addEntry(const QString &target) {
     history->add({ .rawText = QStringLiteral("text"),
         .pasteTargetAppName = target.isEmpty() ? std::nullopt : std::optional(target) });
 }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "TolmiApp/CommandCenter/CommandCenterModel.h"
-#include "Views/FlowStage.h"
+#include "Views/FlowFixture.h"
 
 #include <optional>
 
 /// The start page's model.
-class CommandCenterStage : public FlowStage {
+class CommandCenterFixture : public FlowFixture {
     Q_OBJECT
     Q_PROPERTY(CommandCenterModel *model READ model CONSTANT)
     /// The stored names of the workspaces that were asked for, in order.
@@ -15,7 +15,7 @@ class CommandCenterStage : public FlowStage {
     Q_PROPERTY(int resumptions READ resumptions)
 
 public:
-    CommandCenterStage();
+    CommandCenterFixture();
 
     CommandCenterModel *model() { return &*m_model; }
     const QStringList &destinations() const { return m_destinations; }

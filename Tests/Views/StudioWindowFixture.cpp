@@ -1,12 +1,12 @@
-#include "Views/StudioStage.h"
+#include "Views/StudioWindowFixture.h"
 
-StudioStage::StudioStage()
+StudioWindowFixture::StudioWindowFixture()
     : m_model(m_settings.store, m_router,
         { .workspaces = workspaces(), .onboarding = counting(), .quit = [this] { ++m_quits; } }) {
     m_settings.store.setUiLanguage(AppLanguage::English);
 }
 
-StudioWorkspaces StudioStage::workspaces() {
+StudioWorkspaces StudioWindowFixture::workspaces() {
     StudioWorkspaces all;
     for (const StudioDestination destination : allCases<StudioDestination>()) {
         if (destination != StudioDestination::Health)
@@ -15,7 +15,7 @@ StudioWorkspaces StudioStage::workspaces() {
     return all;
 }
 
-StudioModelFactory StudioStage::counting() {
+StudioModelFactory StudioWindowFixture::counting() {
     return [this](TolmiStudioWindowModel &) {
         auto made = std::make_unique<QObject>();
         ++m_liveModels;

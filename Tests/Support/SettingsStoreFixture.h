@@ -7,7 +7,7 @@
 #include "TolmiApp/Settings/SettingsStore.h"
 
 /// The settings as a new user has them, over a platform in memory.
-struct SettingsOverFakes {
+struct SettingsStoreFixture {
     FakeUserDefaults defaults;
     FakeFileManager files;
     VirtualClock clock;

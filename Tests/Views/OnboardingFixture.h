@@ -2,12 +2,12 @@
 
 #include "Support/FakeAccessibilityRight.h"
 #include "TolmiApp/Onboarding/OnboardingWizardModel.h"
-#include "Views/FlowStage.h"
+#include "Views/FlowFixture.h"
 
 #include <optional>
 
 /// The wizard's model, of a user who has nothing yet but a program and a model to transcribe with.
-class OnboardingStage : public FlowStage {
+class OnboardingFixture : public FlowFixture {
     Q_OBJECT
     Q_PROPERTY(OnboardingWizardModel *model READ model CONSTANT)
     /// How often the wizard was closed.
@@ -16,7 +16,7 @@ class OnboardingStage : public FlowStage {
     Q_PROPERTY(QString displayName READ displayName)
 
 public:
-    OnboardingStage();
+    OnboardingFixture();
 
     OnboardingWizardModel *model() { return &*m_model; }
     int closings() const { return m_closings; }

@@ -1,6 +1,6 @@
-#include "Views/UpdateStage.h"
+#include "Views/UpdateDialogFixture.h"
 
-UpdateStage::UpdateStage(QObject *parent)
+UpdateDialogFixture::UpdateDialogFixture(QObject *parent)
     : QObject(parent)
     , m_model(m_prompt, m_settings.store, QStringLiteral("1.0"),
           [this](const FileURL &file) { note(file.path()); }) {
@@ -10,19 +10,19 @@ UpdateStage::UpdateStage(QObject *parent)
     connect(&m_prompt, &UpdatePrompt::dismissed, this, [this] { note(QStringLiteral("dismiss")); });
 }
 
-void UpdateStage::find(const QString &version, const QString &notes) {
+void UpdateDialogFixture::find(const QString &version, const QString &notes) {
     AppcastItem item;
     item.displayVersion = version;
     item.releaseNotes = notes;
     m_prompt.showFound(item);
 }
 
-void UpdateStage::download(double share) {
+void UpdateDialogFixture::download(double share) {
     m_prompt.showDownloading();
     m_prompt.showProgress(share);
 }
 
-void UpdateStage::note(const QString &answer) {
+void UpdateDialogFixture::note(const QString &answer) {
     m_answers.append(answer);
     Q_EMIT answersChanged();
 }

@@ -4,7 +4,7 @@
 #include "Support/FakeFileListing.h"
 #include "Support/FakeMicrophonePermission.h"
 #include "Support/FakeOpenPanel.h"
-#include "Support/FlowOverFakes.h"
+#include "Support/FlowManagerFixture.h"
 #include "Support/Pictures.h"
 #include "TolmiApp/History/TranscriptionHistory.h"
 #include "TolmiApp/Profile/ProfileAvatarEditor.h"
@@ -14,8 +14,8 @@
 
 /// The profile workspace's model over a platform in memory, with the interface in English. A new user without
 /// any permission, until the test gives them.
-struct ProfileModelOverFakes : FlowOverFakes {
-    ProfileModelOverFakes() {
+struct ProfileModelFixture : FlowManagerFixture {
+    ProfileModelFixture() {
         store.setUiLanguage(AppLanguage::English);
         fakes.hotkey->isTrusted = false;
         microphone.present = AuthorizationStatus::NotDetermined;

@@ -2,13 +2,13 @@
 
 #include "Support/FakeFlowCollaborators.h"
 #include "Support/ScriptedOperation.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "TolmiApp/Health/HealthModel.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 
 /// What the workspace of the health checks needs, on a machine whose state the test sets. All is well at
 /// first, and the interface speaks English.
-class HealthStage : public QObject {
+class HealthFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(HealthModel *model READ model CONSTANT)
     Q_PROPERTY(ViewTexts *texts READ texts CONSTANT)
@@ -18,7 +18,7 @@ class HealthStage : public QObject {
     Q_PROPERTY(int probeCount READ probeCount)
 
 public:
-    HealthStage();
+    HealthFixture();
 
     HealthModel *model() { return m_model.get(); }
     ViewTexts *texts() { return &m_texts; }
@@ -36,7 +36,7 @@ private:
     StudioHealthCheckService service();
     Task<bool> probe();
 
-    SettingsOverFakes m_settings;
+    SettingsStoreFixture m_settings;
     FlowJournal m_journal;
     FakeApplication m_application { m_journal };
     bool m_isMicrophoneDenied = false;

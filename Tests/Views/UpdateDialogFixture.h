@@ -1,19 +1,19 @@
 #pragma once
 
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "TolmiApp/Updates/UpdateDialogModel.h"
 
 #include <QStringList>
 
 /// The dialog about updates with a prompt that a test file plays the updater for.
-class UpdateStage : public QObject {
+class UpdateDialogFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(UpdateDialogModel *model READ model CONSTANT)
     /// What the user answered, in order: "download", "retry", "dismiss" or the path of a file to show.
     Q_PROPERTY(QStringList answers READ answers NOTIFY answersChanged)
 
 public:
-    explicit UpdateStage(QObject *parent = nullptr);
+    explicit UpdateDialogFixture(QObject *parent = nullptr);
 
     UpdateDialogModel *model() { return &m_model; }
     const QStringList &answers() const { return m_answers; }
@@ -32,7 +32,7 @@ Q_SIGNALS:
 private:
     void note(const QString &answer);
 
-    SettingsOverFakes m_settings;
+    SettingsStoreFixture m_settings;
     UpdatePrompt m_prompt;
     QStringList m_answers;
     UpdateDialogModel m_model;

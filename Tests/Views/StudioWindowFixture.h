@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Support/FakeFlowCollaborators.h"
-#include "Support/SettingsOverFakes.h"
+#include "Support/SettingsStoreFixture.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 #include "TolmiApp/Studio/TolmiStudioWindowModel.h"
 
 /// A Studio's model for the tests of its view, over a platform in memory. Every workspace has a plain object
 /// for a model, but for the health checks, which have none.
-class StudioStage : public QObject {
+class StudioWindowFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(QObject *model READ model CONSTANT)
     Q_PROPERTY(QObject *texts READ texts CONSTANT)
@@ -16,7 +16,7 @@ class StudioStage : public QObject {
     Q_PROPERTY(int quits READ quits)
 
 public:
-    StudioStage();
+    StudioWindowFixture();
 
     QObject *model() { return &m_model; }
     QObject *texts() { return &m_texts; }
@@ -29,7 +29,7 @@ private:
     StudioWorkspaces workspaces();
     StudioModelFactory counting();
 
-    SettingsOverFakes m_settings;
+    SettingsStoreFixture m_settings;
     FlowJournal m_journal;
     FakeApplication m_application { m_journal };
     StudioRouter m_router { m_application };
