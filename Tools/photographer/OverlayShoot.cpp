@@ -3,6 +3,7 @@
 #include "dictate/Waiting.h"
 #include "photographer/Camera.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QTcpServer>
 
