@@ -90,10 +90,10 @@ StudioHealthInput StudioHealthInput::ofSettings(const SettingsStore &settings) {
 
 StudioHealthCheckService::StudioHealthCheckService(Functions functions, PlatformTexts texts)
     : m_functions(std::move(functions))
-    , m_texts(std::move(texts)) { }
+    , m_texts(texts) { }
 
 StudioHealthCheckService::StudioHealthCheckService(Platform platform, PlatformTexts texts)
-    : StudioHealthCheckService(functionsOf(platform), std::move(texts)) { }
+    : StudioHealthCheckService(functionsOf(platform), texts) { }
 
 Task<QList<HealthCheckItem>> StudioHealthCheckService::runChecks(StudioHealthInput input) const {
     QList<HealthCheckItem> items { microphoneItem(input.uiLanguage), accessibilityItem(input.uiLanguage),

@@ -111,7 +111,7 @@ void HistoryRows::setEntries(const QList<HistoryEntry> &entries) {
     QHash<QUuid, ItemPointer> known;
     known.reserve(qsizetype(m_all.size()));
     for (ItemPointer &item : m_all)
-        known.insert(item->entry.id, std::move(item));
+        known[item->entry.id] = std::move(item);
     m_all.clear();
     m_all.reserve(size_t(entries.size()));
     for (const HistoryEntry &entry : entries) {

@@ -34,7 +34,7 @@ HistoryWorkspaceModel::HistoryWorkspaceModel(
     , m_settings(subjects.settings)
     , m_selection(subjects.selection)
     , m_platform(platform)
-    , m_texts(std::move(texts))
+    , m_texts(texts)
     , m_audioCacheStore(platform.fileManager)
     , m_audioPlayback(platform.audioPlayers, platform.clock)
     , m_rows(platform.dates)

@@ -5,7 +5,7 @@
 ViewTexts::ViewTexts(const SettingsStore &settings, PlatformTexts texts, QObject *parent)
     : QQmlPropertyMap(this, parent)
     , m_settings(settings)
-    , m_texts(std::move(texts)) {
+    , m_texts(texts) {
     connect(&settings, &SettingsStore::uiLanguageChanged, this, [this] { renew(); });
     renew();
 }
