@@ -60,8 +60,6 @@ ViewCase {
     }
     function test_reminderGoesWithTheOnboarding() {
         const history = button("Open History");
-        // The places are settled with the first frame.
-        waitForRendering(view);
         const before = placeOf(history).y;
         verify(shows("Progress: 1/3"));
         fixture.setDisplayName("Ana");

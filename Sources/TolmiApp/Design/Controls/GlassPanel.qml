@@ -32,7 +32,10 @@ Item {
     Item {
         id: inside
 
-        anchors.fill: parent
-        anchors.margins: panel.padding
+        // Not by anchors, which hold only after what stands in the pane was laid out for the first time.
+        x: panel.padding
+        y: panel.padding
+        width: panel.width - 2 * panel.padding
+        height: panel.height - 2 * panel.padding
     }
 }
