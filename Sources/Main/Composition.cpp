@@ -34,10 +34,10 @@ BundleInfo bundleInfo(const char *programArgument) {
 
 /// Declared in the order of construction: whatever is named lower uses what is named above it.
 struct Composition::Parts {
-    explicit Parts(Surroundings given)
-        : surroundings(std::move(given))
-        , bundle(bundleInfo(surroundings.programArgument))
-        , adapters(mode_t(surroundings.usersMask)) { }
+    explicit Parts(LaunchOptions given)
+        : launch(std::move(given))
+        , bundle(bundleInfo(launch.programArgument))
+        , adapters(mode_t(launch.usersMask)) { }
 
     void start();
     std::shared_ptr<SettingsStore> makeSettings();
@@ -45,7 +45,7 @@ struct Composition::Parts {
     std::unique_ptr<OverlayWindow> makeOverlay(OverlayViewModel &model);
     void openStudioIfItIsNeeded();
 
-    const Surroundings surroundings;
+    const LaunchOptions launch;
     const BundleInfo bundle;
     Adapters adapters;
     std::shared_ptr<SettingsStore> settings;
@@ -63,7 +63,7 @@ void Composition::Parts::start() {
         collaborators(), { adapters.clock, adapters.fileManager, adapters.application }, settings);
     updates = std::make_unique<Updates>(adapters, bundle, *settings);
     interface = std::make_unique<Interface>(
-        Interface::Program { adapters, flow, history, updates->updater(), surroundings.quit });
+        Interface::Program { adapters, flow, history, updates->updater(), launch.quit });
     // After the key listens: a window takes its time.
     adapters.clock.post([this] { openStudioIfItIsNeeded(); });
 }
@@ -75,30 +75,30 @@ std::shared_ptr<SettingsStore> Composition::Parts::makeSettings() {
 }
 
 DictationFlowCollaborators Composition::Parts::collaborators() {
-    Adapters &on = adapters;
     DictationFlowCollaborators made;
-    made.hotkeyManager = std::make_shared<GlobalHotkeyManager>(on.taps, on.accessibility, on.clock);
-    made.liveCapture = std::make_shared<LiveAudioCapture>(
-        LiveAudioCapture::Platform { on.audioEngine, on.audioFiles, on.microphone, on.fileManager });
-    made.recorder = std::make_shared<AudioRecorder>(on.microphone, on.recorders);
+    made.hotkeyManager
+        = std::make_shared<GlobalHotkeyManager>(adapters.taps, adapters.accessibility, adapters.clock);
+    made.liveCapture = std::make_shared<LiveAudioCapture>(LiveAudioCapture::Platform {
+        adapters.audioEngine, adapters.audioFiles, adapters.microphone, adapters.fileManager });
+    made.recorder = std::make_shared<AudioRecorder>(adapters.microphone, adapters.recorders);
     made.adaptiveTranscriptionService = std::make_shared<AdaptiveTranscriptionService>(
-        AdaptiveTranscriptionService::Options { .fileManager = on.fileManager,
+        AdaptiveTranscriptionService::Options { .fileManager = adapters.fileManager,
             .transcribeOperation
-            = AdaptiveTranscriptionService::defaultTranscribeOperation(on.processes, on.clock) });
-    made.pasteService
-        = std::make_shared<SystemPasteService>(on.pasteboard, on.keystroke, on.frontmost, on.clock);
-    made.transitionSoundPlayer = std::make_shared<ProcessingTransitionSoundPlayer>(on.sounds);
+            = AdaptiveTranscriptionService::defaultTranscribeOperation(adapters.processes, adapters.clock) });
+    made.pasteService = std::make_shared<SystemPasteService>(
+        adapters.pasteboard, adapters.keystroke, adapters.frontmost, adapters.clock);
+    made.transitionSoundPlayer = std::make_shared<ProcessingTransitionSoundPlayer>(adapters.sounds);
     made.history = history;
     made.fallbackRefiner = std::make_shared<RuleBasedRefiner>();
     made.makeOverlayPanel = [this] {
         return std::make_shared<OverlayPanelController>(
             [this](OverlayViewModel &model) { return makeOverlay(model); });
     };
-    made.makeOllamaRefiner = [&on](OllamaConfiguration configuration) {
-        return std::make_shared<OllamaRefiner>(on.http, std::move(configuration));
+    made.makeOllamaRefiner = [this](OllamaConfiguration configuration) {
+        return std::make_shared<OllamaRefiner>(adapters.http, std::move(configuration));
     };
-    made.makeRetentionSweeper = [&on](FileManager &files) {
-        return std::make_shared<AudioRetentionSweeper>(files, on.fileListing, on.clock);
+    made.makeRetentionSweeper = [this](FileManager &files) {
+        return std::make_shared<AudioRetentionSweeper>(files, adapters.fileListing, adapters.clock);
     };
     return made;
 }
@@ -111,12 +111,12 @@ std::unique_ptr<OverlayWindow> Composition::Parts::makeOverlay(OverlayViewModel 
 
 void Composition::Parts::openStudioIfItIsNeeded() {
     const bool hasStatusItem = interface->hasStatusItem();
-    if (!surroundings.startsInTray && (settings->shouldShowOnboardingReminder() || !hasStatusItem))
+    if (!launch.startsInTray && (settings->shouldShowOnboardingReminder() || !hasStatusItem))
         interface->openStudio(StudioDestination::CommandCenter);
 }
 
-Composition::Composition(Surroundings surroundings)
-    : m_parts(std::make_unique<Parts>(std::move(surroundings))) { }
+Composition::Composition(LaunchOptions launch)
+    : m_parts(std::make_unique<Parts>(std::move(launch))) { }
 
 Composition::~Composition() = default;
 

@@ -10,7 +10,7 @@
 class Composition {
 public:
     /// How the program was started and how it is ended.
-    struct Surroundings {
+    struct LaunchOptions {
         /// The first command line argument as given.
         const char *programArgument;
         /// The umask that the user's own files follow; the program's own is stricter.
@@ -21,7 +21,7 @@ public:
         std::function<void()> quit;
     };
 
-    explicit Composition(Surroundings surroundings);
+    explicit Composition(LaunchOptions launch);
     ~Composition();
 
     /// Starts the program; false when it runs already, in which case the running one has been told.

@@ -10,7 +10,7 @@ class DictationFlowManager;
 class TranscriptionHistory;
 struct Adapters;
 
-/// Builds and owns everything that one sees beside the overlay: the status item, the popup and the Studio.
+/// Builds and owns every window but the overlay: the status item, the popup and the Studio.
 class Interface {
 public:
     /// What the windows show. The adapters and the updater outlive the interface.

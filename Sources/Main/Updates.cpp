@@ -18,13 +18,13 @@ Updates::Updates(Adapters &adapters, const BundleInfo &bundle, const SettingsSto
 Updates::~Updates() = default;
 
 UpdateSource Updates::source() const {
-    const auto told = [this](const char *key) {
+    const auto infoValue = [this](const char *key) {
         return Text::trimmed(m_bundle.infoDictionary.value(QLatin1String(key)).toString());
     };
     UpdateSource source;
-    source.feedURL = QUrl(told("SUFeedURL"));
-    source.publicKey = told("SUPublicEDKey");
-    source.installedVersion = told("CFBundleShortVersionString");
+    source.feedURL = QUrl(infoValue("SUFeedURL"));
+    source.publicKey = infoValue("SUPublicEDKey");
+    source.installedVersion = infoValue("CFBundleShortVersionString");
     source.downloadsDirectory = downloadsDirectory();
     return source;
 }
@@ -35,8 +35,8 @@ std::shared_ptr<UpdaterController> Updates::makeController() {
         [this](const FileURL &file) { m_adapters.fileViewer.selectFile(file); });
     m_window = std::make_unique<UpdateWindow>(
         *m_dialog, [this](QQmlEngine &engine) { new ViewAppearance(engine, m_settings, m_adapters.look); });
-    Adapters &on = m_adapters;
     return AppcastUpdater::create(
-        { on.http, on.defaults, on.clock, on.fileManager, on.fileWriter, on.signatures, m_files }, from,
-        m_prompt);
+        { m_adapters.http, m_adapters.defaults, m_adapters.clock, m_adapters.fileManager,
+            m_adapters.fileWriter, m_adapters.signatures, m_files },
+        from, m_prompt);
 }

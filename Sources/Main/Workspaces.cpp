@@ -50,31 +50,31 @@ TolmiStudioWindowModel::Content Workspaces::content() {
 }
 
 std::unique_ptr<QObject> Workspaces::commandCenter(TolmiStudioWindowModel &studio) {
-    Adapters &on = m_program.adapters;
+    Adapters &adapters = m_program.adapters;
     return std::make_unique<CommandCenterModel>(m_program.flow, *m_program.history,
-        CommandCenterModel::Platform { on.clock, on.microphone },
+        CommandCenterModel::Platform { adapters.clock, adapters.microphone },
         CommandCenterModel::Navigation { navigating(studio), openingWizard(studio) });
 }
 
 std::unique_ptr<QObject> Workspaces::profile(TolmiStudioWindowModel &studio) {
     return std::make_unique<ProfileWorkspaceModel>(m_program.flow,
-        ProfileWorkspaceModel::Surroundings {
+        ProfileWorkspaceModel::Dependencies {
             *m_program.history, m_program.adapters.microphone, m_avatarEditor, openingWizard(studio) });
 }
 
 std::unique_ptr<QObject> Workspaces::dictationLive() {
-    Adapters &on = m_program.adapters;
+    Adapters &adapters = m_program.adapters;
     return std::make_unique<DictationLiveModel>(
-        m_program.flow, DictationLiveModel::Platform { on.clock, on.pasteboard });
+        m_program.flow, DictationLiveModel::Platform { adapters.clock, adapters.pasteboard });
 }
 
 std::unique_ptr<QObject> Workspaces::history(TolmiStudioWindowModel &studio) {
-    Adapters &on = m_program.adapters;
+    Adapters &adapters = m_program.adapters;
     return std::make_unique<HistoryWorkspaceModel>(
-        HistoryWorkspaceModel::Subjects {
+        HistoryWorkspaceModel::Dependencies {
             *m_program.history, m_program.flow->settings(), studio.historySelection() },
-        HistoryWorkspacePlatform { on.clock, on.fileManager, on.fileWriter, on.pasteboard, on.audioPlayers,
-            on.fileViewer, on.savePanel, m_dates },
+        HistoryWorkspacePlatform { adapters.clock, adapters.fileManager, adapters.fileWriter,
+            adapters.pasteboard, adapters.audioPlayers, adapters.fileViewer, adapters.savePanel, m_dates },
         PlatformTexts::forLinux());
 }
 
@@ -84,23 +84,24 @@ std::unique_ptr<QObject> Workspaces::templates(TolmiStudioWindowModel &studio) {
 }
 
 std::unique_ptr<QObject> Workspaces::health() {
-    Adapters &on = m_program.adapters;
-    return std::make_unique<HealthModel>(m_program.flow->settings(), on.application,
-        StudioHealthCheckService(
-            StudioHealthCheckService::Platform { on.microphone, on.accessibility, on.fileManager, on.http },
+    Adapters &adapters = m_program.adapters;
+    return std::make_unique<HealthModel>(m_program.flow->settings(), adapters.application,
+        StudioHealthCheckService(StudioHealthCheckService::Platform { adapters.microphone,
+                                     adapters.accessibility, adapters.fileManager, adapters.http },
             PlatformTexts::forLinux()));
 }
 
 std::unique_ptr<QObject> Workspaces::settings(TolmiStudioWindowModel &studio) {
-    return std::make_unique<SettingsModel>(SettingsModel::Surroundings { m_program.flow->settings(),
+    return std::make_unique<SettingsModel>(SettingsModel::Dependencies { m_program.flow->settings(),
         m_program.updater, m_program.adapters.sounds, QLocale::system(), navigating(studio) });
 }
 
 std::unique_ptr<QObject> Workspaces::onboarding(TolmiStudioWindowModel &studio) {
-    Adapters &on = m_program.adapters;
+    Adapters &adapters = m_program.adapters;
     return std::make_unique<OnboardingWizardModel>(m_program.flow, *m_program.history,
-        OnboardingWizardModel::Platform { on.clock, on.microphone, on.accessibility, on.fileManager },
-        OnboardingWizardModel::Place { PlatformTexts::forLinux(),
+        OnboardingWizardModel::Platform {
+            adapters.clock, adapters.microphone, adapters.accessibility, adapters.fileManager },
+        OnboardingWizardModel::Host { PlatformTexts::forLinux(),
             { [this](auto onFailure) { m_avatarEditor.importAvatar(std::move(onFailure)); },
                 [this] { return m_avatarEditor.removeAvatar(); } },
             [&studio] { studio.setIsShowingOnboarding(false); } });

@@ -4,21 +4,21 @@
 #include <set>
 
 namespace {
-using Surroundings = TolmiDefaultPaths::Surroundings;
+using SearchContext = TolmiDefaultPaths::SearchContext;
 using OptionalURL = std::optional<FileURL>;
 
 constexpr int ancestorsOfProgram = 8;
 constexpr int ancestorsOfBundle = 6;
 
-OptionalURL appSupportRootURL(const Surroundings &surroundings) {
-    const OptionalURL support = surroundings.fileManager.applicationSupportDirectory();
+OptionalURL appSupportRootURL(const SearchContext &context) {
+    const OptionalURL support = context.fileManager.applicationSupportDirectory();
     if (!support)
         return std::nullopt;
     return support->appendingPathComponent(QStringLiteral("Tolmi"));
 }
 
-FileURL resolved(const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
-    return currentDirectoryURL ? *currentDirectoryURL : surroundings.fileManager.currentDirectory();
+FileURL resolved(const SearchContext &context, const OptionalURL &currentDirectoryURL) {
+    return currentDirectoryURL ? *currentDirectoryURL : context.fileManager.currentDirectory();
 }
 
 /// Adds the standardised `url` and at most `levels` folders above it.
@@ -45,9 +45,9 @@ std::vector<FileURL> uniqueURLs(const std::vector<FileURL> &list) {
 }
 
 /// The folders that may hold the program's files.
-std::vector<FileURL> rootCandidates(const Surroundings &surroundings, const FileURL &currentDirectoryURL) {
+std::vector<FileURL> rootCandidates(const SearchContext &context, const FileURL &currentDirectoryURL) {
     std::vector<FileURL> roots { currentDirectoryURL };
-    const BundleInfo &bundle = surroundings.bundleInfo;
+    const BundleInfo &bundle = context.bundleInfo;
     if (!bundle.programArgument.isEmpty()) {
         const FileURL program = FileURL(bundle.programArgument).standardizedFileURL();
         appendAncestors(program.deletingLastPathComponent(), ancestorsOfProgram, roots);
@@ -85,11 +85,11 @@ const QStringList &modelFileNames() {
 }
 
 std::vector<FileURL> whisperBinaryCandidates(
-    const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
+    const SearchContext &context, const OptionalURL &currentDirectoryURL) {
     std::vector<FileURL> candidates;
-    if (const OptionalURL support = appSupportRootURL(surroundings))
+    if (const OptionalURL support = appSupportRootURL(context))
         candidates.push_back(support->appendingPathComponent(QStringLiteral("tools/whisper-cli")));
-    for (const FileURL &root : rootCandidates(surroundings, resolved(surroundings, currentDirectoryURL))) {
+    for (const FileURL &root : rootCandidates(context, resolved(context, currentDirectoryURL))) {
         candidates.push_back(root.appendingPathComponent(QStringLiteral(".tools/whisper-cli")));
         candidates.push_back(
             root.appendingPathComponent(QStringLiteral(".vendor/whisper.cpp/build/bin/whisper-cli")));
@@ -101,35 +101,34 @@ std::vector<FileURL> whisperBinaryCandidates(
     return uniqueURLs(candidates);
 }
 
-std::vector<FileURL> modelCandidates(
-    const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
+std::vector<FileURL> modelCandidates(const SearchContext &context, const OptionalURL &currentDirectoryURL) {
     std::vector<FileURL> candidates;
-    if (const OptionalURL support = appSupportRootURL(surroundings))
+    if (const OptionalURL support = appSupportRootURL(context))
         appendModels(support->appendingPathComponent(QStringLiteral("models")), candidates);
-    for (const FileURL &root : rootCandidates(surroundings, resolved(surroundings, currentDirectoryURL)))
+    for (const FileURL &root : rootCandidates(context, resolved(context, currentDirectoryURL)))
         appendModels(root.appendingPathComponent(QStringLiteral(".models")), candidates);
     return uniqueURLs(candidates);
 }
 
-FileURL defaultWhisperBinaryURL(const Surroundings &surroundings) {
-    const auto candidates = whisperBinaryCandidates(surroundings);
+FileURL defaultWhisperBinaryURL(const SearchContext &context) {
+    const auto candidates = whisperBinaryCandidates(context);
     const auto found = std::find_if(candidates.begin(), candidates.end(),
-        [&](const FileURL &url) { return surroundings.fileManager.isExecutableFile(url.path()); });
+        [&](const FileURL &url) { return context.fileManager.isExecutableFile(url.path()); });
     return found != candidates.end() ? *found : candidates.front();
 }
 
-FileURL defaultModelURL(const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
-    const FileURL current = resolved(surroundings, currentDirectoryURL);
-    const auto candidates = modelCandidates(surroundings, current);
+FileURL defaultModelURL(const SearchContext &context, const OptionalURL &currentDirectoryURL) {
+    const FileURL current = resolved(context, currentDirectoryURL);
+    const auto candidates = modelCandidates(context, current);
     const auto found = std::find_if(candidates.begin(), candidates.end(),
-        [&](const FileURL &url) { return surroundings.fileManager.fileExists(url.path()); });
+        [&](const FileURL &url) { return context.fileManager.fileExists(url.path()); });
     if (found != candidates.end())
         return *found;
     return current.appendingPathComponent(QStringLiteral(".models/ggml-large-v3.bin"));
 }
 
-FileURL legacyDefaultModelURL(const Surroundings &surroundings, const OptionalURL &currentDirectoryURL) {
-    return resolved(surroundings, currentDirectoryURL)
+FileURL legacyDefaultModelURL(const SearchContext &context, const OptionalURL &currentDirectoryURL) {
+    return resolved(context, currentDirectoryURL)
         .appendingPathComponent(QStringLiteral(".models/ggml-base.en.bin"));
 }
 

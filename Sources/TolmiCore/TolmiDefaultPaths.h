@@ -16,7 +16,7 @@
 namespace TolmiDefaultPaths {
 
 /// What the search depends on.
-struct Surroundings {
+struct SearchContext {
     const FileManager &fileManager;
     BundleInfo bundleInfo;
 };
@@ -26,21 +26,21 @@ const QStringList &modelFileNames();
 
 /// Where the binary may be, in the order of preference.
 std::vector<FileURL> whisperBinaryCandidates(
-    const Surroundings &surroundings, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
+    const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 
 /// Where a model may be, in the order of preference.
 std::vector<FileURL> modelCandidates(
-    const Surroundings &surroundings, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
+    const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 
 /// The first candidate that is executable, else the first candidate.
-FileURL defaultWhisperBinaryURL(const Surroundings &surroundings);
+FileURL defaultWhisperBinaryURL(const SearchContext &context);
 
 /// The first candidate that exists, else the best model's place in the current directory.
 FileURL defaultModelURL(
-    const Surroundings &surroundings, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
+    const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 
 /// The model that early versions took.
 FileURL legacyDefaultModelURL(
-    const Surroundings &surroundings, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
+    const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 
 } // namespace TolmiDefaultPaths

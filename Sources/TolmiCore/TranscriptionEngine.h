@@ -29,14 +29,14 @@ struct TranscriptionResult {
 class TranscriptionEngineError final : public LocalizedError {
 public:
     /// The payload of the cases that name a place.
-    struct Place {
+    struct AtURL {
         FileURL url;
-        friend bool operator==(const Place &, const Place &) = default;
+        friend bool operator==(const AtURL &, const AtURL &) = default;
     };
-    struct MissingBinary : Place { };
-    struct MissingModel : Place { };
-    struct MissingAudioFile : Place { };
-    struct CouldNotCreateOutputDirectory : Place { };
+    struct MissingBinary : AtURL { };
+    struct MissingModel : AtURL { };
+    struct MissingAudioFile : AtURL { };
+    struct CouldNotCreateOutputDirectory : AtURL { };
     struct ProcessFailed {
         qint32 code = 0;
         QString message;
@@ -46,8 +46,8 @@ public:
         double seconds = 0;
         friend bool operator==(const ProcessTimedOut &, const ProcessTimedOut &) = default;
     };
-    struct OutputMissing : Place { };
-    struct EmptyTranscript : Place { };
+    struct OutputMissing : AtURL { };
+    struct EmptyTranscript : AtURL { };
     using Case = std::variant<MissingBinary, MissingModel, MissingAudioFile, CouldNotCreateOutputDirectory,
         ProcessFailed, ProcessTimedOut, OutputMissing, EmptyTranscript>;
 

@@ -14,7 +14,7 @@ protected:
         m_bundle = { QString::fromUtf8(programArgument), FileURL(QString::fromUtf8(bundle)) };
     }
 
-    TolmiDefaultPaths::Surroundings surroundings() const { return { m_files, m_bundle }; }
+    TolmiDefaultPaths::SearchContext context() const { return { m_files, m_bundle }; }
 
     static QStringList paths(const std::vector<FileURL> &urls) {
         QStringList paths;
@@ -26,7 +26,7 @@ protected:
     /// The folders that the models are looked for in, in order.
     QStringList modelFolders(const std::optional<FileURL> &current = std::nullopt) const {
         QStringList folders;
-        for (const FileURL &url : TolmiDefaultPaths::modelCandidates(surroundings(), current)) {
+        for (const FileURL &url : TolmiDefaultPaths::modelCandidates(context(), current)) {
             const QString folder = url.deletingLastPathComponent().path();
             if (folders.isEmpty() || folders.last() != folder)
                 folders.append(folder);
@@ -97,7 +97,7 @@ TEST_F(TolmiDefaultPathsTest, APlaceStandsOnceInTheFormInWhichItCameFirst) {
 
 TEST_F(TolmiDefaultPathsTest, BinariesAreTriedRootByRoot) {
     setProgram("", "/");
-    EXPECT_EQ(paths(TolmiDefaultPaths::whisperBinaryCandidates(surroundings())),
+    EXPECT_EQ(paths(TolmiDefaultPaths::whisperBinaryCandidates(context())),
         (QStringList {
             QStringLiteral("/home/user/.local/share/Tolmi/tools/whisper-cli"),
             QStringLiteral("/cwd/.tools/whisper-cli"),
@@ -113,7 +113,7 @@ TEST_F(TolmiDefaultPathsTest, BinariesAreTriedRootByRoot) {
 
 TEST_F(TolmiDefaultPathsTest, EveryModelIsTriedInOneRootBeforeTheNext) {
     setProgram("", "/");
-    const auto candidates = TolmiDefaultPaths::modelCandidates(surroundings());
+    const auto candidates = TolmiDefaultPaths::modelCandidates(context());
     ASSERT_EQ(candidates.size(), 33U);
     const QStringList names = TolmiDefaultPaths::modelFileNames();
     for (size_t index = 0; index < candidates.size(); ++index)
@@ -125,33 +125,33 @@ TEST_F(TolmiDefaultPathsTest, EveryModelIsTriedInOneRootBeforeTheNext) {
 TEST_F(TolmiDefaultPathsTest, WithoutApplicationSupportTheOtherPlacesRemain) {
     setProgram("", "/");
     m_files.applicationSupport = std::nullopt;
-    EXPECT_EQ(TolmiDefaultPaths::whisperBinaryCandidates(surroundings()).front().path(),
+    EXPECT_EQ(TolmiDefaultPaths::whisperBinaryCandidates(context()).front().path(),
         QStringLiteral("/cwd/.tools/whisper-cli"));
-    EXPECT_EQ(TolmiDefaultPaths::modelCandidates(surroundings()).size(), 22U);
-    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(surroundings()).path(),
+    EXPECT_EQ(TolmiDefaultPaths::modelCandidates(context()).size(), 22U);
+    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),
         QStringLiteral("/cwd/.tools/whisper-cli"));
 }
 
 TEST_F(TolmiDefaultPathsTest, TheCurrentDirectoryCanBeGiven) {
     const FileURL other(QStringLiteral("/other"));
-    EXPECT_EQ(TolmiDefaultPaths::whisperBinaryCandidates(surroundings(), other)[1].path(),
+    EXPECT_EQ(TolmiDefaultPaths::whisperBinaryCandidates(context(), other)[1].path(),
         QStringLiteral("/other/.tools/whisper-cli"));
     EXPECT_EQ(modelFolders(other)[1], QStringLiteral("/other/.models"));
-    EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(surroundings(), other).path(),
+    EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(context(), other).path(),
         QStringLiteral("/other/.models/ggml-large-v3.bin"));
-    EXPECT_EQ(TolmiDefaultPaths::legacyDefaultModelURL(surroundings(), other).path(),
+    EXPECT_EQ(TolmiDefaultPaths::legacyDefaultModelURL(context(), other).path(),
         QStringLiteral("/other/.models/ggml-base.en.bin"));
 }
 
 TEST_F(TolmiDefaultPathsTest, WithNothingOnDiskAPathIsGivenAllTheSame) {
-    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(surroundings()).path(),
+    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),
         QStringLiteral("/home/user/.local/share/Tolmi/tools/whisper-cli"));
-    EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(surroundings()).path(),
+    EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(context()).path(),
         QStringLiteral("/cwd/.models/ggml-large-v3.bin"));
 }
 
 TEST_F(TolmiDefaultPathsTest, TheLegacyModelIsFixed) {
-    EXPECT_EQ(TolmiDefaultPaths::legacyDefaultModelURL(surroundings()).path(),
+    EXPECT_EQ(TolmiDefaultPaths::legacyDefaultModelURL(context()).path(),
         QStringLiteral("/cwd/.models/ggml-base.en.bin"));
     EXPECT_TRUE(m_files.calls.empty());
 }
@@ -159,10 +159,10 @@ TEST_F(TolmiDefaultPathsTest, TheLegacyModelIsFixed) {
 TEST_F(TolmiDefaultPathsTest, ABinaryThatIsNotExecutableIsPassedOver) {
     m_files.files[QStringLiteral("/home/user/.local/share/Tolmi/tools/whisper-cli")];
     m_files.addExecutable(QStringLiteral("/usr/local/bin/whisper-cli"));
-    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(surroundings()).path(),
+    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),
         QStringLiteral("/usr/local/bin/whisper-cli"));
     m_files.addExecutable(QStringLiteral("/cwd/.vendor/whisper.cpp/build/bin/main"));
-    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(surroundings()).path(),
+    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),
         QStringLiteral("/cwd/.vendor/whisper.cpp/build/bin/main"));
 }
 
@@ -177,7 +177,7 @@ TEST_P(TolmiDefaultModel, IsTheBetterPlacedOne) {
     const QString better = QString::fromUtf8(GetParam().better);
     m_files.files[QString::fromUtf8(GetParam().worse)];
     m_files.files[better];
-    EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(surroundings()).path(), better);
+    EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(context()).path(), better);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, TolmiDefaultModel,

@@ -20,7 +20,7 @@ struct HistoryWorkspaceFixture {
     /// The workspace as it is shown.
     std::unique_ptr<HistoryWorkspaceModel> open() {
         return std::make_unique<HistoryWorkspaceModel>(
-            HistoryWorkspaceModel::Subjects { history, settings.store, selection }, platform,
+            HistoryWorkspaceModel::Dependencies { history, settings.store, selection }, platform,
             PlatformTexts::forLinux());
     }
 

@@ -26,7 +26,7 @@ struct ProfileModelFixture : FlowManagerFixture {
     void open() {
         setUp();
         model.emplace(flow,
-            ProfileWorkspaceModel::Surroundings { history, microphone, editor, [this] { ++resumeCount; } });
+            ProfileWorkspaceModel::Dependencies { history, microphone, editor, [this] { ++resumeCount; } });
     }
 
     void put(const FileURL &url, const QByteArray &content) {

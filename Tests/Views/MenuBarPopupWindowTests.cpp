@@ -42,11 +42,11 @@ protected:
     FlowManagerFixture flow;
     FakePasteboard pasteboard;
     FakeFloatingWindows floatingWindows;
-    QList<QQmlEngine *> dressed;
+    QList<QQmlEngine *> prepared;
     MenuBarPopupModel model { flow.flow, pasteboard, {} };
     ViewTexts texts { flow.store, PlatformTexts::forLinux() };
     MenuBarPopupWindow popup { { model, texts, floatingWindows, flow.clock,
-        [this](QQmlEngine &each) { dressed.append(&each); } } };
+        [this](QQmlEngine &each) { prepared.append(&each); } } };
     QWindow elsewhere;
 };
 
@@ -54,14 +54,14 @@ protected:
 
 TEST_F(MenuBarPopupWindowTest, LoadsNothingBeforeItIsShown) {
     EXPECT_EQ(popup.window(), nullptr);
-    EXPECT_TRUE(dressed.isEmpty());
+    EXPECT_TRUE(prepared.isEmpty());
     EXPECT_EQ(floatingWindows.preparedCount, 0);
     popup.close();
     EXPECT_EQ(popup.window(), nullptr);
     show();
     popup.toggle(item);
     show();
-    EXPECT_EQ(dressed.size(), 1);
+    EXPECT_EQ(prepared.size(), 1);
     EXPECT_EQ(floatingWindows.preparedCount, 1);
 }
 

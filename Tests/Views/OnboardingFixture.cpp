@@ -5,7 +5,7 @@ OnboardingFixture::OnboardingFixture() {
     fileManager.files[settings->modelPath()] = "model";
     m_model.emplace(manager, *history,
         OnboardingWizardModel::Platform { clock, microphone, m_accessibility, fileManager },
-        OnboardingWizardModel::Place { PlatformTexts::forLinux(),
+        OnboardingWizardModel::Host { PlatformTexts::forLinux(),
             { [this](std::function<void(L10n::Key)> onFailure) { m_failAvatar = std::move(onFailure); },
                 [] { return std::optional<L10n::Key>(); } },
             [this] { ++m_closings; } });

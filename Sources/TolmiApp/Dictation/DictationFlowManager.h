@@ -66,7 +66,7 @@ Q_SIGNALS:
 private:
     enum class ActiveCaptureBackend {
         LivePreRoll,
-        Recorder,
+        LegacyRecorder,
     };
     struct MeteringTask {
         bool isCancelled = false;

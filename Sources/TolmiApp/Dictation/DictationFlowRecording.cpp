@@ -77,7 +77,7 @@ void DictationFlowManager::startRecording(const FileURL &url) {
             + localizedDescription(error));
     }
     m_collaborators.recorder->startRecording(url);
-    m_activeCaptureBackend = ActiveCaptureBackend::Recorder;
+    m_activeCaptureBackend = ActiveCaptureBackend::LegacyRecorder;
 }
 
 void DictationFlowManager::startMetering() {
@@ -119,7 +119,7 @@ void DictationFlowManager::sampleLevel() {
 double DictationFlowManager::currentLevel() {
     if (!m_activeCaptureBackend)
         return 0;
-    if (m_activeCaptureBackend == ActiveCaptureBackend::Recorder)
+    if (m_activeCaptureBackend == ActiveCaptureBackend::LegacyRecorder)
         return m_collaborators.recorder->currentLevel();
     const double level = m_collaborators.liveCapture->currentLevel();
     publishCurrentPreRollPeak(m_collaborators.liveCapture->currentPreRollPeak());

@@ -73,11 +73,11 @@ QVariant HistoryRows::data(const QModelIndex &index, int role) const {
     case TitleRole:
         return previewTitle(
             { .rawText = beginning(entry.rawText), .refinedText = beginning(entry.refinedText) },
-            m_surroundings.emptyTitle);
+            m_context.emptyTitle);
     case PreviewRole:
         return withoutLineEnds(beginning(entry.refinedText));
     case RelativeDateRole:
-        return m_dates.relative(entry.timestamp, m_surroundings.now, rawValue(m_surroundings.language));
+        return m_dates.relative(entry.timestamp, m_context.now, rawValue(m_context.language));
     case LanguageRole:
         return Text::upperCased(entry.language);
     case HasAudioRole:
@@ -87,7 +87,7 @@ QVariant HistoryRows::data(const QModelIndex &index, int role) const {
     case IsPinnedRole:
         return entry.isPinned;
     case IsTickedRole:
-        return m_surroundings.tickedIDs.contains(entry.id);
+        return m_context.tickedIDs.contains(entry.id);
     default:
         return {};
     }
@@ -206,18 +206,18 @@ void HistoryRows::insert(const RowRun &run, const Items &items) {
     endInsertRows();
 }
 
-void HistoryRows::setSurroundings(Surroundings surroundings) {
-    m_surroundings = std::move(surroundings);
+void HistoryRows::setContext(Context context) {
+    m_context = std::move(context);
     tellAll({});
 }
 
 void HistoryRows::setNow(Date now) {
-    m_surroundings.now = now;
+    m_context.now = now;
     tellAll({ RelativeDateRole });
 }
 
 void HistoryRows::setTickedIDs(const QSet<QUuid> &ids) {
-    m_surroundings.tickedIDs = ids;
+    m_context.tickedIDs = ids;
     tellAll({ IsTickedRole });
 }
 

@@ -32,7 +32,7 @@ public:
     };
 
     /// What rows say beside what their entries say.
-    struct Surroundings {
+    struct Context {
         AppLanguage language = AppLanguage::English;
         /// What stands for an entry without any text.
         QString emptyTitle;
@@ -59,8 +59,8 @@ public:
     /// none is left.
     bool prepareSearch(int count);
 
-    void setSurroundings(Surroundings surroundings);
-    const Surroundings &surroundings() const { return m_surroundings; }
+    void setContext(Context context);
+    const Context &context() const { return m_context; }
     void setNow(Date now);
     void setTickedIDs(const QSet<QUuid> &ids);
 
@@ -87,7 +87,7 @@ private:
     void tellAll(const QList<int> &roles);
 
     const DateTexts &m_dates;
-    Surroundings m_surroundings;
+    Context m_context;
     /// The query in the form in which texts are searched.
     QByteArray m_query;
     Items m_all;

@@ -27,12 +27,12 @@ QList<QUuid> idsOf(const QList<HistoryEntry> &entries) {
 }
 } // namespace
 
-HistoryWorkspaceModel::HistoryWorkspaceModel(
-    const Subjects &subjects, const HistoryWorkspacePlatform &platform, PlatformTexts texts, QObject *parent)
+HistoryWorkspaceModel::HistoryWorkspaceModel(const Dependencies &dependencies,
+    const HistoryWorkspacePlatform &platform, PlatformTexts texts, QObject *parent)
     : ObservableObject(parent)
-    , m_history(subjects.history)
-    , m_settings(subjects.settings)
-    , m_selection(subjects.selection)
+    , m_history(dependencies.history)
+    , m_settings(dependencies.settings)
+    , m_selection(dependencies.selection)
     , m_platform(platform)
     , m_texts(texts)
     , m_audioCacheStore(platform.fileManager)
@@ -154,7 +154,7 @@ QStringList HistoryWorkspaceModel::pasteFactsOf(const HistoryEntry &entry) const
 }
 
 void HistoryWorkspaceModel::refreshWords() {
-    m_rows.setSurroundings(
+    m_rows.setContext(
         { m_settings.uiLanguage(), text(Key::historyPreviewEmpty), m_platform.clock.now(), selectedIDs() });
     refreshDetail();
 }

@@ -67,13 +67,13 @@ class HistoryWorkspaceModel final : public ObservableObject {
 
 public:
     /// What the workspace is about; outlives it.
-    struct Subjects {
+    struct Dependencies {
         TranscriptionHistory &history;
         SettingsStore &settings;
         HistorySelection &selection;
     };
 
-    HistoryWorkspaceModel(const Subjects &subjects, const HistoryWorkspacePlatform &platform,
+    HistoryWorkspaceModel(const Dependencies &dependencies, const HistoryWorkspacePlatform &platform,
         PlatformTexts texts, QObject *parent = nullptr);
     /// Silences what plays.
     ~HistoryWorkspaceModel() override;

@@ -6,7 +6,7 @@
 
 namespace {
 /// Many small changes of a list cost its view more than one large change.
-constexpr size_t mostRuns = 64;
+constexpr size_t maxRuns = 64;
 
 /// The part of both lists that lies between their equal fronts and their equal ends.
 struct DifferingPart {
@@ -102,7 +102,7 @@ bool findSmallSteps(
     difference.insertions
         = runs(part.begin, part.newEnd, [&](int row) { return newRows[size_t(row)].formerRow < 0; });
     std::reverse(difference.removals.begin(), difference.removals.end());
-    return difference.removals.size() + difference.insertions.size() <= mostRuns
+    return difference.removals.size() + difference.insertions.size() <= maxRuns
         && findMove(staying, part.begin, difference.move);
 }
 } // namespace

@@ -24,11 +24,11 @@ OnboardingStep firstStep(const SettingsStore &settings) {
 } // namespace
 
 OnboardingWizardModel::OnboardingWizardModel(std::shared_ptr<DictationFlowManager> flow,
-    const TranscriptionHistory &history, const Platform &platform, Place place)
+    const TranscriptionHistory &history, const Platform &platform, Host host)
     : m_flow(std::move(flow))
     , m_history(history)
     , m_platform(platform)
-    , m_place(std::move(place))
+    , m_host(std::move(host))
     , m_dictation(m_flow, platform.clock)
     , m_profile(settings())
     , m_initialHistoryCount(history.entries().size())
@@ -125,7 +125,7 @@ void OnboardingWizardModel::advance() {
         return setCurrentStep(OnboardingStep::DictationTest);
     case OnboardingStep::DictationTest:
         settings().markOnboardingCompleted();
-        return m_place.onClose();
+        return m_host.onClose();
     case OnboardingStep::Completed:
         return;
     }
@@ -146,7 +146,7 @@ void OnboardingWizardModel::goBack() {
 
 void OnboardingWizardModel::skip() {
     settings().markOnboardingSkipped(m_currentStep);
-    m_place.onClose();
+    m_host.onClose();
 }
 
 void OnboardingWizardModel::rememberStep() {
@@ -184,14 +184,14 @@ void OnboardingWizardModel::refreshCustomAvatar() {
 }
 
 void OnboardingWizardModel::importAvatar() {
-    m_place.avatar.importAvatar([model = QPointer(this)](L10n::Key failure) {
+    m_host.avatar.importAvatar([model = QPointer(this)](L10n::Key failure) {
         if (model)
             model->showAvatarError(failure);
     });
 }
 
 void OnboardingWizardModel::removeAvatar() {
-    if (const std::optional<L10n::Key> failure = m_place.avatar.removeAvatar())
+    if (const std::optional<L10n::Key> failure = m_host.avatar.removeAvatar())
         showAvatarError(*failure);
 }
 
@@ -292,11 +292,11 @@ QString OnboardingWizardModel::lastFailure() const {
 }
 
 QString OnboardingWizardModel::text(L10n::Key key) const {
-    return m_place.texts.text(key, settings().uiLanguage());
+    return m_host.texts.text(key, settings().uiLanguage());
 }
 
 QString OnboardingWizardModel::text(L10n::Phrase phrase, const QStringList &values) const {
-    return m_place.texts.text(phrase, settings().uiLanguage(), values);
+    return m_host.texts.text(phrase, settings().uiLanguage(), values);
 }
 
 QString OnboardingWizardModel::sentence(const QString &message) const {

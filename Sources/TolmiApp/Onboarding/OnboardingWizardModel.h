@@ -28,7 +28,7 @@ class OnboardingWizardModel final : public ObservableObject {
     /// Whether a dictation has landed in the history since the wizard was opened.
     TOLMI_PUBLISHED_READONLY(bool, dictationTestCompleted, setDictationTestCompleted)
 
-    /// Place of the step on screen, from 0.
+    /// Host of the step on screen, from 0.
     Q_PROPERTY(int currentStepIndex READ currentStepIndex NOTIFY currentStepChanged)
     /// For each step the symbol that tells whether it is done, on screen or ahead.
     Q_PROPERTY(QStringList stepSymbols READ stepSymbols NOTIFY progressChanged)
@@ -72,7 +72,7 @@ public:
         std::function<std::optional<L10n::Key>()> removeAvatar;
     };
     /// What belongs to the place where the wizard is shown.
-    struct Place {
+    struct Host {
         PlatformTexts texts;
         AvatarActions avatar;
         /// Takes the wizard away.
@@ -81,7 +81,7 @@ public:
 
     /// Opens the wizard where it was left. `history` is that of the flow and outlives the model.
     OnboardingWizardModel(std::shared_ptr<DictationFlowManager> flow, const TranscriptionHistory &history,
-        const Platform &platform, Place place);
+        const Platform &platform, Host host);
 
     int currentStepIndex() const;
     QStringList stepSymbols() const;
@@ -94,7 +94,7 @@ public:
     QString avatarPreset() const;
     void setAvatarPreset(const QString &preset);
     QVariantList avatarPresets() const;
-    bool canImportAvatar() const { return bool(m_place.avatar.importAvatar); }
+    bool canImportAvatar() const { return bool(m_host.avatar.importAvatar); }
 
     bool microphoneGranted() const {
         return m_platform.microphone.status() == AuthorizationStatus::Authorized;
@@ -158,7 +158,7 @@ private:
     const std::shared_ptr<DictationFlowManager> m_flow;
     const TranscriptionHistory &m_history;
     const Platform m_platform;
-    const Place m_place;
+    const Host m_host;
     DictationControl m_dictation;
     ProfileChipModel m_profile;
     const qsizetype m_initialHistoryCount;

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The floating sign: an icon that tells the state, and while recording a ring of bars that rises with the voice.
+/// The overlay: an icon that tells the state, and while recording a ring of bars that rises with the voice.
 Item {
     id: view
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// A symbol of the floating sign with its three shadows: a dark one, one in the accent of the state, and its own. Colours
+/// A symbol of the overlay with its three shadows: a dark one, one in the accent of the state, and its own. Colours
 /// of shadows count without their opacity, which is given apart, so that it can change without drawing anew.
 Item {
     id: icon

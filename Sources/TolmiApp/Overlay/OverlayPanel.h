@@ -6,7 +6,7 @@
 
 #include <memory>
 
-/// What the floating sign shows.
+/// What the overlay shows.
 class OverlayViewModel : public ObservableObject {
     Q_OBJECT
     TOLMI_PUBLISHED(DictationState, state, setState, refreshHelpMessage())
@@ -22,7 +22,7 @@ private:
     void refreshHelpMessage();
 };
 
-/// Owns the floating sign: tells its model what to show, places it and fades it. Main thread only.
+/// Owns the overlay: tells its model what to show, places it and fades it. Main thread only.
 class OverlayPanelController final : public OverlayPanel {
 public:
     /// Builds the hidden panel that draws a model, which outlives it.

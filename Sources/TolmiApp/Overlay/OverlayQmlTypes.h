@@ -6,7 +6,7 @@
 
 // Names by which views know types of the logic, which itself does not know QML.
 
-/// The model of the floating sign, made by its controller.
+/// The model of the overlay, made by its controller.
 struct OverlayViewModelForViews {
     Q_GADGET
     QML_FOREIGN(OverlayViewModel)

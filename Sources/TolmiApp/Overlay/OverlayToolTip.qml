@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The words of the floating sign, in a window of their own because its panel is too small for them.
+/// The words of the overlay, in a window of their own because its panel is too small for them.
 Window {
     id: toolTip
 

@@ -12,7 +12,7 @@
 class OverlayViewModel;
 class QQuickView;
 
-/// The floating sign as a window of the desktop.
+/// The overlay as a window of the desktop.
 class QuickOverlayWindow final : public QObject, public OverlayWindow {
     Q_OBJECT
 

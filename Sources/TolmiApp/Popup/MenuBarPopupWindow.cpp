@@ -31,15 +31,15 @@ QRect screenAround(const QPoint &point) {
 
 } // namespace
 
-MenuBarPopupWindow::MenuBarPopupWindow(Surroundings surroundings)
-    : m_surroundings(std::move(surroundings)) { }
+MenuBarPopupWindow::MenuBarPopupWindow(Dependencies dependencies)
+    : m_dependencies(std::move(dependencies)) { }
 
 MenuBarPopupWindow::~MenuBarPopupWindow() = default;
 
 void MenuBarPopupWindow::load() {
     m_engine = std::make_unique<QQmlEngine>();
     Views::prepareEngine(*m_engine);
-    m_surroundings.dress(*m_engine);
+    m_dependencies.prepareEngine(*m_engine);
     m_window = std::make_unique<QQuickWindow>();
     QSurfaceFormat format = m_window->format();
     format.setAlphaBufferSize(8);
@@ -49,8 +49,8 @@ void MenuBarPopupWindow::load() {
 
     QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/Tolmi/MenuBarPopupView.qml")));
     QObject *const made = component.createWithInitialProperties(
-        { { QStringLiteral("model"), QVariant::fromValue(&m_surroundings.model) },
-            { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&m_surroundings.texts) },
+        { { QStringLiteral("model"), QVariant::fromValue(&m_dependencies.model) },
+            { QStringLiteral("texts"), QVariant::fromValue<QObject *>(&m_dependencies.texts) },
             { QStringLiteral("windowMargin"), windowMargin } });
     m_view = qobject_cast<QQuickItem *>(made);
     if (m_view == nullptr)
@@ -62,11 +62,11 @@ void MenuBarPopupWindow::load() {
     connect(m_view, SIGNAL(closeRequested()), this, SLOT(close()));
     connect(m_view, &QQuickItem::heightChanged, this, &MenuBarPopupWindow::place);
     connect(m_window.get(), &QWindow::activeChanged, this, &MenuBarPopupWindow::closeWithoutKeyboard);
-    m_surroundings.floatingWindows.prepare(*m_window);
+    m_dependencies.floatingWindows.prepare(*m_window);
 }
 
 double MenuBarPopupWindow::now() const {
-    return m_surroundings.clock.now().secondsSince1970();
+    return m_dependencies.clock.now().secondsSince1970();
 }
 
 void MenuBarPopupWindow::toggle(const std::optional<QRect> &anchor) {
@@ -82,7 +82,7 @@ void MenuBarPopupWindow::open(const QRect &anchor) {
     if (!m_window)
         load();
     m_anchor = anchor;
-    m_surroundings.model.profile()->refreshPicture();
+    m_dependencies.model.profile()->refreshPicture();
     m_view->forceActiveFocus();
     place();
     m_window->show();
@@ -95,7 +95,7 @@ void MenuBarPopupWindow::place() {
     const QMargins margins(windowMargin, windowMargin, windowMargin, windowMargin);
     m_window->setGeometry(QRect(origin, size).marginsAdded(margins));
     const RoundedRectangle popup { QRect(QPoint(windowMargin, windowMargin), size), cornerRadius };
-    m_surroundings.floatingWindows.setShape(*m_window, popup, popup);
+    m_dependencies.floatingWindows.setShape(*m_window, popup, popup);
 }
 
 QRect MenuBarPopupWindow::frame() const {

@@ -22,17 +22,17 @@ class MenuBarPopupWindow final : public QObject {
 
 public:
     /// What the popup works with; all of it outlives the window.
-    struct Surroundings {
+    struct Dependencies {
         MenuBarPopupModel &model;
         ViewTexts &texts;
         FloatingWindows &floatingWindows;
         const Clock &clock;
         /// Called once with the engine of the window, for the colours of what it draws.
-        std::function<void(QQmlEngine &)> dress;
+        std::function<void(QQmlEngine &)> prepareEngine;
     };
 
     /// Loads nothing until the popup is shown for the first time.
-    explicit MenuBarPopupWindow(Surroundings surroundings);
+    explicit MenuBarPopupWindow(Dependencies dependencies);
     ~MenuBarPopupWindow() override;
 
     /// Shows the popup at `anchor`, the status item's place, or at the pointer where nobody knows that; hides
@@ -56,7 +56,7 @@ private:
     void place();
     void closeWithoutKeyboard();
 
-    Surroundings m_surroundings;
+    Dependencies m_dependencies;
     QRect m_anchor;
     /// When the popup was last closed because the keyboard went elsewhere, in seconds since 1970.
     std::optional<double> m_lostKeyboardAt;

@@ -33,10 +33,10 @@ L10n::Key recommendationKey(ProfileReadinessItem item) {
 } // namespace
 
 ProfileWorkspaceModel::ProfileWorkspaceModel(
-    std::shared_ptr<DictationFlowManager> flow, Surroundings surroundings, QObject *parent)
+    std::shared_ptr<DictationFlowManager> flow, Dependencies dependencies, QObject *parent)
     : ObservableObject(parent)
     , m_flow(std::move(flow))
-    , m_surroundings(std::move(surroundings))
+    , m_dependencies(std::move(dependencies))
     , m_profile(settings()) {
     setReadiness(readinessInput());
     observeSettings();
@@ -70,7 +70,7 @@ void ProfileWorkspaceModel::observeProgress() {
     connect(store, &SettingsStore::profileAvatarIDChanged, this, refresh);
     connect(store, &SettingsStore::profileAvatarThumbnailRelativePathChanged, this, refresh);
     connect(m_flow.get(), &DictationFlowManager::accessibilityGrantedChanged, this, refresh);
-    connect(&m_surroundings.history, &TranscriptionHistory::entriesChanged, this, refresh);
+    connect(&m_dependencies.history, &TranscriptionHistory::entriesChanged, this, refresh);
 }
 
 SettingsStore &ProfileWorkspaceModel::settings() const {
@@ -87,9 +87,9 @@ ProfileReadinessInput ProfileWorkspaceModel::readinessInput() const {
     return { .profileDisplayName = settings().profileDisplayName(),
         .profileAvatarID = settings().profileAvatarID(),
         .hasCustomAvatar = hasCustomAvatar,
-        .microphoneGranted = m_surroundings.microphone.status() == AuthorizationStatus::Authorized,
+        .microphoneGranted = m_dependencies.microphone.status() == AuthorizationStatus::Authorized,
         .accessibilityGranted = m_flow->accessibilityGranted(),
-        .hasSuccessfulDictationTest = !m_surroundings.history.entries().isEmpty() };
+        .hasSuccessfulDictationTest = !m_dependencies.history.entries().isEmpty() };
 }
 
 void ProfileWorkspaceModel::refresh() {
@@ -168,12 +168,12 @@ QString ProfileWorkspaceModel::avatarErrorMessage() const {
 
 void ProfileWorkspaceModel::importAvatar() {
     // The user may leave the workspace before the answer comes.
-    m_surroundings.avatar.importAvatar([model = QPointer(this)](L10n::Key failure) {
+    m_dependencies.avatar.importAvatar([model = QPointer(this)](L10n::Key failure) {
         if (model)
             model->setAvatarError(failure);
     });
 }
 
 void ProfileWorkspaceModel::removeAvatar() {
-    setAvatarError(m_surroundings.avatar.removeAvatar());
+    setAvatarError(m_dependencies.avatar.removeAvatar());
 }

@@ -50,7 +50,7 @@ class ProfileWorkspaceModel final : public ObservableObject {
 
 public:
     /// What the model works on; all of it outlives the model.
-    struct Surroundings {
+    struct Dependencies {
         /// Of the flow.
         const TranscriptionHistory &history;
         MicrophonePermission &microphone;
@@ -60,7 +60,7 @@ public:
     };
 
     ProfileWorkspaceModel(
-        std::shared_ptr<DictationFlowManager> flow, Surroundings surroundings, QObject *parent = nullptr);
+        std::shared_ptr<DictationFlowManager> flow, Dependencies dependencies, QObject *parent = nullptr);
     ~ProfileWorkspaceModel() override;
 
     ProfileChipModel *profile() { return &m_profile; }
@@ -84,7 +84,7 @@ public:
     Q_INVOKABLE void importAvatar();
     Q_INVOKABLE void removeAvatar();
     Q_INVOKABLE void dismissAvatarError() { setAvatarError(std::nullopt); }
-    Q_INVOKABLE void resumeOnboarding() { m_surroundings.onResumeOnboarding(); }
+    Q_INVOKABLE void resumeOnboarding() { m_dependencies.onResumeOnboarding(); }
 
 Q_SIGNALS:
     void displayNameChanged();
@@ -102,6 +102,6 @@ private:
     ProfileReadinessInput readinessInput() const;
 
     const std::shared_ptr<DictationFlowManager> m_flow;
-    const Surroundings m_surroundings;
+    const Dependencies m_dependencies;
     ProfileChipModel m_profile;
 };

@@ -13,18 +13,18 @@ FileURL url(const FileURL &programFolder) {
         .standardizedFileURL();
 }
 
-void choose(UserDefaults &defaults, const TolmiDefaultPaths::Surroundings &surroundings,
-    const FileURL &startingModel) {
+void choose(
+    UserDefaults &defaults, const TolmiDefaultPaths::SearchContext &context, const FileURL &startingModel) {
     const auto stored = defaults.string(modelPathKey);
     const bool isRealModelInstalled
-        = surroundings.fileManager.fileExists(TolmiDefaultPaths::defaultModelURL(surroundings).path());
+        = context.fileManager.fileExists(TolmiDefaultPaths::defaultModelURL(context).path());
     // By name: the program may have moved since the path was stored.
     const bool isStartingModelStored
         = stored && FileURL(*stored).lastPathComponent() == startingModel.lastPathComponent();
     if (isRealModelInstalled && isStartingModelStored)
         defaults.removeObject(modelPathKey);
     else if (!isRealModelInstalled && (!stored || isStartingModelStored)
-        && surroundings.fileManager.fileExists(startingModel.path()))
+        && context.fileManager.fileExists(startingModel.path()))
         defaults.set(modelPathKey, startingModel.path());
 }
 

@@ -14,7 +14,7 @@ FileURL url(const FileURL &programFolder);
 /// Looks at the stored model path before the settings are built. With no stored path and no real model
 /// installed, the starting model's path is stored; a stored starting model gives way as soon as a real one is
 /// found.
-void choose(UserDefaults &defaults, const TolmiDefaultPaths::Surroundings &surroundings,
-    const FileURL &startingModel);
+void choose(
+    UserDefaults &defaults, const TolmiDefaultPaths::SearchContext &context, const FileURL &startingModel);
 
 } // namespace StartingModel

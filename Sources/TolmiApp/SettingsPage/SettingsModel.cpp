@@ -37,9 +37,9 @@ double roundedForDisplay(double value) {
 
 } // namespace
 
-SettingsModel::SettingsModel(Surroundings surroundings, QObject *parent)
+SettingsModel::SettingsModel(Dependencies dependencies, QObject *parent)
     : QObject(parent)
-    , m_surroundings(std::move(surroundings)) {
+    , m_dependencies(std::move(dependencies)) {
     const SettingsStore *const store = settings();
     connect(store, &SettingsStore::uiLanguageChanged, this, &SettingsModel::optionsChanged);
     connect(store, &SettingsStore::appearanceChanged, this, &SettingsModel::appearanceChanged);
@@ -122,12 +122,12 @@ bool SettingsModel::canPreviewTransitionSound() const {
 
 QString SettingsModel::ollamaTimeoutText() const {
     const double seconds = roundedForDisplay(settings()->ollamaTimeout());
-    return m_surroundings.locale.toString(seconds, 'f', QLocale::FloatingPointShortest);
+    return m_dependencies.locale.toString(seconds, 'f', QLocale::FloatingPointShortest);
 }
 
 void SettingsModel::setOllamaTimeoutText(const QString &text) {
     bool isNumber = false;
-    const double seconds = m_surroundings.locale.toDouble(text.trimmed(), &isNumber);
+    const double seconds = m_dependencies.locale.toDouble(text.trimmed(), &isNumber);
     if (isNumber && std::isfinite(seconds))
         settings()->setOllamaTimeout(seconds);
 }
@@ -142,7 +142,7 @@ void SettingsModel::previewTransitionSound() {
     const std::optional<QString> name = systemSoundName(settings()->processingTransitionSound());
     if (!name)
         return;
-    std::unique_ptr<SystemSound> sound = m_surroundings.sounds.named(*name);
+    std::unique_ptr<SystemSound> sound = m_dependencies.sounds.named(*name);
     if (!sound)
         return;
     sound->setLoops(false);
@@ -156,5 +156,5 @@ void SettingsModel::resetSystemPrompt() {
 }
 
 void SettingsModel::openProfile() {
-    m_surroundings.onNavigate(StudioDestination::Profile);
+    m_dependencies.onNavigate(StudioDestination::Profile);
 }

@@ -43,7 +43,7 @@ class SettingsModel final : public QObject {
 
 public:
     /// What the model works on; all of it outlives the model.
-    struct Surroundings {
+    struct Dependencies {
         SettingsStore &settings;
         AppUpdater &appUpdater;
         SystemSounds &sounds;
@@ -53,10 +53,10 @@ public:
         std::function<void(StudioDestination)> onNavigate;
     };
 
-    explicit SettingsModel(Surroundings surroundings, QObject *parent = nullptr);
+    explicit SettingsModel(Dependencies dependencies, QObject *parent = nullptr);
 
-    SettingsStore *settings() const { return &m_surroundings.settings; }
-    AppUpdater *appUpdater() const { return &m_surroundings.appUpdater; }
+    SettingsStore *settings() const { return &m_dependencies.settings; }
+    AppUpdater *appUpdater() const { return &m_dependencies.appUpdater; }
 
     QVariantList appearanceOptions() const;
     QVariantList uiLanguageOptions() const;
@@ -98,9 +98,9 @@ Q_SIGNALS:
     void ollamaTimeoutTextChanged();
 
 private:
-    AppLanguage language() const { return m_surroundings.settings.uiLanguage(); }
+    AppLanguage language() const { return m_dependencies.settings.uiLanguage(); }
 
-    const Surroundings m_surroundings;
+    const Dependencies m_dependencies;
     /// The latest preview, ended or not.
     std::unique_ptr<SystemSound> m_previewSound;
 };

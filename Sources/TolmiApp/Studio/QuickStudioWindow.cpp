@@ -48,8 +48,8 @@ void QuickStudioWindow::load() {
     m_view->setSource(source);
     connect(m_view.get(), &QQuickView::frameSwapped, this, &QuickStudioWindow::complete,
         Qt::SingleShotConnection);
-    connect(&m_model, &TolmiStudioWindowModel::selectionChanged, this, [this] { heedMinimumSize(); });
-    heedMinimumSize();
+    connect(&m_model, &TolmiStudioWindowModel::selectionChanged, this, [this] { applyMinimumSize(); });
+    applyMinimumSize();
 }
 
 // The first frame would not show these yet: the workspace fades in, and over it the wizard of a new user.
@@ -59,7 +59,7 @@ void QuickStudioWindow::complete() {
     m_model.appear();
 }
 
-void QuickStudioWindow::heedMinimumSize() {
+void QuickStudioWindow::applyMinimumSize() {
     const QSize minimum = m_view->rootObject()->property("minimumSize").toSizeF().toSize();
     m_view->setMinimumSize(minimum);
     m_view->resize(m_view->size().expandedTo(minimum));

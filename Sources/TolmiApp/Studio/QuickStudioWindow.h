@@ -28,7 +28,7 @@ public:
 private:
     void load();
     void complete();
-    void heedMinimumSize();
+    void applyMinimumSize();
 
     TolmiStudioWindowModel &m_model;
     const SettingsStore &m_settings;

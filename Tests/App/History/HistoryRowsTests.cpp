@@ -270,8 +270,7 @@ TEST_F(HistoryRowsTest, ARowTellsItsEntry) {
     full.audioFileRelativePath = QStringLiteral("  ");
     full.isPinned = true;
     rows.setEntries({ full, entry(QString()) });
-    rows.setSurroundings(
-        { AppLanguage::English, QStringLiteral("(empty)"), Date { 1000 + 7200 }, { full.id } });
+    rows.setContext({ AppLanguage::English, QStringLiteral("(empty)"), Date { 1000 + 7200 }, { full.id } });
     EXPECT_EQ(valueOf(0, HistoryRows::EntryIDRole).value<QUuid>(), full.id);
     EXPECT_EQ(valueOf(0, HistoryRows::TitleRole), QStringLiteral("two lines"));
     EXPECT_EQ(valueOf(0, HistoryRows::PreviewRole), QStringLiteral("two lines"));

@@ -25,7 +25,7 @@ protected:
     void open() {
         wizard.emplace(manager, *history,
             OnboardingWizardModel::Platform { clock, microphone, accessibility, fileManager },
-            OnboardingWizardModel::Place { PlatformTexts::forLinux(),
+            OnboardingWizardModel::Host { PlatformTexts::forLinux(),
                 { [this](std::function<void(L10n::Key)> onFailure) { failImport = std::move(onFailure); },
                     [this] { return removal; } },
                 [this] { ++closings; } });

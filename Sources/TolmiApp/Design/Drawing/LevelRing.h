@@ -10,7 +10,7 @@ class LevelRing : public PictureItem {
     TOLMI_PICTURE_PROPERTY(double, level, setLevel, 0)
     /// The time of the picture; the wave runs round the ring with it.
     TOLMI_PICTURE_PROPERTY(double, seconds, setSeconds, 0)
-    /// The ring of the voice orb rather than that of the floating sign.
+    /// The ring of the voice orb rather than that of the overlay.
     TOLMI_PICTURE_PROPERTY(bool, isOrb, setIsOrb, false)
     /// Size of the circle inside the bars against that of the state's disc.
     TOLMI_PICTURE_PROPERTY(double, circleScale, setCircleScale, 1)

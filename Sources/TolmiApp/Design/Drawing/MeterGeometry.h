@@ -30,7 +30,7 @@ struct RingStyle {
     bool isShadedByPosition;
 };
 
-/// The ring of bars in the floating sign.
+/// The ring of bars in the overlay.
 inline constexpr RingStyle overlayRing { 24, 32, 22, 3, 0.5, true };
 /// The ring of bars around the voice orb.
 inline constexpr RingStyle orbRing { 32, 34, 30, 3.5, 0.48, false };
