@@ -7,6 +7,7 @@
 
 #include "Support/MisbehavingServer.h"
 #include "Support/Print.h"
+#include "Support/UsualOllamaPort.h"
 
 #include <QDir>
 #include <QFile>
@@ -217,6 +218,9 @@ TEST_F(WholeDictation, KilledInMidRecordingLeavesAReadableFileAndStartsAgain) {
 }
 
 TEST_F(WholeDictation, BrokenSettingsAreSetAsideAndTheStartingModelServes) {
+    const UsualOllamaPort port;
+    if (!port.isHeld())
+        GTEST_SKIP() << "something listens at Ollama's port, and this dictation would go there";
     ASSERT_TRUE(prepareHome(m_home));
     QFile file(settingsPath());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -310,6 +314,15 @@ TEST_F(WholeDictation, WithoutOllamaTheRulesClean) {
     m_home.settings = { { "tolmi.ollamaEndpoint", ollama.url().toString() } };
     start();
     EXPECT_EQ(speak("romanian-1").pasted, QString("Cred, c\u0103 trebuie s\u0103 \u0219terg planul."));
+}
+
+TEST_F(WholeDictation, TheMachinesOwnOllamaIsLeftAlone) {
+    const UsualOllamaPort port;
+    if (!port.isHeld())
+        GTEST_SKIP() << "something listens at Ollama's port, so nobody can tell who comes";
+    start();
+    EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+    EXPECT_EQ(port.visitorCount(), 0);
 }
 
 TEST_F(WholeDictation, WhatWasSaidIsPrivateWhateverTheUmask) {
