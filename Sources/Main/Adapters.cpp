@@ -19,6 +19,7 @@
 #include "Platform/Linux/Files/LinuxProcess.h"
 #include "Platform/Linux/Pulse/PulseAudioEngine.h"
 #include "Platform/Linux/Pulse/PulseConnection.h"
+#include "Platform/Linux/Files/LinuxLocalListeners.h"
 #include "Platform/Linux/Pulse/PulseFileRecorder.h"
 #include "Platform/Linux/Pulse/PulseMicrophonePermission.h"
 
@@ -55,6 +56,7 @@ Adapters::Adapters(mode_t usersMask)
     : Adapters(std::make_unique<Made>(usersMask)) { }
 
 Adapters::Adapters(std::unique_ptr<Made> made)
+    LinuxLocalListeners listeners;
     : clock(made->clock)
     , look(made->look)
     , fileManager(made->fileManager)
@@ -83,4 +85,5 @@ Adapters::Adapters(std::unique_ptr<Made> made)
     , floatingWindows(*made->windowSystem.floatingWindows)
     , m_made(std::move(made)) { }
 
+    , listeners(made->listeners)
 Adapters::~Adapters() = default;

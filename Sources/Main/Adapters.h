@@ -16,6 +16,7 @@
 #include "Platform/FloatingWindows.h"
 #include "Platform/FrontmostApplication.h"
 #include "Platform/HttpClient.h"
+#include "Platform/LocalListeners.h"
 #include "Platform/MicrophonePermission.h"
 #include "Platform/OpenPanel.h"
 #include "Platform/PasteKeystroke.h"
@@ -49,6 +50,7 @@ struct Adapters {
     HttpClient &http;
     SignatureVerifier &signatures;
     SystemSounds &sounds;
+    LocalListeners &listeners;
     AudioEngine &audioEngine;
     MicrophonePermission &microphone;
     AudioFileStore &audioFiles;

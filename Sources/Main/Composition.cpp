@@ -18,6 +18,7 @@
 #include "TolmiApp/Settings/StartingModel.h"
 #include "TolmiApp/Shell/ViewAppearance.h"
 #include "TolmiApp/Transcription/AdaptiveTranscriptionService.h"
+#include "TolmiCore/GuardedHttpClient.h"
 #include "TolmiCore/OllamaRefiner.h"
 #include "TolmiCore/RuleBasedRefiner.h"
 
@@ -48,6 +49,7 @@ struct Composition::Parts {
     const LaunchOptions launch;
     const BundleInfo bundle;
     Adapters adapters;
+    GuardedHttpClient ollamaClient { adapters.http, adapters.listeners };
     std::shared_ptr<SettingsStore> settings;
     std::shared_ptr<TranscriptionHistory> history;
     std::shared_ptr<DictationFlowManager> flow;
@@ -95,7 +97,7 @@ DictationFlowCollaborators Composition::Parts::collaborators() {
             [this](OverlayViewModel &model) { return makeOverlay(model); });
     };
     made.makeOllamaRefiner = [this](OllamaConfiguration configuration) {
-        return std::make_shared<OllamaRefiner>(adapters.http, std::move(configuration));
+        return std::make_shared<OllamaRefiner>(ollamaClient, std::move(configuration));
     };
     made.makeRetentionSweeper = [this](FileManager &files) {
         return std::make_shared<AudioRetentionSweeper>(files, adapters.fileListing, adapters.clock);
