@@ -1,5 +1,7 @@
 #include "Main/Adapters.h"
 
+#include "Foundation/Error.h"
+#include "Foundation/Log.h"
 #include "Main/WindowSystem.h"
 #include "Platform/Desktop/FileUserDefaults.h"
 #include "Platform/Desktop/LocalSocketInstance.h"
@@ -23,6 +25,20 @@
 #include "Platform/Linux/Pulse/PulseFileRecorder.h"
 #include "Platform/Linux/Pulse/PulseMicrophonePermission.h"
 
+#include "TolmiApp/Settings/ApplicationFolder.h"
+
+namespace {
+/// The program's folder, made where it is missing. A folder that cannot be made keeps nobody from starting.
+FileURL dataFolder(FileManager &fileManager) {
+    const FileURL folder = tolmiRootDirectoryURL(fileManager);
+    try {
+        fileManager.createDirectory(folder);
+    } catch (const SystemError &error) {
+        logLine(QStringLiteral("Tolmi: its folder cannot be made: ") + error.errorDescription());
+    }
+    return folder;
+}
+} // namespace
 /// Declared in the order of construction: whatever is named lower uses what is named above it.
 struct Adapters::Made {
     explicit Made(mode_t usersMask)
@@ -36,7 +52,7 @@ struct Adapters::Made {
     LinuxAtomicFileWriter fileWriter;
     LinuxProcessLauncher processes;
     FileUserDefaults defaults { settingsFileURL(folders, fileManager), fileManager, fileWriter };
-    LocalSocketInstance instance { fileManager.temporaryDirectory() };
+    LocalSocketInstance instance { dataFolder(fileManager), fileManager.temporaryDirectory() };
     QtHttpClient http { clock };
     SodiumSignatureVerifier signatures;
     QtSystemSounds sounds;
