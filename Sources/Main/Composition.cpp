@@ -133,6 +133,7 @@ bool Composition::start() {
 }
 
 void Composition::settle() {
+    m_parts->adapters.processes.terminateAll();
     m_parts->adapters.pasteboard.handOver();
     m_parts->adapters.defaults.flush();
 }
