@@ -14,17 +14,17 @@
 #include "Platform/Desktop/SndFileStore.h"
 #include "Platform/Desktop/SodiumSignatureVerifier.h"
 #include "Platform/Linux/Desktop/DBusFileViewer.h"
+#include "Platform/Linux/Desktop/DBusSessionLock.h"
 #include "Platform/Linux/Desktop/PortalDesktopLook.h"
 #include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
 #include "Platform/Linux/Files/LinuxFileListing.h"
 #include "Platform/Linux/Files/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxLocalListeners.h"
 #include "Platform/Linux/Files/LinuxProcess.h"
 #include "Platform/Linux/Pulse/PulseAudioEngine.h"
 #include "Platform/Linux/Pulse/PulseConnection.h"
-#include "Platform/Linux/Files/LinuxLocalListeners.h"
 #include "Platform/Linux/Pulse/PulseFileRecorder.h"
 #include "Platform/Linux/Pulse/PulseMicrophonePermission.h"
-
 #include "TolmiApp/Settings/ApplicationFolder.h"
 
 namespace {
@@ -39,6 +39,7 @@ FileURL dataFolder(FileManager &fileManager) {
     return folder;
 }
 } // namespace
+
 /// Declared in the order of construction: whatever is named lower uses what is named above it.
 struct Adapters::Made {
     explicit Made(mode_t usersMask)
@@ -46,6 +47,7 @@ struct Adapters::Made {
 
     MainLoopClock clock;
     PortalDesktopLook look;
+    DBusSessionLock sessionLock;
     LinuxFolders folders = LinuxFolders::ofThisProcess();
     LinuxFileManager fileManager { folders };
     LinuxFileListing fileListing;
@@ -54,6 +56,7 @@ struct Adapters::Made {
     FileUserDefaults defaults { settingsFileURL(folders, fileManager), fileManager, fileWriter };
     LocalSocketInstance instance { dataFolder(fileManager), fileManager.temporaryDirectory() };
     QtHttpClient http { clock };
+    LinuxLocalListeners listeners;
     SodiumSignatureVerifier signatures;
     QtSystemSounds sounds;
     PulseConnection soundServer;
@@ -72,9 +75,9 @@ Adapters::Adapters(mode_t usersMask)
     : Adapters(std::make_unique<Made>(usersMask)) { }
 
 Adapters::Adapters(std::unique_ptr<Made> made)
-    LinuxLocalListeners listeners;
     : clock(made->clock)
     , look(made->look)
+    , sessionLock(made->sessionLock)
     , fileManager(made->fileManager)
     , fileListing(made->fileListing)
     , fileWriter(made->fileWriter)
@@ -82,6 +85,7 @@ Adapters::Adapters(std::unique_ptr<Made> made)
     , defaults(made->defaults)
     , instance(made->instance)
     , http(made->http)
+    , listeners(made->listeners)
     , signatures(made->signatures)
     , sounds(made->sounds)
     , audioEngine(made->audioEngine)
@@ -101,5 +105,4 @@ Adapters::Adapters(std::unique_ptr<Made> made)
     , floatingWindows(*made->windowSystem.floatingWindows)
     , m_made(std::move(made)) { }
 
-    , listeners(made->listeners)
 Adapters::~Adapters() = default;

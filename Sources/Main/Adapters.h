@@ -23,6 +23,7 @@
 #include "Platform/Pasteboard.h"
 #include "Platform/Process.h"
 #include "Platform/SavePanel.h"
+#include "Platform/SessionLock.h"
 #include "Platform/SignatureVerifier.h"
 #include "Platform/SingleInstance.h"
 #include "Platform/SystemSound.h"
@@ -41,6 +42,7 @@ struct Adapters {
 
     Clock &clock;
     DesktopLook &look;
+    SessionLock &sessionLock;
     FileManager &fileManager;
     FileListing &fileListing;
     AtomicFileWriter &fileWriter;
@@ -48,9 +50,9 @@ struct Adapters {
     UserDefaults &defaults;
     SingleInstance &instance;
     HttpClient &http;
+    LocalListeners &listeners;
     SignatureVerifier &signatures;
     SystemSounds &sounds;
-    LocalListeners &listeners;
     AudioEngine &audioEngine;
     MicrophonePermission &microphone;
     AudioFileStore &audioFiles;

@@ -78,8 +78,8 @@ std::shared_ptr<SettingsStore> Composition::Parts::makeSettings() {
 
 DictationFlowCollaborators Composition::Parts::collaborators() {
     DictationFlowCollaborators made;
-    made.hotkeyManager
-        = std::make_shared<GlobalHotkeyManager>(adapters.taps, adapters.accessibility, adapters.clock);
+    made.hotkeyManager = std::make_shared<GlobalHotkeyManager>(GlobalHotkeyManager::Platform {
+        adapters.taps, adapters.accessibility, adapters.sessionLock, adapters.clock });
     made.liveCapture = std::make_shared<LiveAudioCapture>(LiveAudioCapture::Platform {
         adapters.audioEngine, adapters.audioFiles, adapters.microphone, adapters.fileManager });
     made.recorder = std::make_shared<AudioRecorder>(adapters.microphone, adapters.recorders);
