@@ -100,6 +100,7 @@ DictationFlowCollaborators Composition::Parts::collaborators() {
     made.makeRetentionSweeper = [this](FileManager &files) {
         return std::make_shared<AudioRetentionSweeper>(files, adapters.fileListing, adapters.clock);
     };
+    made.removeRecording = [this](const FileURL &url) { adapters.fileListing.removeItem(url); };
     return made;
 }
 

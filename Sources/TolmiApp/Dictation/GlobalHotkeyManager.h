@@ -10,7 +10,8 @@
 class Clock;
 class QThread;
 
-/// Turns the press and release of the right Option (Alt) key, wherever the focus is, into two callbacks.
+/// Turns the press and release of the right Option (Alt) key, wherever the focus is, into two callbacks, and
+/// a key that soon joins the press into a third.
 ///
 /// Main thread only. Held by a std::shared_ptr, since events that are still queued must not keep it alive.
 /// The platform's parts outlive it.
