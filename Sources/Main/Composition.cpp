@@ -134,4 +134,5 @@ bool Composition::start() {
 void Composition::settle() {
     m_parts->adapters.pasteboard.handOver();
     m_parts->adapters.defaults.flush();
+    m_parts->history->waitUntilWritten();
 }
