@@ -4,11 +4,9 @@
 #include "Platform/Desktop/FileUserDefaults.h"
 #include "Platform/Desktop/LocalSocketInstance.h"
 #include "Platform/Desktop/MainLoopClock.h"
-#include "Platform/Desktop/QtAudioPlayers.h"
 #include "Platform/Desktop/QtHttpClient.h"
 #include "Platform/Desktop/QtOpenPanel.h"
 #include "Platform/Desktop/QtSavePanel.h"
-#include "Platform/Desktop/QtSystemSounds.h"
 #include "Platform/Desktop/SndFileStore.h"
 #include "Platform/Desktop/SodiumSignatureVerifier.h"
 #include "Platform/Linux/Desktop/DBusFileViewer.h"
@@ -18,9 +16,11 @@
 #include "Platform/Linux/Files/LinuxFileManager.h"
 #include "Platform/Linux/Files/LinuxProcess.h"
 #include "Platform/Linux/Pulse/PulseAudioEngine.h"
+#include "Platform/Linux/Pulse/PulseAudioPlayers.h"
 #include "Platform/Linux/Pulse/PulseConnection.h"
 #include "Platform/Linux/Pulse/PulseFileRecorder.h"
 #include "Platform/Linux/Pulse/PulseMicrophonePermission.h"
+#include "Platform/Linux/Pulse/PulseSystemSounds.h"
 
 /// Declared in the order of construction: whatever is named lower uses what is named above it.
 struct Adapters::Made {
@@ -38,13 +38,13 @@ struct Adapters::Made {
     LocalSocketInstance instance { fileManager.temporaryDirectory() };
     QtHttpClient http { clock };
     SodiumSignatureVerifier signatures;
-    QtSystemSounds sounds;
     PulseConnection soundServer;
+    PulseSystemSounds sounds { soundServer };
     PulseAudioEngine audioEngine { soundServer };
     PulseMicrophonePermission microphone { soundServer, clock };
     SndFileStore audioFiles;
     PulseFileRecorderFactory recorders { { soundServer, audioFiles } };
-    QtAudioPlayers audioPlayers;
+    PulseAudioPlayers audioPlayers { soundServer };
     DBusFileViewer fileViewer;
     QtOpenPanel openPanel;
     QtSavePanel savePanel;

@@ -2,7 +2,6 @@
 #include "Main/Composition.h"
 #include "Main/UnixSignals.h"
 #include "Main/WindowSystem.h"
-#include "Platform/Desktop/QtAudioPlayers.h"
 #include "TolmiApp/Shell/Views.h"
 
 #include <QApplication>
@@ -31,7 +30,6 @@ int main(int argc, char **argv) {
     // mask.
     const mode_t usersMask = umask(0077);
     WindowSystem::prepareToolkit();
-    QtAudioPlayers::chooseLibrary();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolmi"));
     QApplication::setDesktopFileName(QStringLiteral("tolmi"));
