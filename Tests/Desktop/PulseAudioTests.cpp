@@ -121,10 +121,10 @@ TEST_F(PulseRecorder, StopIsHarmlessAtAnyTime) {
 TEST_F(PulseRecorder, CannotStartWithoutAMicrophoneOrAFolder) {
     server.removeMicrophone();
     const auto recorder = factory.make(url, RecordingSettings {});
-    EXPECT_TRUE(recorder->prepareToRecord());
-    EXPECT_FALSE(recorder->record());
     const FileURL nowhere(folder.filePath(QStringLiteral("missing/a.wav")));
     const auto homeless = factory.make(nowhere, RecordingSettings {});
+    EXPECT_TRUE(recorder->prepareToRecord());
+    EXPECT_FALSE(recorder->record());
     EXPECT_FALSE(homeless->prepareToRecord());
     EXPECT_FALSE(homeless->record());
 }

@@ -89,8 +89,11 @@ private:
     void runAudioRetentionSweep();
     OverlayPanel &overlayPanel();
 
-    std::optional<FileURL> openRecording();
-    void startRecording(const FileURL &url);
+    Task<std::optional<FileURL>> openRecording();
+    Task<> startRecording(FileURL url);
+    Task<bool> startLiveCapture(FileURL url);
+    void endStart();
+    void loseSound();
     void startMetering();
     void stopMetering(bool resetPeak);
     static Task<> meter(
@@ -116,6 +119,10 @@ private:
     /// The file of the capture in progress.
     std::optional<FileURL> m_currentRecordingURL;
     std::optional<ActiveCaptureBackend> m_activeCaptureBackend;
+    /// How many starts wait for the microphone. A key-down meanwhile is refused as during the recording, and
+    /// a key-up ends the recording as soon as it has begun.
+    int m_startsUnderWay = 0;
+    bool m_isStopPending = false;
     /// Highest raw level of this capture.
     double m_peakRecordingLevel = 0;
     std::shared_ptr<MeteringTask> m_meteringTask;

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace {
 /// Two digits behind a point, whatever the locale.
@@ -29,7 +30,8 @@ void logSlowStart(double seconds) {
 } // namespace
 
 Task<> DictationFlowManager::startDictation() {
-    if (state() != DictationState::Kind::Idle && state() != DictationState::Kind::Done)
+    const bool isFree = state() == DictationState::Kind::Idle || state() == DictationState::Kind::Done;
+    if (!isFree || m_startsUnderWay > 0)
         co_return;
     const auto self = shared_from_this();
     const Date keyDown = m_platform.clock.now();
@@ -39,7 +41,9 @@ Task<> DictationFlowManager::startDictation() {
         co_return;
     }
     m_collaborators.liveCapture->warmupIfAuthorized();
-    const std::optional<FileURL> url = openRecording();
+    ++m_startsUnderWay;
+    const std::optional<FileURL> url = co_await openRecording();
+    endStart();
     if (!url)
         co_return;
     m_currentRecordingURL = url;
@@ -51,33 +55,60 @@ Task<> DictationFlowManager::startDictation() {
     logSlowStart(m_platform.clock.now() - keyDown);
 }
 
+/// What came while the start waited for the microphone comes true in a later turn, after the recording.
+void DictationFlowManager::endStart() {
+    if (--m_startsUnderWay > 0 || !std::exchange(m_isStopPending, false))
+        return;
+    startingTask (&DictationFlowManager::stopAndProcess)();
+}
+
 /// The new file with a capture that writes to it; absent when the flow has failed instead.
-std::optional<FileURL> DictationFlowManager::openRecording() {
+Task<std::optional<FileURL>> DictationFlowManager::openRecording() {
     try {
         const FileURL url = m_audioCacheStore.makeRecordingURL();
-        startRecording(url);
-        return url;
+        co_await startRecording(url);
+        co_return url;
     } catch (const AudioRecorderError &) {
         fail(L10n::text(L10n::Key::stateRecordingStartFailed, m_settings->uiLanguage()));
     } catch (const std::exception &error) {
         fail(localizedDescription(error));
     }
-    return std::nullopt;
+    co_return std::nullopt;
 }
 
 /// Throws what keeps the second of the two back ends from starting.
-void DictationFlowManager::startRecording(const FileURL &url) {
+Task<> DictationFlowManager::startRecording(FileURL url) {
+    const bool isLive = co_await startLiveCapture(url);
+    if (!isLive)
+        m_collaborators.recorder->startRecording(url);
+    m_activeCaptureBackend
+        = isLive ? ActiveCaptureBackend::LivePreRoll : ActiveCaptureBackend::LegacyRecorder;
+}
+
+/// Whether the live capture records.
+Task<bool> DictationFlowManager::startLiveCapture(FileURL url) {
     try {
+        co_await m_collaborators.liveCapture->prepareToRecord();
         m_collaborators.liveCapture->startRecording(url);
-        m_activeCaptureBackend = ActiveCaptureBackend::LivePreRoll;
-        return;
+        co_return true;
     } catch (const std::exception &error) {
         logLine(
             QStringLiteral("Tolmi: Live pre-roll capture failed, falling back to AVAudioRecorder. Error: ")
             + localizedDescription(error));
     }
-    m_collaborators.recorder->startRecording(url);
-    m_activeCaptureBackend = ActiveCaptureBackend::LegacyRecorder;
+    co_return false;
+}
+
+/// The microphone has gone and does not come back. Half a sentence must not be pasted as a whole one; its
+/// file stays among the kept recordings.
+void DictationFlowManager::loseSound() {
+    if (state() != DictationState::Kind::Recording
+        || m_activeCaptureBackend != ActiveCaptureBackend::LivePreRoll)
+        return;
+    stopActiveCapture();
+    m_currentRecordingURL = std::nullopt;
+    m_activeCaptureBackend = std::nullopt;
+    fail(L10n::text(L10n::Phrase::recordingSoundLost, m_settings->uiLanguage()));
 }
 
 void DictationFlowManager::startMetering() {
