@@ -45,7 +45,7 @@ void measureIdle(PulseConnection &connection) {
     MainLoopClock clock;
     PulseMicrophonePermission permission(connection, clock);
     LinuxFileManager fileManager({ QDir::homePath(), {}, {}, QDir::tempPath() });
-    LiveAudioCapture capture({ engine, audioFiles, permission, fileManager });
+    LiveAudioCapture capture({ engine, audioFiles, permission, fileManager, clock });
     capture.warmupIfAuthorized();
     while (!engine.isRunning())
         std::this_thread::sleep_for(std::chrono::milliseconds(1));

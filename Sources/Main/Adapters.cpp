@@ -6,11 +6,9 @@
 #include "Platform/Desktop/FileUserDefaults.h"
 #include "Platform/Desktop/LocalSocketInstance.h"
 #include "Platform/Desktop/MainLoopClock.h"
-#include "Platform/Desktop/QtAudioPlayers.h"
 #include "Platform/Desktop/QtHttpClient.h"
 #include "Platform/Desktop/QtOpenPanel.h"
 #include "Platform/Desktop/QtSavePanel.h"
-#include "Platform/Desktop/QtSystemSounds.h"
 #include "Platform/Desktop/SndFileStore.h"
 #include "Platform/Desktop/SodiumSignatureVerifier.h"
 #include "Platform/Linux/Desktop/DBusFileViewer.h"
@@ -22,9 +20,11 @@
 #include "Platform/Linux/Files/LinuxLocalListeners.h"
 #include "Platform/Linux/Files/LinuxProcess.h"
 #include "Platform/Linux/Pulse/PulseAudioEngine.h"
+#include "Platform/Linux/Pulse/PulseAudioPlayers.h"
 #include "Platform/Linux/Pulse/PulseConnection.h"
 #include "Platform/Linux/Pulse/PulseFileRecorder.h"
 #include "Platform/Linux/Pulse/PulseMicrophonePermission.h"
+#include "Platform/Linux/Pulse/PulseSystemSounds.h"
 #include "TolmiApp/Settings/ApplicationFolder.h"
 
 namespace {
@@ -58,13 +58,13 @@ struct Adapters::Made {
     QtHttpClient http { clock };
     LinuxLocalListeners listeners;
     SodiumSignatureVerifier signatures;
-    QtSystemSounds sounds;
     PulseConnection soundServer;
+    PulseSystemSounds sounds { soundServer };
     PulseAudioEngine audioEngine { soundServer };
     PulseMicrophonePermission microphone { soundServer, clock };
     SndFileStore audioFiles;
     PulseFileRecorderFactory recorders { { soundServer, audioFiles } };
-    QtAudioPlayers audioPlayers;
+    PulseAudioPlayers audioPlayers { soundServer };
     DBusFileViewer fileViewer;
     QtOpenPanel openPanel;
     QtSavePanel savePanel;

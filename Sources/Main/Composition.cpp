@@ -80,8 +80,8 @@ DictationFlowCollaborators Composition::Parts::collaborators() {
     DictationFlowCollaborators made;
     made.hotkeyManager = std::make_shared<GlobalHotkeyManager>(GlobalHotkeyManager::Platform {
         adapters.taps, adapters.accessibility, adapters.sessionLock, adapters.clock });
-    made.liveCapture = std::make_shared<LiveAudioCapture>(LiveAudioCapture::Platform {
-        adapters.audioEngine, adapters.audioFiles, adapters.microphone, adapters.fileManager });
+    made.liveCapture = std::make_shared<LiveAudioCapture>(LiveAudioCapture::Platform { adapters.audioEngine,
+        adapters.audioFiles, adapters.microphone, adapters.fileManager, adapters.clock });
     made.recorder = std::make_shared<AudioRecorder>(adapters.microphone, adapters.recorders);
     made.adaptiveTranscriptionService = std::make_shared<AdaptiveTranscriptionService>(
         AdaptiveTranscriptionService::Options { .fileManager = adapters.fileManager,

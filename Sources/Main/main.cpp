@@ -2,7 +2,6 @@
 #include "Main/Composition.h"
 #include "Main/UnixSignals.h"
 #include "Main/WindowSystem.h"
-#include "Platform/Desktop/QtAudioPlayers.h"
 #include "TolmiApp/Shell/Views.h"
 
 #include <QApplication>
@@ -34,7 +33,6 @@ int main(int argc, char **argv) {
     // mask.
     const mode_t usersMask = umask(0077);
     WindowSystem::prepareToolkit();
-    QtAudioPlayers::chooseLibrary();
     // The first window would wait for the disk otherwise, and the few shaders are compiled soon.
     QApplication::setAttribute(Qt::AA_DisableShaderDiskCache);
     QApplication application(argc, argv);

@@ -22,7 +22,7 @@ public:
     /// Gets everything ready; false when it cannot.
     virtual bool prepareToRecord() = 0;
 
-    /// Starts; false when it cannot.
+    /// Starts, within half a second; false when it cannot.
     virtual bool record() = 0;
 
     /// Ends the recording and closes the file.
@@ -37,7 +37,8 @@ class AudioFileRecorderFactory {
 public:
     virtual ~AudioFileRecorderFactory() = default;
 
-    /// A recorder that will write to `url`. Throws SystemError.
+    /// A recorder that will write to `url`. Throws SystemError, at once also where the microphone has just
+    /// been found to give nothing: nobody waits for the same thing twice.
     virtual std::unique_ptr<AudioFileRecorder> make(const FileURL &url, const RecordingSettings &settings)
         = 0;
 };

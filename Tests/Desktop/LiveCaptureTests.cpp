@@ -97,7 +97,7 @@ protected:
     VirtualClock clock;
     PulseMicrophonePermission permission { connection, clock };
     LinuxFileManager fileManager { { QDir::homePath(), {}, {}, folder.path() } };
-    LiveAudioCapture capture { { engine, audioFiles, permission, fileManager } };
+    LiveAudioCapture capture { { engine, audioFiles, permission, fileManager, clock } };
 
     std::function<float()> speaking() {
         return [this] { return NumberedSound::sample(++nextNumber); };

@@ -1,5 +1,5 @@
 #include "Loudness.h"
-#include "Platform/Desktop/QtSystemSounds.h"
+#include "Platform/Linux/Pulse/PulseSystemSounds.h"
 #include "Recipes.h"
 #include "WaveFile.h"
 
@@ -91,8 +91,9 @@ TEST(SystemSoundFiles, AreWhatTheSynthesiserMakes) {
         EXPECT_TRUE(fileContent(recipe.name).toStdString() == waveFile(cook(recipe))) << recipe.name;
 }
 
-TEST(QtSystemSounds, KnowsThemByTheirExactNames) {
-    QtSystemSounds sounds;
+TEST(PulseSystemSounds, KnowsThemByTheirExactNames) {
+    PulseConnection connection;
+    PulseSystemSounds sounds(connection);
     for (const Recipe &recipe : recipes())
         EXPECT_TRUE(sounds.named(QString::fromStdString(recipe.name))) << recipe.name;
     for (const char *unknown : { "", "ping", "Trumpet", "../Sounds/Ping", "Ping.wav" })

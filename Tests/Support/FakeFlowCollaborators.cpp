@@ -44,6 +44,11 @@ bool FakeHotkeyManager::checkAccessibility() {
     return isTrusted;
 }
 
+Task<> FakeLiveCapture::prepareToRecord() {
+    if (preparation)
+        co_await preparation->call();
+}
+
 void FakeLiveCapture::startRecording(const FileURL &url) {
     m_journal.add(QStringLiteral("live.start"));
     startCapture(startFailures, startedURLs, url);
@@ -158,6 +163,8 @@ DictationFlowCollaborators FakeFlowCollaborators::asCollaborators() {
 }
 
 void FakeFlowCollaborators::abandonWaiting() {
+    if (live->preparation)
+        live->preparation->abandonWaiting();
     recorder->permission.abandonWaiting();
     transcriber->outcomes.abandonWaiting();
     ollama->texts.abandonWaiting();

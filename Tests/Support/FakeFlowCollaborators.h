@@ -49,12 +49,15 @@ public:
     explicit FakeLiveCapture(FlowJournal &journal)
         : m_journal(journal) { }
 
+    /// How the microphone is readied; empty, it is at once.
+    std::optional<ScriptedOperation<bool>> preparation;
     StartFailures startFailures;
     double level = 0;
     double preRollPeak = 0;
     std::vector<FileURL> startedURLs;
 
     void warmupIfAuthorized() override { m_journal.add(QStringLiteral("live.warmup")); }
+    Task<> prepareToRecord() override;
     void startRecording(const FileURL &url) override;
     void stopRecording() override { m_journal.add(QStringLiteral("live.stop")); }
     double currentLevel() override { return level; }

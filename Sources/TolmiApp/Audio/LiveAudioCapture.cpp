@@ -1,6 +1,7 @@
 #include "TolmiApp/Audio/LiveAudioCapture.h"
 
 #include "Foundation/Log.h"
+#include "Foundation/QueuedWork.h"
 #include "TolmiApp/Audio/AudioMeterMath.h"
 
 #include <algorithm>
@@ -37,19 +38,52 @@ SharedBuffer copy(const AudioBuffer &buffer) {
     }
 }
 
+double seconds(const AudioBuffer &buffer) {
+    return double(buffer.frameLength) / buffer.format.sampleRate;
+}
+
 void ensureEngineRunning(AudioEngine &engine) {
     if (!engine.isRunning())
         engine.start();
 }
+
+/// In seconds: how often a recording looks whether its engine runs, how long it goes without sound before it
+/// says so, and how much silence it writes at most, should the clock be set meanwhile.
+constexpr double betweenLooks = 0.25;
+constexpr double patience = 3.0;
+constexpr double longestGap = 4.0;
 } // namespace
+
+/// One attempt to start the engine, for everybody who needs it.
+struct LiveAudioCapture::EngineStart {
+    std::atomic<bool> hasEnded = false;
+    /// Touched on the engine's queue.
+    std::exception_ptr failure;
+
+    void run(AudioEngine &engine) {
+        try {
+            ensureEngineRunning(engine);
+        } catch (const std::exception &) {
+            failure = std::current_exception();
+        }
+        hasEnded = true;
+    }
+};
+
+/// A look now and then whether a recording still gets sound.
+struct LiveAudioCapture::Watch {
+    Date begin;
+    /// When the latest sound came before the engine was seen without its source.
+    std::optional<Date> lostSince;
+};
 
 /// What the processing queue owns: nothing else touches it after construction.
 struct LiveAudioCapture::Recording {
     explicit Recording(qint64 frames)
         : maxPreRollFrames(frames) { }
 
-    void process(const SharedBuffer &buffer);
-    void begin(std::unique_ptr<AudioFileWriter> file);
+    void process(const SharedBuffer &buffer, Date received);
+    void begin(std::unique_ptr<AudioFileWriter> file, Date now);
     void end();
 
     const qint64 maxPreRollFrames;
@@ -61,18 +95,25 @@ struct LiveAudioCapture::Recording {
     double latestLevel = 0.0;
     /// The highest level since the capture was made, never reset.
     double latestPreRollPeak = 0.0;
+    /// The engine has lost its source: there is a time without sound before the next buffer.
+    bool isInGap = false;
 
 private:
     void appendToPreRoll(const SharedBuffer &buffer);
-    void writeLive(const AudioBuffer &buffer);
+    void writeLive(const AudioBuffer &buffer, Date received);
+    void fillGap(const AudioFormat &format, Date end);
+    void write(const AudioBuffer &buffer);
     double level(const AudioBuffer &buffer) const;
+
+    /// The instant up to which the file has sound.
+    Date m_recordedUntil {};
 };
 
-void LiveAudioCapture::Recording::process(const SharedBuffer &buffer) {
+void LiveAudioCapture::Recording::process(const SharedBuffer &buffer, Date received) {
     latestLevel = level(*buffer);
     latestPreRollPeak = std::max(latestPreRollPeak, latestLevel);
     appendToPreRoll(buffer);
-    writeLive(*buffer);
+    writeLive(*buffer, received);
 }
 
 void LiveAudioCapture::Recording::appendToPreRoll(const SharedBuffer &buffer) {
@@ -84,9 +125,28 @@ void LiveAudioCapture::Recording::appendToPreRoll(const SharedBuffer &buffer) {
     }
 }
 
-void LiveAudioCapture::Recording::writeLive(const AudioBuffer &buffer) {
+void LiveAudioCapture::Recording::writeLive(const AudioBuffer &buffer, Date received) {
     if (!isRecording || !outputFile)
         return;
+    if (isInGap)
+        fillGap(buffer.format, received + -seconds(buffer));
+    isInGap = false;
+    write(buffer);
+}
+
+/// Writes silence for what was not heard before `end`, so that the file is as long as the recording was.
+void LiveAudioCapture::Recording::fillGap(const AudioFormat &format, Date end) {
+    const double missing = std::min(end - m_recordedUntil, longestGap);
+    if (missing <= 0)
+        return;
+    const qint64 frames = std::llround(format.sampleRate * missing);
+    const std::vector<float> silence(size_t(frames), 0.0F);
+    write({ format, std::vector<std::vector<float>>(size_t(format.channelCount), silence), frames });
+    m_recordedUntil = end;
+}
+
+void LiveAudioCapture::Recording::write(const AudioBuffer &buffer) {
+    m_recordedUntil = m_recordedUntil + seconds(buffer);
     try {
         outputFile->write(buffer);
     } catch (const std::exception &) {
@@ -108,9 +168,11 @@ double LiveAudioCapture::Recording::level(const AudioBuffer &buffer) const {
     return AudioMeterMath::normalizedLevel(decibels);
 }
 
-void LiveAudioCapture::Recording::begin(std::unique_ptr<AudioFileWriter> file) {
+void LiveAudioCapture::Recording::begin(std::unique_ptr<AudioFileWriter> file, Date now) {
     outputFile = std::move(file);
     isRecording = true;
+    isInGap = false;
+    m_recordedUntil = now;
     try {
         for (const SharedBuffer &buffer : preRollBuffers)
             outputFile->write(*buffer);
@@ -141,14 +203,17 @@ void LiveAudioCapture::enqueue(const AudioBuffer &buffer) {
     SharedBuffer ownCopy = copy(buffer);
     if (!ownCopy)
         return;
+    const Date now = m_platform.clock.now();
+    m_lastSound = now.secondsSinceReferenceDate;
     const std::weak_ptr<Recording> weakRecording = m_recording;
-    m_processingQueue.async([weakRecording, ownCopy = std::move(ownCopy)] {
+    m_processingQueue.async([weakRecording, now, ownCopy = std::move(ownCopy)] {
         if (const auto recording = weakRecording.lock())
-            recording->process(ownCopy);
+            recording->process(ownCopy, now);
     });
 }
 
 LiveAudioCapture::~LiveAudioCapture() {
+    m_watch = nullptr;
     m_engineQueue.sync([this] {
         m_platform.engine.removeTap();
         m_platform.engine.stop();
@@ -160,26 +225,78 @@ LiveAudioCapture::~LiveAudioCapture() {
 void LiveAudioCapture::warmupIfAuthorized() {
     if (m_platform.permission.status() != AuthorizationStatus::Authorized)
         return;
+    // Nobody waits for a warm engine; a recording that needs it tries again and reports.
+    startEngine();
+}
+
+/// A start that is under way, or a new one, in the background.
+std::shared_ptr<const LiveAudioCapture::EngineStart> LiveAudioCapture::startEngine() {
+    if (m_engineStart && !m_engineStart->hasEnded)
+        return m_engineStart;
+    m_engineStart = std::make_shared<EngineStart>();
     const std::weak_ptr<Recording> weakRecording = m_recording;
-    m_engineQueue.async([&engine = m_platform.engine, weakRecording] {
-        if (weakRecording.expired())
-            return;
-        try {
-            ensureEngineRunning(engine);
-        } catch (const std::exception &) {
-            // Nobody waits for a warm engine; a recording that needs it tries again and reports.
-        }
+    m_engineQueue.async([&engine = m_platform.engine, weakRecording, start = m_engineStart] {
+        if (!weakRecording.expired())
+            start->run(engine);
     });
+    return m_engineStart;
+}
+
+Task<> LiveAudioCapture::prepareToRecord() {
+    if (m_platform.engine.isRunning())
+        co_return;
+    // The queue comes to this once the start has ended.
+    const auto rethrow = [start = startEngine()] {
+        if (start->failure)
+            std::rethrow_exception(start->failure);
+    };
+    co_await runOn(m_engineQueue, m_platform.clock, rethrow);
 }
 
 void LiveAudioCapture::startRecording(const FileURL &url) {
-    m_engineQueue.sync([this] { ensureEngineRunning(m_platform.engine); });
+    if (!m_platform.engine.isRunning())
+        m_engineQueue.sync([this] { ensureEngineRunning(m_platform.engine); });
     m_platform.fileManager.createDirectory(url.deletingLastPathComponent());
     auto file = m_platform.audioFiles.create(url, m_platform.engine.inputFormat());
-    m_processingQueue.sync([this, &file] { m_recording->begin(std::move(file)); });
+    const Date now = m_platform.clock.now();
+    m_processingQueue.sync([this, &file, now] { m_recording->begin(std::move(file), now); });
+    m_watch = std::make_shared<Watch>(Watch { now, std::nullopt });
+    launch(keepWatch(this, m_watch));
+}
+
+Task<> LiveAudioCapture::keepWatch(LiveAudioCapture *capture, std::weak_ptr<Watch> weakWatch) {
+    for (Clock &clock = capture->m_platform.clock;;) {
+        co_await sleep(clock, betweenLooks);
+        const auto watch = weakWatch.lock();
+        // The capture may have gone with its watch.
+        if (!watch)
+            co_return;
+        capture->look(*watch);
+    }
+}
+
+void LiveAudioCapture::look(Watch &watch) {
+    if (m_platform.engine.isRunning()) {
+        watch.lostSince = std::nullopt;
+        return;
+    }
+    if (!watch.lostSince)
+        watch.lostSince = std::max(watch.begin, Date { m_lastSound });
+    const std::weak_ptr<Recording> weakRecording = m_recording;
+    m_processingQueue.async([weakRecording] {
+        if (const auto recording = weakRecording.lock())
+            recording->isInGap = true;
+    });
+    startEngine();
+    if (m_platform.clock.now() - *watch.lostSince < patience)
+        return;
+    watch.lostSince = std::nullopt;
+    if (onSoundLost)
+        onSoundLost();
 }
 
 void LiveAudioCapture::stopRecording() {
+    m_watch = nullptr;
     m_processingQueue.sync([this] { m_recording->end(); });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Clock.h"
 #include "Foundation/SerialQueue.h"
 #include "Platform/AudioEngine.h"
 #include "Platform/AudioFileStore.h"
@@ -7,6 +8,7 @@
 #include "Platform/MicrophonePermission.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 
+#include <atomic>
 #include <memory>
 
 /// Capture that loses no first syllable: the engine runs all the time, the latest sound is kept in memory,
@@ -23,6 +25,7 @@ public:
         AudioFileStore &audioFiles;
         MicrophonePermission &permission;
         FileManager &fileManager;
+        Clock &clock;
     };
 
     /// Installs the tap at once and leaves the engine stopped. `preRollSeconds` is how much sound from before
@@ -36,9 +39,14 @@ public:
     /// A failure of the start is ignored: the next recording tries again.
     void warmupIfAuthorized() override;
 
-    /// Starts the engine if it does not run, creates the file with its folder, and writes the sound from
-    /// before the call, then what comes. A recording under way ends. Blocks until the earlier sound is
-    /// written.
+    /// Does not suspend while the engine runs. One start of the engine serves everybody who asks for it
+    /// meanwhile, so that nobody waits for two.
+    Task<> prepareToRecord() override;
+
+    /// Starts the engine if it does not run, which blocks, creates the file with its folder, and writes the
+    /// sound from before the call, then what comes. A recording under way ends. Blocks until the earlier
+    /// sound is written. While it records, an engine that has lost its source is started again and again, and
+    /// the time without sound is silence in the file.
     void startRecording(const FileURL &url) override;
 
     /// Closes the file; the engine keeps running. Harmless when nothing is recorded.
@@ -49,6 +57,12 @@ public:
 
 private:
     struct Recording;
+    struct EngineStart;
+    struct Watch;
+
+    std::shared_ptr<const EngineStart> startEngine();
+    static Task<> keepWatch(LiveAudioCapture *capture, std::weak_ptr<Watch> weakWatch);
+    void look(Watch &watch);
 
     /// Runs on the audio thread, which must never wait for a file or for the processing: it copies the buffer
     /// and hands the copy on, nothing else.
@@ -57,6 +71,12 @@ private:
     Platform m_platform;
     /// Shared only so that work which still waits on a queue can tell that the capture has gone.
     std::shared_ptr<Recording> m_recording;
+    /// The latest.
+    std::shared_ptr<EngineStart> m_engineStart;
+    /// Present while a recording runs.
+    std::shared_ptr<Watch> m_watch;
+    /// When the latest sound came, in seconds since the reference date.
+    std::atomic<double> m_lastSound = 0;
     SerialQueue m_engineQueue;
     SerialQueue m_processingQueue;
 };

@@ -43,8 +43,13 @@ class LiveCapture {
 public:
     virtual ~LiveCapture() = default;
 
+    /// Called on the main thread when a recording has been without any sound for three seconds; it goes on.
+    std::function<void()> onSoundLost;
+
     /// Starts the engine in the background if the microphone may be used.
     virtual void warmupIfAuthorized() = 0;
+    /// Suspends until sound arrives, two seconds at most. Throws what keeps it from arriving.
+    virtual Task<> prepareToRecord() = 0;
     /// Throws what keeps the recording from starting.
     virtual void startRecording(const FileURL &url) = 0;
     virtual void stopRecording() = 0;

@@ -74,6 +74,10 @@ void DictationFlowManager::setup() {
     m_collaborators.hotkeyManager->onKeyDown = startingTask(&DictationFlowManager::startDictation);
     m_collaborators.hotkeyManager->onKeyUp = startingTask(&DictationFlowManager::stopAndProcess);
     m_collaborators.hotkeyManager->onChord = discardingRecording();
+    m_collaborators.liveCapture->onSoundLost = [weakManager = weak_from_this()] {
+        if (const auto manager = weakManager.lock())
+            manager->loseSound();
+    };
     refreshAccessibilityAndHotkeyState();
     configureRefiner();
     m_collaborators.liveCapture->warmupIfAuthorized();

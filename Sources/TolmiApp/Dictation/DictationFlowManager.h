@@ -104,8 +104,11 @@ private:
     OverlayPanel &overlayPanel();
 
     void removeRecording(const FileURL &url);
-    std::optional<FileURL> openRecording();
-    void startRecording(const FileURL &url);
+    Task<std::optional<FileURL>> openRecording(std::shared_ptr<const RequestedRecording> recording);
+    Task<> startRecording(FileURL url);
+    Task<bool> startLiveCapture(FileURL url);
+    void endStart();
+    void loseSound();
     void startMetering();
     void stopMetering(bool resetPeak);
     static Task<> meter(
@@ -135,6 +138,10 @@ private:
     std::shared_ptr<RequestedRecording> m_requestedRecording;
     /// How many recordings were discarded while they ran.
     int m_discardCount = 0;
+    /// How many starts wait for the microphone. A key-down meanwhile is refused as during the recording, and
+    /// a key-up ends the recording as soon as it has begun.
+    int m_startsUnderWay = 0;
+    bool m_isStopPending = false;
     /// Highest raw level of this capture.
     double m_peakRecordingLevel = 0;
     std::shared_ptr<MeteringTask> m_meteringTask;

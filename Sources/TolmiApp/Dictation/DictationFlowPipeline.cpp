@@ -22,6 +22,9 @@ Task<std::optional<QString>> tryRefine(std::shared_ptr<TextRefiner> refiner, QSt
 } // namespace
 
 Task<> DictationFlowManager::stopAndProcess() {
+    m_isStopPending = m_startsUnderWay > 0;
+    if (m_isStopPending)
+        co_return;
     if (state() != DictationState::Kind::Recording || !m_currentRecordingURL)
         co_return;
     const auto self = shared_from_this();

@@ -31,7 +31,8 @@ void logSlowStart(double seconds) {
 
 Task<> DictationFlowManager::startDictation() {
     m_requestedRecording = nullptr;
-    if (state() != DictationState::Kind::Idle && state() != DictationState::Kind::Done)
+    const bool isFree = state() == DictationState::Kind::Idle || state() == DictationState::Kind::Done;
+    if (!isFree || m_startsUnderWay > 0)
         co_return;
     const auto self = shared_from_this();
     const auto recording = std::make_shared<RequestedRecording>();
@@ -45,9 +46,17 @@ Task<> DictationFlowManager::startDictation() {
         co_return;
     }
     m_collaborators.liveCapture->warmupIfAuthorized();
-    const std::optional<FileURL> url = openRecording();
+    ++m_startsUnderWay;
+    const std::optional<FileURL> url = co_await openRecording(recording);
+    endStart();
     if (!url)
         co_return;
+    if (recording->isDiscarded) {
+        stopActiveCapture();
+        m_activeCaptureBackend = std::nullopt;
+        removeRecording(*url);
+        co_return;
+    }
     m_currentRecordingURL = url;
     recording->url = url;
     recording->backend = m_activeCaptureBackend;
@@ -87,33 +96,65 @@ void DictationFlowManager::removeRecording(const FileURL &url) {
     });
 }
 
-/// The new file with a capture that writes to it; absent when the flow has failed instead.
-std::optional<FileURL> DictationFlowManager::openRecording() {
+/// What came while the start waited for the microphone comes true in a later turn, after the recording.
+void DictationFlowManager::endStart() {
+    if (--m_startsUnderWay > 0 || !std::exchange(m_isStopPending, false))
+        return;
+    startingTask (&DictationFlowManager::stopAndProcess)();
+}
+
+/// The new file with a capture that writes to it; absent when that failed, which the flow tells unless the
+/// recording was discarded meanwhile.
+Task<std::optional<FileURL>> DictationFlowManager::openRecording(
+    std::shared_ptr<const RequestedRecording> recording) {
+    QString message;
     try {
         const FileURL url = m_audioCacheStore.makeRecordingURL();
-        startRecording(url);
-        return url;
+        co_await startRecording(url);
+        co_return url;
     } catch (const AudioRecorderError &) {
-        fail(L10n::text(L10n::Key::stateRecordingStartFailed, m_settings->uiLanguage()));
+        message = L10n::text(L10n::Key::stateRecordingStartFailed, m_settings->uiLanguage());
     } catch (const std::exception &error) {
-        fail(localizedDescription(error));
+        message = localizedDescription(error);
     }
-    return std::nullopt;
+    if (!recording->isDiscarded)
+        fail(message);
+    co_return std::nullopt;
 }
 
 /// Throws what keeps the second of the two back ends from starting.
-void DictationFlowManager::startRecording(const FileURL &url) {
+Task<> DictationFlowManager::startRecording(FileURL url) {
+    const bool isLive = co_await startLiveCapture(url);
+    if (!isLive)
+        m_collaborators.recorder->startRecording(url);
+    m_activeCaptureBackend
+        = isLive ? ActiveCaptureBackend::LivePreRoll : ActiveCaptureBackend::LegacyRecorder;
+}
+
+/// Whether the live capture records.
+Task<bool> DictationFlowManager::startLiveCapture(FileURL url) {
     try {
+        co_await m_collaborators.liveCapture->prepareToRecord();
         m_collaborators.liveCapture->startRecording(url);
-        m_activeCaptureBackend = ActiveCaptureBackend::LivePreRoll;
-        return;
+        co_return true;
     } catch (const std::exception &error) {
         logLine(
             QStringLiteral("Tolmi: Live pre-roll capture failed, falling back to AVAudioRecorder. Error: ")
             + localizedDescription(error));
     }
-    m_collaborators.recorder->startRecording(url);
-    m_activeCaptureBackend = ActiveCaptureBackend::LegacyRecorder;
+    co_return false;
+}
+
+/// The microphone has gone and does not come back. Half a sentence must not be pasted as a whole one; its
+/// file stays among the kept recordings.
+void DictationFlowManager::loseSound() {
+    if (state() != DictationState::Kind::Recording
+        || m_activeCaptureBackend != ActiveCaptureBackend::LivePreRoll)
+        return;
+    stopActiveCapture();
+    m_currentRecordingURL = std::nullopt;
+    m_activeCaptureBackend = std::nullopt;
+    fail(L10n::text(L10n::Phrase::recordingSoundLost, m_settings->uiLanguage()));
 }
 
 void DictationFlowManager::startMetering() {

@@ -4,6 +4,8 @@
 #include "Support/FakeAudioFileStore.h"
 #include "Support/FakeFileManager.h"
 #include "Support/FakeMicrophonePermission.h"
+#include "Support/UntilTrue.h"
+#include "Support/VirtualClock.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +24,8 @@ protected:
     void makeCapture(double preRollSeconds = 0.4) {
         capture = nullptr;
         capture = std::make_unique<LiveAudioCapture>(
-            LiveAudioCapture::Platform { engine, audioFiles, permission, fileManager }, preRollSeconds);
+            LiveAudioCapture::Platform { engine, audioFiles, permission, fileManager, clock },
+            preRollSeconds);
     }
 
     /// A running engine without a recording.
@@ -59,6 +62,18 @@ protected:
             ASSERT_EQ(samples[index], float(first) + float(index)) << "at " << index;
     }
 
+    /// Readies the capture; what becomes of it stands in `isReady` and `failure`.
+    void follow(bool &isReady) {
+        launch([](LiveAudioCaptureTest &test, bool &isReady) -> Task<> {
+            try {
+                co_await test.capture->prepareToRecord();
+                isReady = true;
+            } catch (const SystemError &error) {
+                test.failure = error.errorDescription();
+            }
+        }(*this, isReady));
+    }
+
     /// The error that starting a recording throws.
     QString startError() {
         try {
@@ -71,10 +86,12 @@ protected:
 
     const FileURL url { QStringLiteral("/cache/audio/recording.wav") };
     int nextSample = 0;
+    QString failure;
     FakeAudioEngine engine;
     FakeAudioFileStore audioFiles;
     FakeMicrophonePermission permission;
     FakeFileManager fileManager;
+    VirtualClock clock;
     std::unique_ptr<LiveAudioCapture> capture;
 };
 } // namespace
@@ -422,6 +439,75 @@ TEST_F(LiveAudioCaptureTest, ThePeakIsNeverReset) {
     EXPECT_NEAR(capture->currentPreRollPeak(), 0.6, 1e-5);
     feedConstant(1.0F);
     EXPECT_EQ(capture->currentPreRollPeak(), 1.0);
+}
+
+TEST_F(LiveAudioCaptureTest, ARunningEngineIsReadyWithoutASuspension) {
+    makeIdleCapture();
+    bool isReady = false;
+    follow(isReady);
+    EXPECT_TRUE(isReady);
+    EXPECT_EQ(engine.calls, (Calls { "installTap", "start" }));
+}
+
+TEST_F(LiveAudioCaptureTest, WhoeverWaitsForAnEngineSharesItsStartAndHearsWhatWentWrong) {
+    engine.startFailures = { SystemError(QStringLiteral("no sound")) };
+    std::promise<void> mayStart;
+    engine.onStart = [&] { mayStart.get_future().wait(); };
+    makeCapture();
+    capture->warmupIfAuthorized();
+    bool isReady = false;
+    follow(isReady);
+    EXPECT_FALSE(isReady) << "the main thread is free meanwhile";
+    EXPECT_EQ(failure, QString());
+    mayStart.set_value();
+    EXPECT_TRUE(untilTrue([this] {
+        clock.runPosted();
+        return !failure.isEmpty();
+    }));
+    EXPECT_EQ(failure, "no sound");
+    EXPECT_EQ(engine.calls, (Calls { "installTap", "start" }));
+    engine.onStart = nullptr;
+    follow(isReady);
+    EXPECT_TRUE(untilTrue([&] {
+        clock.runPosted();
+        return isReady;
+    }));
+}
+
+TEST_F(LiveAudioCaptureTest, AnEngineLostWhileRecordingIsStartedAgainAndTheGapIsSilence) {
+    makeCapture();
+    capture->startRecording(url);
+    feedCounting(10);
+    clock.shift(10 * 1024 / 48000.0);
+    engine.loseSource();
+    clock.advance(0.03);
+    EXPECT_FALSE(engine.isRunning());
+    clock.advance(0.22);
+    ASSERT_TRUE(untilTrue([this] { return engine.isRunning(); }));
+    clock.shift(0.75);
+    feedCounting(2);
+    ASSERT_EQ(written().size(), 10U * 1024 + 48000 + 1024);
+    EXPECT_EQ(written()[10 * 1024 - 1], float(10 * 1024 - 1));
+    EXPECT_EQ(written()[10 * 1024], 0.0F);
+    EXPECT_EQ(written()[10 * 1024 + 48000 - 1024 - 1], 0.0F);
+    EXPECT_EQ(written()[10 * 1024 + 48000 - 1024], float(10 * 1024));
+}
+
+TEST_F(LiveAudioCaptureTest, ASoundThatDoesNotComeBackIsToldAfterThreeSecondsOfRecordingOnly) {
+    makeCapture();
+    int lossCount = 0;
+    capture->onSoundLost = [&lossCount] { ++lossCount; };
+    capture->startRecording(url);
+    feedCounting(1);
+    engine.startFailures.assign(100, SystemError(QStringLiteral("no sound")));
+    engine.loseSource();
+    clock.advance(2.99);
+    EXPECT_EQ(lossCount, 0);
+    clock.advance(0.01);
+    EXPECT_EQ(lossCount, 1);
+    capture->stopRecording();
+    clock.advance(10);
+    EXPECT_EQ(lossCount, 1);
 }
 
 TEST_F(LiveAudioCaptureTest, NoBufferIsLostOrDoubledWhereAStartMeetsARunningMicrophone) {

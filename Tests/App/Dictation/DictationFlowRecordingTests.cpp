@@ -232,6 +232,65 @@ TEST_F(DictationFlowRecording, LogsASlowStart) {
     }
 }
 
+class DictationFlowSlowStart : public DictationFlowRecording {
+protected:
+    /// Key-down with a microphone that gives nothing yet.
+    DictationFlowSlowStart() {
+        fakes.live->preparation.emplace().suspend();
+        fakes.recorder->permission.give(true);
+        keyDown();
+    }
+};
+
+TEST_F(DictationFlowSlowStart, LeavesTheStateUntilTheMicrophoneIsThere) {
+    EXPECT_EQ(fakes.journal.lines, QStringList({ "recorder.requestPermission", "live.warmup" }));
+    EXPECT_EQ(manager->state(), Kind::Idle);
+    keyDown();
+    EXPECT_EQ(fakes.journal.count("recorder.requestPermission"), 1) << "a start is under way";
+    fakes.live->preparation->answer(true);
+    clock.runPosted();
+    EXPECT_EQ(manager->state(), Kind::Recording);
+}
+
+TEST_F(DictationFlowSlowStart, AKeyUpMeanwhileEndsTheRecordingOnceItHasBegun) {
+    keyUp();
+    EXPECT_EQ(states(), QStringList());
+    fakes.transcriber->outcomes.suspend();
+    fakes.live->preparation->answer(true);
+    clock.runPosted();
+    EXPECT_EQ(states(), QStringList({ "state Recording", "state Transcribing" }));
+    EXPECT_EQ(fakes.journal.count("live.stop"), 1);
+}
+
+TEST_F(DictationFlowSlowStart, AFailureShowsAndTheNextPressStartsAnew) {
+    keyUp();
+    fakes.recorder->startFailures = { otherError("no sound") };
+    loggedBy([this] { fakes.live->preparation->answerFailure(failure("engine")); });
+    clock.runPosted();
+    EXPECT_EQ(manager->state(), DictationState::error("no sound"));
+    EXPECT_TRUE(fakes.live->startedURLs.empty());
+    clock.advance(3);
+    fakes.live->preparation->give(true);
+    record();
+}
+
+TEST_F(DictationFlowRecording, ALostMicrophoneShowsAnErrorAndKeepsTheRecording) {
+    record();
+    fakes.journal.lines.clear();
+    fakes.live->onSoundLost();
+    const QString message = L10n::text(L10n::Phrase::recordingSoundLost, AppLanguage::Romanian);
+    EXPECT_EQ(manager->state(), DictationState::error(message));
+    EXPECT_EQ(fakes.journal.lines.first(), "live.stop");
+    keyUp();
+    EXPECT_EQ(manager->state(), DictationState::error(message));
+    EXPECT_TRUE(fakes.transcriber->requests.empty());
+    clock.advance(3);
+    EXPECT_EQ(manager->state(), Kind::Idle);
+    fakes.live->onSoundLost();
+    EXPECT_EQ(manager->state(), Kind::Idle);
+    record();
+}
+
 TEST_F(DictationFlowRecording, StaysAliveForTheResetOfAnError) {
     fakes.recorder->permission.give(false);
     keyDown();

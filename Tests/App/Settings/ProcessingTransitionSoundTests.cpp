@@ -1,4 +1,4 @@
-#include "Platform/Desktop/QtSystemSounds.h"
+#include "Platform/Linux/Pulse/PulseSystemSounds.h"
 #include "TolmiApp/Settings/ProcessingTransitionSound.h"
 
 #include <QStringList>
@@ -22,7 +22,8 @@ TEST(ProcessingTransitionSound, KeepsOrderRawValuesAndNames) {
 }
 
 TEST(ProcessingTransitionSound, CanBePlayedForEveryChoiceButSilence) {
-    QtSystemSounds sounds;
+    PulseConnection connection;
+    PulseSystemSounds sounds(connection);
     for (const Sound choice : allCases<Sound>()) {
         const auto sound = sounds.named(systemSoundName(choice).value_or(QString()));
         EXPECT_EQ(sound != nullptr, choice != Sound::None) << rawValue(choice).toStdString();

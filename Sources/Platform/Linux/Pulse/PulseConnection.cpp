@@ -105,6 +105,21 @@ SystemError PulseConnection::failure(int code) {
     }
 }
 
+void PulseConnection::setOpeningFailure(std::optional<SystemError> failure) {
+    const std::lock_guard lock(m_failureMutex);
+    m_openingFailure = std::move(failure);
+    m_openingEnd = std::chrono::steady_clock::now();
+}
+
+std::optional<SystemError> PulseConnection::recentOpeningFailure() const {
+    // Long enough for a start that goes from one kind of recording to the other, too short to hide a
+    // microphone that has come back by the next.
+    constexpr std::chrono::milliseconds recent { 500 };
+    const std::lock_guard lock(m_failureMutex);
+    const bool isRecent = std::chrono::steady_clock::now() - m_openingEnd < recent;
+    return isRecent ? m_openingFailure : std::nullopt;
+}
+
 void PulseConnection::recheckAccess() {
     const Lock lock(*this);
     const bool isUnderWay = isContextUsable() && !isContextReady();

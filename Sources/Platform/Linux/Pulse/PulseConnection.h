@@ -6,6 +6,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 
 struct pa_context;
 struct pa_threaded_mainloop;
@@ -53,6 +54,12 @@ public:
     /// What the server's error code `code` means for the user. A refusal is remembered.
     SystemError failure(int code);
 
+    /// Keeps how the latest opening of a microphone ended, with a failure or without. Any thread.
+    void setOpeningFailure(std::optional<SystemError> failure);
+
+    /// Why a microphone could not be opened a moment ago; empty if it could. Any thread, at once.
+    std::optional<SystemError> recentOpeningFailure() const;
+
     /// Whether the latest answer of the server was that this program may not use it. Any thread.
     bool isAccessDenied() const { return m_isAccessDenied; }
 
@@ -69,4 +76,8 @@ private:
     pa_context *m_context = nullptr;
     std::condition_variable_any m_changed;
     std::atomic<bool> m_isAccessDenied = false;
+
+    mutable std::mutex m_failureMutex;
+    std::optional<SystemError> m_openingFailure;
+    Deadline m_openingEnd;
 };

@@ -15,6 +15,9 @@ constexpr float leastPower = -120.0F;
 /// The meter reads the power fifty times a second.
 constexpr int buffersPerSecond = 50;
 
+/// The main thread waits for it.
+constexpr std::chrono::milliseconds openingPatience { 400 };
+
 float power(const AudioBuffer &buffer) {
     float squares = 0.0F;
     for (const float sample : buffer.channels.front())
@@ -59,7 +62,7 @@ bool PulseFileRecorder::record() {
             [this, ownCopy = std::make_shared<const AudioBuffer>(buffer)] { process(*ownCopy); });
     });
     try {
-        m_stream.open();
+        m_stream.open(openingPatience);
         return true;
     } catch (const SystemError &error) {
         logFailure(error);
@@ -87,5 +90,7 @@ void PulseFileRecorder::stop() {
 
 std::unique_ptr<AudioFileRecorder> PulseFileRecorderFactory::make(
     const FileURL &url, const RecordingSettings &settings) {
+    if (const auto failure = m_platform.connection.recentOpeningFailure())
+        throw SystemError(*failure);
     return std::make_unique<PulseFileRecorder>(m_platform, url, settings);
 }

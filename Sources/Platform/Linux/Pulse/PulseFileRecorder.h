@@ -22,7 +22,7 @@ public:
 
     /// Creates the file; a failure is logged.
     bool prepareToRecord() override;
-    /// Waits for the first sound, at most the connection's patience; a failure is logged.
+    /// Waits for the first sound, which takes milliseconds where there is any; a failure is logged.
     bool record() override;
     void stop() override;
     /// Measured over a fiftieth of a second.

@@ -56,8 +56,17 @@ void PulseInputStream::deliverTo(int frameCount, AudioBlocks::Sink sink) {
     m_blocks.deliverTo(frameCount, std::move(sink));
 }
 
-void PulseInputStream::open() {
-    const auto deadline = steady_clock::now() + PulseConnection::patience;
+void PulseInputStream::open(std::chrono::milliseconds patience) {
+    try {
+        openUntil(steady_clock::now() + patience);
+        m_connection.setOpeningFailure(std::nullopt);
+    } catch (const SystemError &error) {
+        m_connection.setOpeningFailure(error);
+        throw;
+    }
+}
+
+void PulseInputStream::openUntil(PulseConnection::Deadline deadline) {
     PulseConnection::Lock lock(m_connection);
     breakOff();
     disconnect();

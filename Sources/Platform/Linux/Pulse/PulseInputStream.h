@@ -28,9 +28,9 @@ public:
     /// returned the former one is not called again.
     void deliverTo(int frameCount, AudioBlocks::Sink sink);
 
-    /// Opens the default microphone, anew if it is open, and waits for the first sound, at most the
-    /// connection's patience. Throws SystemError with a text that says what to do.
-    void open();
+    /// Opens the default microphone, anew if it is open, and waits for the first sound, at most as long as
+    /// `patience`. Throws SystemError with a text that says what to do.
+    void open(std::chrono::milliseconds patience = PulseConnection::patience);
 
     /// Harmless when closed.
     void close();
@@ -41,6 +41,7 @@ public:
 private:
     struct Callbacks;
 
+    void openUntil(PulseConnection::Deadline deadline);
     void connect(pa_context *context);
     void disconnect();
     SystemError timeOut();

@@ -1,5 +1,5 @@
 #include "Desktop/SpeakerRecording.h"
-#include "Platform/Desktop/QtSystemSounds.h"
+#include "Platform/Linux/Pulse/PulseSystemSounds.h"
 #include "Recipes.h"
 #include "Support/UntilTrue.h"
 
@@ -68,7 +68,8 @@ protected:
     }
 
     SpeakerRecording m_recording;
-    QtSystemSounds m_sounds;
+    PulseConnection m_connection;
+    PulseSystemSounds m_sounds { m_connection };
     std::unique_ptr<SystemSound> m_sound;
     const Samples m_ping = cooked("Ping");
     const long m_period = static_cast<long>(m_ping.size());
@@ -107,6 +108,16 @@ TEST_F(SystemSoundsOnSpeaker, PlayOnceWhenTheyDoNotLoop) {
     const Place first = start(recorded, m_ping, 1);
     EXPECT_GT(likeness(first, first + m_period, m_ping.begin()), 0.99);
     EXPECT_TRUE(std::none_of(first + m_period, recorded.end(), isHeard));
+}
+
+TEST_F(SystemSoundsOnSpeaker, AreAsLoudAsAskedForFromTheFirstFrameOn) {
+    m_sound->setVolume(0.1f);
+    play();
+    ASSERT_TRUE(untilTrue([this] { return !m_sound->isPlaying(); }));
+    ASSERT_TRUE(m_recording.listen(m_period));
+    const auto loudest
+        = [](const Samples &samples) { return *std::max_element(samples.begin(), samples.end()); };
+    EXPECT_NEAR(loudest(m_recording.samples()), 0.1 * loudest(m_ping), 0.005);
 }
 
 TEST_F(SystemSoundsOnSpeaker, StartAnewAfterAStop) {

@@ -1,6 +1,6 @@
 #include "Desktop/SpeakerRecording.h"
-#include "Platform/Desktop/QtAudioPlayers.h"
 #include "Platform/Desktop/SndFileStore.h"
+#include "Platform/Linux/Pulse/PulseAudioPlayers.h"
 #include "Support/AudioPlayerContract.h"
 #include "Support/UntilTrue.h"
 
@@ -36,7 +36,6 @@ double heardSeconds(const std::vector<double> &samples) {
 class MadeReal {
 public:
     MadeReal() {
-        QtAudioPlayers::chooseLibrary();
         writeTone(sound(), 0.4);
         QFile file(broken().path());
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write("RIFF, but no sound at all") > 0);
@@ -53,7 +52,8 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    QtAudioPlayers m_players;
+    PulseConnection m_connection;
+    PulseAudioPlayers m_players { m_connection };
     SpeakerRecording m_recording;
 };
 

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Platform/AudioPlayer.h"
+#include "Platform/Linux/Pulse/PulseOutputStream.h"
+
+/// Players over the sound server.
+class PulseAudioPlayers final : public AudioPlayers {
+public:
+    /// `connection` must outlive the players, and this every player.
+    explicit PulseAudioPlayers(PulseConnection &connection)
+        : m_connection(connection) { }
+
+    std::unique_ptr<AudioPlayer> open(const FileURL &url) override;
+
+private:
+    PulseConnection &m_connection;
+    SerialQueue m_queue { QStringLiteral("Tolmi.PulseAudioPlayers") };
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Platform/Linux/Pulse/PulseOutputStream.h"
+#include "Platform/SystemSound.h"
+
+/// The program's own sounds, played over the sound server.
+class PulseSystemSounds final : public SystemSounds {
+public:
+    /// `connection` must outlive the sounds, and this every sound.
+    explicit PulseSystemSounds(PulseConnection &connection)
+        : m_connection(connection) { }
+
+    std::unique_ptr<SystemSound> named(const QString &name) override;
+
+private:
+    PulseConnection &m_connection;
+    SerialQueue m_queue { QStringLiteral("Tolmi.PulseSystemSounds") };
+};
