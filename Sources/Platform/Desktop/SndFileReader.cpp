@@ -42,7 +42,7 @@ SndFileReader::SndFileReader(std::unique_ptr<Native> native)
 SndFileReader::~SndFileReader() = default;
 
 std::unique_ptr<SndFileReader> SndFileReader::open(const FileURL &url) {
-    const QString path = url.path();
+    const QString &path = url.path();
     expectFile(path);
     auto native = std::make_unique<Native>();
     errno = 0;
