@@ -88,6 +88,14 @@ TestProgram::~TestProgram() {
     m_process.waitForFinished();
 }
 
+void TestProgram::hang() const {
+    ::kill(pid_t(processID()), SIGSTOP);
+}
+
+void TestProgram::resume() const {
+    ::kill(pid_t(processID()), SIGCONT);
+}
+
 CopyingProgram::CopyingProgram(const QByteArray &text) {
     m_process.start(QStringLiteral("xclip"),
         { QStringLiteral("-quiet"), QStringLiteral("-selection"), QStringLiteral("clipboard"),

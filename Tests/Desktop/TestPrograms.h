@@ -30,6 +30,9 @@ public:
     ~TestProgram();
 
     qint64 processID() const { return m_process.processId(); }
+    /// The program does nothing between these two.
+    void hang() const;
+    void resume() const;
 
 protected:
     TestProgram() = default;

@@ -82,8 +82,8 @@ std::optional<X11ActiveWindow> X11ActiveWindow::current(const X11Display &displa
         return {};
     const QStringList names = textProperty(display, window, "WM_CLASS").split(u'\0');
     X11ActiveWindow result { names.value(0), names.value(1),
-        textProperty(display, window, "_GTK_APPLICATION_ID"),
-        numberProperty(display, window, "_NET_WM_PID") };
+        textProperty(display, window, "_GTK_APPLICATION_ID"), numberProperty(display, window, "_NET_WM_PID"),
+        window };
     if (result.instance.isEmpty() && result.className.isEmpty())
         return {};
     if (result.applicationID.isEmpty())

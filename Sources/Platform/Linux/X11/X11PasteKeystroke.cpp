@@ -3,6 +3,7 @@
 #include "Platform/Linux/X11/InjectedKeys.h"
 #include "Platform/Linux/X11/X11ActiveWindow.h"
 #include "Platform/Linux/X11/X11Keyboard.h"
+#include "Platform/Linux/X11/X11PasteProgress.h"
 
 #include <X11/keysym.h>
 
@@ -13,9 +14,10 @@ constexpr unsigned usualShiftKeyCode = 50;
 constexpr unsigned usualVKeyCode = 55;
 } // namespace
 
-X11PasteKeystroke::X11PasteKeystroke(
-    std::shared_ptr<InjectedKeys> injectedKeys, const QByteArray &displayName)
+X11PasteKeystroke::X11PasteKeystroke(std::shared_ptr<InjectedKeys> injectedKeys,
+    std::shared_ptr<X11PasteProgress> progress, const QByteArray &displayName)
     : m_injectedKeys(std::move(injectedKeys))
+    , m_progress(std::move(progress))
     , m_display(X11Display::open(displayName))
     , m_keyboard(m_display ? std::make_unique<X11Keyboard>(*m_display) : nullptr) { }
 
@@ -38,6 +40,7 @@ void X11PasteKeystroke::post() {
     if (front && front->isTerminal())
         keys.push_back(m_keyboard->keyCode(XK_Shift_L, usualShiftKeyCode));
     keys.push_back(m_keyboard->keyCode(XK_v, usualVKeyCode));
+    m_progress->post(front ? front->window : None);
     for (const unsigned key : keys)
         press(key);
     for (auto key = keys.rbegin(); key != keys.rend(); ++key)
