@@ -22,4 +22,6 @@ struct X11ActiveWindow {
 
     /// Whether it is a terminal emulator, where Ctrl+V is a key for the program in it.
     bool isTerminal() const;
+    /// Whether it pastes at Shift+Insert alone, as it comes; most such programs paste the primary selection.
+    bool pastesAtShiftInsert() const;
 };

@@ -1,5 +1,6 @@
 #include "Platform/Linux/X11/X11Clipboard.h"
 
+#include "Platform/Linux/X11/X11ActiveWindow.h"
 #include "Platform/Linux/X11/X11Client.h"
 #include "Platform/Linux/X11/X11PasteProgress.h"
 
@@ -15,6 +16,8 @@ using std::chrono::steady_clock;
 /// reads that has begun.
 constexpr std::chrono::seconds longestWaitForReading { 10 };
 constexpr std::chrono::milliseconds readingTime { 300 };
+/// What reading the primary selection may add to a paste.
+constexpr std::chrono::milliseconds primaryTime { 80 };
 } // namespace
 
 X11Clipboard::X11Clipboard(std::unique_ptr<X11Display> display, std::shared_ptr<X11PasteProgress> progress,
@@ -25,8 +28,10 @@ X11Clipboard::X11Clipboard(std::unique_ptr<X11Display> display, std::shared_ptr<
     , m_selection(m_display->atom("CLIPBOARD"))
     , m_window(makeWindow(*m_display))
     , m_owner(*m_display, m_selection, m_window, m_encodings, [this](Window reader) { noteRead(reader); })
+    , m_primary(*m_display, XA_PRIMARY, m_window, m_encodings, [this](Window reader) { noteRead(reader); })
     , m_reader(*m_display, m_window, m_encodings,
-          [this](const std::function<bool()> &isDone, Instant until) { handleEventsUntil(isDone, until); }) {
+          [this](const std::function<bool()> &isDone, Instant until) { handleEventsUntil(isDone, until); })
+    , m_keyboard(*m_display) {
     watchChanges();
 }
 
@@ -57,7 +62,10 @@ void X11Clipboard::handleArrivedEvents() {
     while (const auto event = m_display->takeEvent()) {
         if (event->type == m_changeEvent)
             ++m_changes;
+        if (m_keyboard.handle(*event))
+            continue;
         m_owner.handle(*event);
+        m_primary.handle(*event);
         m_reader.handle(*event);
     }
 }
@@ -117,9 +125,7 @@ void X11Clipboard::continueReading(Instant until) {
 }
 
 bool X11Clipboard::take(ClipboardContent content) {
-    m_pending.reset();
-    m_isPasting = false;
-    m_displaced = {};
+    endPaste();
     return m_owner.take(std::move(content));
 }
 
@@ -131,12 +137,33 @@ bool X11Clipboard::takeDictated(const QString &text, const std::vector<Pasteboar
     m_pending.reset();
     m_isPasting = true;
     m_isRead = false;
-    m_progress->begin(false);
+    m_progress->begin(needsPrimary() && takePrimary(text));
     return m_owner.take(ClipboardContent::dictated(text));
 }
 
+bool X11Clipboard::needsPrimary() const {
+    const auto front = X11ActiveWindow::current(*m_display);
+    return (front && front->pastesAtShiftInsert()) || !m_keyboard.hasLatinLetters();
+}
+
+bool X11Clipboard::takePrimary(const QString &text) {
+    if (!m_displacedPrimary)
+        m_displacedPrimary = primaryContent(steady_clock::now() + primaryTime);
+    return m_primary.take(ClipboardContent::dictated(text));
+}
+
+ClipboardContent X11Clipboard::primaryContent(Instant until) {
+    if (m_primary.owns())
+        return m_primary.content();
+    X11ClipboardSnapshot snapshot;
+    if (m_display->selectionOwner(XA_PRIMARY) != None)
+        m_reader.read(snapshot, XA_PRIMARY, until);
+    return ClipboardContent(snapshot.items());
+}
+
 bool X11Clipboard::holdsDictatedText() const {
-    return m_isPasting && m_owner.owns() && m_owner.ownsNow();
+    return m_isPasting && m_owner.owns() && m_owner.ownsNow()
+        && (!m_progress->offersPrimary() || m_primary.ownsNow());
 }
 
 void X11Clipboard::noteRead(Window reader) {
@@ -163,7 +190,7 @@ void X11Clipboard::restore(const std::vector<PasteboardItem> &items) {
 void X11Clipboard::doWhatIsDue() {
     // Nothing is displaced any more by a text that another program has displaced.
     if (m_pending && !m_owner.owns())
-        m_pending.reset();
+        endPaste();
     if (m_pending && steady_clock::now() >= m_pending->at)
         bringBack(ClipboardContent(m_pending->content));
     // The thread is not reading here, so what is out of date need not be kept.
@@ -172,11 +199,19 @@ void X11Clipboard::doWhatIsDue() {
 }
 
 void X11Clipboard::bringBack(const ClipboardContent &content) {
+    endPaste();
+    if (!content.types().empty())
+        m_owner.take(content);
+}
+
+void X11Clipboard::endPaste() {
     m_pending.reset();
     m_isPasting = false;
     m_displaced = {};
-    if (!content.types().empty())
-        m_owner.take(content);
+    // Something that was selected meanwhile stays selected.
+    if (m_displacedPrimary && !m_displacedPrimary->types().empty() && m_primary.owns())
+        m_primary.take(*m_displacedPrimary);
+    m_displacedPrimary.reset();
 }
 
 void X11Clipboard::handOver(Instant until) {

@@ -2,13 +2,15 @@
 
 #include "Platform/Linux/X11/X11ClipboardOwner.h"
 #include "Platform/Linux/X11/X11ClipboardReader.h"
+#include "Platform/Linux/X11/X11Keyboard.h"
 
 #include <functional>
 #include <memory>
 
 class X11PasteProgress;
 
-/// The clipboard over one connection to the X server. One thread uses it.
+/// The clipboard over one connection to the X server, and the primary selection as far as pasting needs it.
+/// One thread uses it.
 class X11Clipboard {
 public:
     using Instant = X11Display::Instant;
@@ -73,6 +75,10 @@ private:
     bool awaitsReading() const;
     void doWhatIsDue();
     void bringBack(const ClipboardContent &content);
+    void endPaste();
+    bool needsPrimary() const;
+    bool takePrimary(const QString &text);
+    ClipboardContent primaryContent(Instant until);
 
     std::unique_ptr<X11Display> m_display;
     std::shared_ptr<X11PasteProgress> m_progress;
@@ -81,7 +87,9 @@ private:
     Window m_window;
     X11ClipboardEncodings m_encodings;
     X11ClipboardOwner m_owner;
+    X11ClipboardOwner m_primary;
     X11ClipboardReader m_reader;
+    X11Keyboard m_keyboard;
     bool m_isRetired = false;
 
     /// The number that marks news of a new owner; none when the server has no such news.
@@ -94,5 +102,6 @@ private:
     bool m_isPasting = false;
     bool m_isRead = false;
     ClipboardContent m_displaced;
+    std::optional<ClipboardContent> m_displacedPrimary;
     std::optional<PendingRestore> m_pending;
 };

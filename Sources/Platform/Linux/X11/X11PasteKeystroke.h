@@ -5,13 +5,17 @@
 #include <QByteArray>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 class InjectedKeys;
+struct X11ActiveWindow;
 class X11Display;
 class X11Keyboard;
 class X11PasteProgress;
 
-/// Posts Ctrl+V, or Ctrl+Shift+V where a terminal emulator has the focus. Main thread only.
+/// Posts Ctrl+V, Ctrl+Shift+V where a terminal emulator has the focus, or Shift+Insert where that alone
+/// pastes. Main thread only.
 class X11PasteKeystroke final : public PasteKeystroke {
 public:
     /// Notes in `injectedKeys` what it posts and in `progress`, which the clipboard's adapter has too, where
@@ -25,6 +29,7 @@ public:
 
 private:
     void releaseModifiers();
+    std::vector<unsigned> commandFor(const std::optional<X11ActiveWindow> &front) const;
     void press(unsigned keyCode);
 
     std::shared_ptr<InjectedKeys> m_injectedKeys;
