@@ -8,6 +8,7 @@
 #include "Platform/Linux/X11/X11FloatingWindows.h"
 #include "Platform/Linux/X11/X11FrontmostApplication.h"
 #include "Platform/Linux/X11/X11PasteKeystroke.h"
+#include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 
 namespace {
@@ -28,11 +29,12 @@ void WindowSystem::prepareToolkit() {
 
 WindowSystem WindowSystem::ofThisSession(const DesktopLook &look) {
     const auto injectedKeys = std::make_shared<InjectedKeys>();
+    const auto pasteProgress = std::make_shared<X11PasteProgress>();
     return { .application = std::make_unique<X11Application>(look),
         .taps = std::make_unique<X11EventTapFactory>(injectedKeys),
         .accessibility = std::make_unique<X11AccessibilityRight>(&logWhyKeysDoNotWork),
-        .keystroke = std::make_unique<X11PasteKeystroke>(injectedKeys),
+        .keystroke = std::make_unique<X11PasteKeystroke>(injectedKeys, pasteProgress),
         .frontmost = std::make_unique<X11FrontmostApplication>(DesktopEntries::ofThisDesktop()),
-        .pasteboard = std::make_unique<X11Pasteboard>(),
+        .pasteboard = std::make_unique<X11Pasteboard>(pasteProgress),
         .floatingWindows = std::make_unique<X11FloatingWindows>() };
 }

@@ -22,16 +22,28 @@ class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
 
-    /// What is there now; items without any readable representation are left out.
+    /// Begins to read what is there, so that items() finds it. Waits for nothing.
+    virtual void readAhead() = 0;
+
+    /// What is there now; items without any readable representation are left out. What asks clipboard
+    /// managers not to keep a content is one of its representations.
     virtual std::vector<PasteboardItem> items() = 0;
 
-    /// Replaces the content by a dictated text, marked so that clipboard managers do not keep it.
-    virtual void setDictatedText(const QString &text) = 0;
+    /// Replaces the content by a dictated text, marked so that clipboard managers do not keep it. Whether
+    /// that took: if not, programs still find what was there before.
+    [[nodiscard]] virtual bool setDictatedText(const QString &text) = 0;
 
-    /// Replaces the content by `items`, unmarked.
+    /// Whether programs would find the dictated text now.
+    virtual bool holdsDictatedText() = 0;
+
+    /// Replaces the content by `items`, which are marked only if one of them says so.
     virtual void setItems(const std::vector<PasteboardItem> &items) = 0;
 
+    /// Brings back the `items` that a dictated text has displaced. Nothing in place of it leaves it there.
+    virtual void restore(const std::vector<PasteboardItem> &items) = 0;
+
     /// Gives the content to the clipboard manager, if there is one and the content is still this program's,
-    /// so that it outlives the program.
+    /// so that it outlives the program. What a dictated text displaces comes back first; a content that
+    /// managers are asked not to keep is not given to them.
     virtual void handOver() = 0;
 };

@@ -5,6 +5,7 @@
 #include "Platform/Linux/X11/X11EventTap.h"
 #include "Platform/Linux/X11/X11FrontmostApplication.h"
 #include "Platform/Linux/X11/X11PasteKeystroke.h"
+#include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
@@ -29,7 +30,7 @@ protected:
     }
     /// Leaves the clipboard alone afterwards, as many pastes in a row need it.
     void pasteOnly(const QString &text) {
-        pasteboard.setDictatedText(text);
+        EXPECT_TRUE(pasteboard.setDictatedText(text));
         keystroke.post();
     }
     bool waitForClipboard(const QByteArray &text) {
@@ -38,8 +39,9 @@ protected:
 
     MainLoopClock clock;
     std::shared_ptr<InjectedKeys> injectedKeys = std::make_shared<InjectedKeys>();
-    X11Pasteboard pasteboard;
-    X11PasteKeystroke keystroke { injectedKeys };
+    std::shared_ptr<X11PasteProgress> progress = std::make_shared<X11PasteProgress>();
+    X11Pasteboard pasteboard { progress };
+    X11PasteKeystroke keystroke { injectedKeys, progress };
     X11FrontmostApplication frontmost { DesktopEntries::ofThisDesktop() };
     std::shared_ptr<SystemPasteService> service
         = std::make_shared<SystemPasteService>(pasteboard, keystroke, frontmost, clock);
@@ -76,6 +78,11 @@ TEST_F(SystemPasteTests, TheTextArrivesInEveryLayout) {
         selectNextLayout();
         pasteNext(QLatin1String(layout));
     }
+    // There is no layout with Latin letters to fall back to.
+    for (const char *layout : { "ru", "gr", "ara" }) {
+        setLayout(QLatin1String(layout));
+        pasteNext(QLatin1String(layout));
+    }
 }
 
 TEST_F(SystemPasteTests, AnEmptyClipboardKeepsTheText) {
@@ -96,6 +103,20 @@ TEST_F(SystemPasteTests, TwoPastesWithinASecond) {
     paste(QStringLiteral("two"));
     EXPECT_TRUE(editor.waitForText(QStringLiteral("one two")));
     EXPECT_TRUE(waitForClipboard("one "));
+}
+
+TEST_F(SystemPasteTests, ATargetThatReadsLateGetsTheText) {
+    TestEditor editor;
+    CopyingProgram user("copied before");
+    editor.hang();
+    paste();
+    bool isOver = false;
+    clock.callAfter(1.5, [&] { isOver = true; });
+    EXPECT_TRUE(untilTrue([&] { return isOver; }));
+    EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), sentence.toUtf8());
+    editor.resume();
+    EXPECT_TRUE(editor.waitForText(sentence)) << editor.text().toStdString();
+    EXPECT_TRUE(waitForClipboard("copied before"));
 }
 
 TEST_F(SystemPasteTests, TheFormerContentComesBackOverWhatWasCopiedMeanwhile) {
@@ -250,15 +271,17 @@ TEST_F(TerminalPasteTests, TheTextArrivesInXfceTerminal) {
     EXPECT_EQ(lineAfterPaste(), sentence.toUtf8());
 }
 
-// As it comes, this one has no key for the clipboard; its users give it the one that the others have.
-TEST_F(TerminalPasteTests, TheTextArrivesInXterm) {
+TEST_F(TerminalPasteTests, TheTextArrivesInXtermAndTheFormerSelectionComesBack) {
+    CopyingProgram user("copied before");
+    CopyingProgram selecting("selected before", QStringLiteral("primary"));
     TestProgram terminal(QStringLiteral("xterm"),
-        { QStringLiteral("-u8"), QStringLiteral("-xrm"),
-            QStringLiteral(
-                "XTerm*VT100.translations: #override Ctrl Shift <Key>V: insert-selection(CLIPBOARD)"),
-            QStringLiteral("-e"), QStringLiteral("sh"), QStringLiteral("-c"), script },
+        { QStringLiteral("-u8"), QStringLiteral("-e"), QStringLiteral("sh"), QStringLiteral("-c"), script },
         QStringLiteral("XTerm"));
     EXPECT_EQ(lineAfterPaste(), sentence.toUtf8());
+    EXPECT_TRUE(waitForClipboard("copied before"));
+    EXPECT_TRUE(untilTrue([] {
+        return clipboard(QStringLiteral("UTF8_STRING"), QStringLiteral("primary")) == "selected before";
+    }));
 }
 
 TEST_F(SystemPasteTests, WithoutAFrontWindowTheTargetIsUnknown) {

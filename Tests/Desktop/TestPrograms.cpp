@@ -39,10 +39,9 @@ QByteArray classOfActiveWindow() {
 }
 } // namespace
 
-QByteArray clipboard(const QString &type) {
+QByteArray clipboard(const QString &type, const QString &selection) {
     return triedOutputOf(QStringLiteral("xclip"),
-        { QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o"),
-            QStringLiteral("-t"), type });
+        { QStringLiteral("-selection"), selection, QStringLiteral("-o"), QStringLiteral("-t"), type });
 }
 
 void pressKey(int keyCode) {
@@ -88,13 +87,21 @@ TestProgram::~TestProgram() {
     m_process.waitForFinished();
 }
 
-CopyingProgram::CopyingProgram(const QByteArray &text) {
+void TestProgram::hang() const {
+    ::kill(pid_t(processID()), SIGSTOP);
+}
+
+void TestProgram::resume() const {
+    ::kill(pid_t(processID()), SIGCONT);
+}
+
+CopyingProgram::CopyingProgram(const QByteArray &text, const QString &selection) {
     m_process.start(QStringLiteral("xclip"),
-        { QStringLiteral("-quiet"), QStringLiteral("-selection"), QStringLiteral("clipboard"),
-            QStringLiteral("-i") });
+        { QStringLiteral("-quiet"), QStringLiteral("-selection"), selection, QStringLiteral("-i") });
     m_process.write(text);
     m_process.closeWriteChannel();
-    EXPECT_TRUE(untilTrue([&text] { return clipboard(QStringLiteral("UTF8_STRING")) == text; }));
+    EXPECT_TRUE(untilTrue(
+        [&text, &selection] { return clipboard(QStringLiteral("UTF8_STRING"), selection) == text; }));
 }
 
 CopyingProgram::~CopyingProgram() {

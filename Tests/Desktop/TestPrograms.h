@@ -8,7 +8,7 @@
 QByteArray outputOf(const QString &program, const QStringList &arguments, const QByteArray &input = {});
 
 /// What programs find on the clipboard under a type; empty when there is nothing.
-QByteArray clipboard(const QString &type);
+QByteArray clipboard(const QString &type, const QString &selection = QStringLiteral("clipboard"));
 
 /// Keys of the real keyboard path, by key code.
 void pressKey(int keyCode);
@@ -30,6 +30,9 @@ public:
     ~TestProgram();
 
     qint64 processID() const { return m_process.processId(); }
+    /// The program does nothing between these two.
+    void hang() const;
+    void resume() const;
 
 protected:
     TestProgram() = default;
@@ -41,7 +44,8 @@ protected:
 /// A program that keeps a text on the clipboard until another takes it.
 class CopyingProgram {
 public:
-    explicit CopyingProgram(const QByteArray &text);
+    /// `selection` may also be "primary", for what is selected.
+    explicit CopyingProgram(const QByteArray &text, const QString &selection = QStringLiteral("clipboard"));
     ~CopyingProgram();
 
     /// From now on the program neither answers nor ends.

@@ -1,6 +1,7 @@
 #include "Platform/Linux/X11/X11Pasteboard.h"
 
 #include "Desktop/TestPrograms.h"
+#include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Support/PasteboardContract.h"
 
 #include <QBuffer>
@@ -15,7 +16,7 @@ public:
     Pasteboard &pasteboard() { return m_pasteboard; }
 
 private:
-    X11Pasteboard m_pasteboard;
+    X11Pasteboard m_pasteboard { std::make_shared<X11PasteProgress>() };
 };
 
 QStringList offeredTypes() {
@@ -49,16 +50,20 @@ INSTANTIATE_TYPED_TEST_SUITE_P(X11, PasteboardContract, MadeReal);
 namespace {
 class X11PasteboardTests : public testing::Test {
 protected:
-    X11Pasteboard pasteboard;
+    std::shared_ptr<X11PasteProgress> progress = std::make_shared<X11PasteProgress>();
+    X11Pasteboard pasteboard { progress };
 };
 
 TEST_F(X11PasteboardTests, OtherProgramsFindTheDictatedTextMarked) {
-    pasteboard.setDictatedText(QStringLiteral("Bună ziua €"));
+    EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("Bună ziua €")));
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "Bună ziua €");
     EXPECT_EQ(clipboard(QStringLiteral("text/plain;charset=utf-8")), "Bună ziua €");
     EXPECT_EQ(clipboard(QStringLiteral("x-kde-passwordManagerHint")), "secret");
+    EXPECT_EQ(clipboard(QStringLiteral("application/x-copyq-hidden")), "1");
     pasteboard.setItems(pasteboard.items());
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "Bună ziua €");
+    EXPECT_EQ(clipboard(QStringLiteral("x-kde-passwordManagerHint")), "secret");
+    pasteboard.setItems({ PasteboardItem { { { pasteboardTextType, "copied" } } } });
     EXPECT_FALSE(offeredTypes().contains(QStringLiteral("x-kde-passwordManagerHint")));
 }
 
@@ -77,7 +82,7 @@ TEST_F(X11PasteboardTests, BringsEveryTypeOfAProgramBack) {
     owner.copy(content);
     const QJsonObject before = reader.read(asked);
     const std::vector<PasteboardItem> saved = pasteboard.items();
-    pasteboard.setDictatedText(QStringLiteral("dictated"));
+    EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("dictated")));
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "dictated");
     pasteboard.setItems(saved);
     const QJsonObject after = reader.read(asked);
@@ -102,7 +107,7 @@ TEST_F(X11PasteboardTests, BringsALargeTextBack) {
     CopyingProgram owner(text);
     const std::vector<PasteboardItem> saved = pasteboard.items();
     ASSERT_EQ(saved.size(), 1);
-    pasteboard.setDictatedText(QStringLiteral("dictated"));
+    EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("dictated")));
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "dictated");
     pasteboard.setItems(saved);
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), text);
@@ -143,7 +148,7 @@ TEST_F(X11PasteboardTests, AHungOwnerCostsABoundedTimeAndIsTakenOverFrom) {
     timer.start();
     EXPECT_THAT(pasteboard.items(), IsEmpty());
     RecordProperty("milliseconds", int(timer.elapsed()));
-    pasteboard.setDictatedText(QStringLiteral("dictated"));
+    EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("dictated")));
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "dictated");
 }
 
@@ -159,7 +164,7 @@ TEST_F(X11PasteboardTests, KeepsWhatWasReadBeforeAnOwnerHung) {
     EXPECT_THAT(items.front().representations,
         testing::Not(testing::Contains(testing::Pair(QStringLiteral("application/x-slow"), testing::_))));
     // The late answer finds nobody waiting and does no harm.
-    pasteboard.setDictatedText(QStringLiteral("dictated"));
+    EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("dictated")));
     EXPECT_EQ(owner.read({ QStringLiteral("text/plain") }).value(QLatin1String("text/plain")).toString(),
         base64("dictated"));
 }
@@ -167,13 +172,13 @@ TEST_F(X11PasteboardTests, KeepsWhatWasReadBeforeAnOwnerHung) {
 TEST_F(X11PasteboardTests, TakesTheClipboardFromAProgramThatJustTookIt) {
     for (int round = 0; round < 10; ++round) {
         CopyingProgram other("other " + QByteArray::number(round));
-        pasteboard.setDictatedText(QString::number(round));
+        EXPECT_TRUE(pasteboard.setDictatedText(QString::number(round)));
         EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), QByteArray::number(round));
     }
 }
 
 TEST_F(X11PasteboardTests, ReadsWhatAnotherProgramCopiedMeanwhile) {
-    pasteboard.setDictatedText(QStringLiteral("dictated"));
+    EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("dictated")));
     CopyingProgram other("copied");
     const std::vector<PasteboardItem> items = pasteboard.items();
     ASSERT_EQ(items.size(), 1);
@@ -182,14 +187,15 @@ TEST_F(X11PasteboardTests, ReadsWhatAnotherProgramCopiedMeanwhile) {
 }
 
 TEST_F(X11PasteboardTests, WithoutAManagerHandingOverDoesNothing) {
-    pasteboard.setDictatedText(QStringLiteral("dictated"));
+    EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("dictated")));
     pasteboard.handOver();
     EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "dictated");
 }
 
 TEST(X11PasteboardWithoutServerTests, StaysEmpty) {
-    X11Pasteboard pasteboard(":4711");
-    pasteboard.setDictatedText(QStringLiteral("dictated"));
+    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>(), ":4711");
+    EXPECT_FALSE(pasteboard.setDictatedText(QStringLiteral("dictated")));
+    EXPECT_FALSE(pasteboard.holdsDictatedText());
     pasteboard.handOver();
     EXPECT_THAT(pasteboard.items(), IsEmpty());
 }

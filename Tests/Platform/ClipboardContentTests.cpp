@@ -11,6 +11,7 @@ using testing::IsEmpty;
 
 const QString html = QStringLiteral("text/html");
 const QString hint = QStringLiteral("x-kde-passwordManagerHint");
+const QString copyqHidden = QStringLiteral("application/x-copyq-hidden");
 
 std::vector<QString> types(std::initializer_list<const char *> names) {
     std::vector<QString> result;
@@ -49,11 +50,22 @@ TEST(ClipboardContentTests, OffersNoTextWhereThereIsNone) {
     EXPECT_FALSE(content.data(hint));
 }
 
-TEST(ClipboardContentTests, MarksDictatedTextOnly) {
+TEST(ClipboardContentTests, MarksDictatedText) {
     const auto dictated = ClipboardContent::dictated(QStringLiteral("a"));
-    EXPECT_THAT(dictated.types(), testing::Contains(hint));
+    EXPECT_THAT(dictated.types(), testing::IsSupersetOf({ hint, copyqHidden }));
     EXPECT_EQ(dictated.data(hint), "secret");
-    EXPECT_THAT(ClipboardContent(dictated.items()).types(), testing::Not(testing::Contains(hint)));
+    EXPECT_EQ(dictated.data(copyqHidden), "1");
+    EXPECT_TRUE(dictated.isSecret());
+}
+
+TEST(ClipboardContentTests, TheMarkIsPartOfTheContent) {
+    const auto dictated = ClipboardContent::dictated(QStringLiteral("a"));
+    const ClipboardContent again(dictated.items());
+    EXPECT_EQ(again.types(), dictated.types());
+    EXPECT_TRUE(again.isSecret());
+    const ClipboardContent other({ PasteboardItem { { { pasteboardTextType, "a" }, { hint, "no" } } } });
+    EXPECT_FALSE(other.isSecret());
+    EXPECT_FALSE(ClipboardContent().isSecret());
 }
 
 TEST(ClipboardContentTests, KeepsTheMarkOfAnotherProgram) {
@@ -109,8 +121,9 @@ INSTANTIATE_TEST_SUITE_P(Table, ClipboardReadingTests,
         ReadingCase { "drawingsAreNoEncodingOfThePicture",
             types({ "image/svg+xml", "image/x-inkscape-svg", "image/png" }),
             types({ "image/svg+xml", "image/x-inkscape-svg", "image/png" }) },
-        ReadingCase { "hintOfAnotherProgram", types({ "UTF8_STRING", "x-kde-passwordManagerHint" }),
-            types({ "UTF8_STRING", "x-kde-passwordManagerHint" }) },
+        ReadingCase { "marksOfAnotherProgramFirst",
+            types({ "UTF8_STRING", "application/x-copyq-hidden", "x-kde-passwordManagerHint" }),
+            types({ "application/x-copyq-hidden", "x-kde-passwordManagerHint", "UTF8_STRING" }) },
         ReadingCase { "eachTypeOnce", types({ "text/html", "text/html" }), types({ "text/html" }) }),
     [](const auto &info) { return info.param.name; });
 } // namespace

@@ -111,4 +111,12 @@ INSTANTIATE_TEST_SUITE_P(Table, TerminalTests,
         TerminalCase { "konsole", "konsole", true }, TerminalCase { "kitty", "something", true },
         TerminalCase { "mousepad", "Mousepad", false },
         TerminalCase { "terminal-settings", "Settings", false }, TerminalCase { "", "st2", false }));
+
+TEST(ShiftInsertTests, ThoseThatPasteAtItAreKnownByTheirClass) {
+    for (const char *name : { "XTerm", "UXTerm", "URxvt", "Eterm", "Emacs", "Gvim" })
+        EXPECT_TRUE(window("mytitle", name).pastesAtShiftInsert()) << name;
+    EXPECT_TRUE(window("xterm", "Something").pastesAtShiftInsert());
+    for (const char *name : { "konsole", "kitty", "Xfce4-terminal", "Mousepad" })
+        EXPECT_FALSE(window(name, name).pastesAtShiftInsert()) << name;
+}
 } // namespace

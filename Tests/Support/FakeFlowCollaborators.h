@@ -129,7 +129,14 @@ public:
     /// Runs inside a paste.
     std::function<void()> duringPaste;
 
+    /// Whether the clipboard takes the text.
+    bool posts = true;
+
+    void prepare() override { ++prepareCount; }
     PasteTargetCapture paste(const QString &text, AppLanguage language) override;
+    bool hasPosted() const override { return posts; }
+
+    int prepareCount = 0;
 
 private:
     FlowJournal &m_journal;

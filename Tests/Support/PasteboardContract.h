@@ -15,6 +15,14 @@ protected:
     static std::vector<PasteboardItem> text(const QByteArray &bytes) {
         return { PasteboardItem { { { pasteboardTextType, bytes } } } };
     }
+    /// The text alone of a dictated text that is on the clipboard with its marks.
+    std::vector<PasteboardItem> dictatedText() {
+        std::vector<PasteboardItem> items = pasteboard().items();
+        EXPECT_EQ(items.size(), 1);
+        EXPECT_GT(items.front().representations.size(), 1);
+        items.front().representations.resize(1);
+        return items;
+    }
 
 private:
     Made m_made;
@@ -27,8 +35,9 @@ TYPED_TEST_P(PasteboardContract, StartsEmpty) {
 }
 
 TYPED_TEST_P(PasteboardContract, GivesADictatedTextBack) {
-    this->pasteboard().setDictatedText(QStringLiteral("Să ne vedem mâine 🙂"));
-    EXPECT_EQ(this->pasteboard().items(), this->text("Să ne vedem mâine 🙂"));
+    EXPECT_TRUE(this->pasteboard().setDictatedText(QStringLiteral("Să ne vedem mâine 🙂")));
+    EXPECT_TRUE(this->pasteboard().holdsDictatedText());
+    EXPECT_EQ(this->dictatedText(), this->text("Să ne vedem mâine 🙂"));
 }
 
 TYPED_TEST_P(PasteboardContract, GivesEveryTypeBackInOrder) {
@@ -41,25 +50,49 @@ TYPED_TEST_P(PasteboardContract, GivesEveryTypeBackInOrder) {
 
 TYPED_TEST_P(PasteboardContract, EachContentReplacesTheOneBefore) {
     this->pasteboard().setItems(this->text("one"));
-    this->pasteboard().setDictatedText(QStringLiteral("two"));
-    EXPECT_EQ(this->pasteboard().items(), this->text("two"));
+    EXPECT_TRUE(this->pasteboard().setDictatedText(QStringLiteral("two")));
+    EXPECT_EQ(this->dictatedText(), this->text("two"));
     this->pasteboard().setItems(this->text("three"));
     EXPECT_EQ(this->pasteboard().items(), this->text("three"));
+    EXPECT_FALSE(this->pasteboard().holdsDictatedText());
 }
 
 TYPED_TEST_P(PasteboardContract, AnEmptyTextIsAText) {
-    this->pasteboard().setDictatedText(QString());
-    EXPECT_EQ(this->pasteboard().items(), this->text(""));
+    EXPECT_TRUE(this->pasteboard().setDictatedText(QString()));
+    EXPECT_EQ(this->dictatedText(), this->text(""));
 }
 
 TYPED_TEST_P(PasteboardContract, HandingOverKeepsTheContent) {
     this->pasteboard().handOver();
     EXPECT_THAT(this->pasteboard().items(), testing::IsEmpty());
-    this->pasteboard().setDictatedText(QStringLiteral("dictated"));
+    EXPECT_TRUE(this->pasteboard().setDictatedText(QStringLiteral("dictated")));
     this->pasteboard().handOver();
-    EXPECT_EQ(this->pasteboard().items(), this->text("dictated"));
+    EXPECT_EQ(this->dictatedText(), this->text("dictated"));
+}
+
+TYPED_TEST_P(PasteboardContract, ADictatedTextKeepsItsMarkAsAnItem) {
+    EXPECT_TRUE(this->pasteboard().setDictatedText(QStringLiteral("one")));
+    const std::vector<PasteboardItem> items = this->pasteboard().items();
+    EXPECT_TRUE(this->pasteboard().setDictatedText(QStringLiteral("two")));
+    this->pasteboard().restore(items);
+    EXPECT_EQ(this->pasteboard().items(), items);
+}
+
+TYPED_TEST_P(PasteboardContract, RestoringBringsBackWhatADictatedTextDisplaced) {
+    this->pasteboard().setItems(this->text("before"));
+    const std::vector<PasteboardItem> items = this->pasteboard().items();
+    EXPECT_TRUE(this->pasteboard().setDictatedText(QStringLiteral("dictated")));
+    this->pasteboard().restore(items);
+    EXPECT_EQ(this->pasteboard().items(), this->text("before"));
+}
+
+TYPED_TEST_P(PasteboardContract, RestoringNothingKeepsTheDictatedText) {
+    EXPECT_TRUE(this->pasteboard().setDictatedText(QStringLiteral("dictated")));
+    this->pasteboard().restore({});
+    EXPECT_EQ(this->dictatedText(), this->text("dictated"));
 }
 
 REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, StartsEmpty, GivesADictatedTextBack,
     GivesEveryTypeBackInOrder, EachContentReplacesTheOneBefore, AnEmptyTextIsAText,
-    HandingOverKeepsTheContent);
+    HandingOverKeepsTheContent, ADictatedTextKeepsItsMarkAsAnItem,
+    RestoringBringsBackWhatADictatedTextDisplaced, RestoringNothingKeepsTheDictatedText);

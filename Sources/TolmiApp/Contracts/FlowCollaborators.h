@@ -124,8 +124,12 @@ class PasteService {
 public:
     virtual ~PasteService() = default;
 
+    /// Told as soon as a paste is to be expected. Waits for nothing.
+    virtual void prepare() = 0;
     /// Blocks the main thread for the time that the clipboard needs. Cannot fail.
     virtual PasteTargetCapture paste(const QString &text, AppLanguage language) = 0;
+    /// Whether the last paste posted its command, which it does not do when the text is not on the clipboard.
+    virtual bool hasPosted() const = 0;
 };
 
 /// The looping sound while a dictation is processed.

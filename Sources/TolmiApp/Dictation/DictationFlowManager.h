@@ -121,7 +121,7 @@ private:
     AdaptiveTranscriptionRequest transcriptionRequest(const FileURL &audioFileURL) const;
     Task<std::optional<AdaptiveTranscriptionOutcome>> transcribe(FileURL audioFileURL);
     Task<QString> refineIfEnabled(QString text);
-    void pasteAndStore(const AdaptiveTranscriptionOutcome &outcome, const QString &finalText,
+    bool pasteAndStore(const AdaptiveTranscriptionOutcome &outcome, const QString &finalText,
         double durationSeconds, const FileURL &audioFileURL);
     Task<> showDone();
 

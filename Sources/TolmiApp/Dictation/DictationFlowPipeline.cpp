@@ -5,6 +5,7 @@
 #include "TolmiApp/Dictation/DictationFlowManager.h"
 #include "TolmiApp/Dictation/DictationStages.h"
 #include "TolmiApp/Settings/SettingsStore.h"
+#include "TolmiApp/Texts/L10n.h"
 #include "TolmiApp/Transcription/TranscriptionSanitizer.h"
 
 namespace {
@@ -38,9 +39,12 @@ Task<> DictationFlowManager::stopAndProcess() {
         const QString finalText = co_await refineIfEnabled(outcome->text);
         publishLastTranscript(finalText);
         const double durationSeconds = m_platform.clock.now() - started;
-        if (!finalText.isEmpty())
-            pasteAndStore(*outcome, finalText, durationSeconds, audioFileURL);
-        co_await showDone();
+        const bool isPasted
+            = finalText.isEmpty() || pasteAndStore(*outcome, finalText, durationSeconds, audioFileURL);
+        if (isPasted)
+            co_await showDone();
+        else
+            fail(L10n::text(L10n::Phrase::pasteClipboardRefused, m_settings->uiLanguage()));
     }
     // A recording that began while the done state was shown loses its file and its level here: its key-up
     // then finds nothing to process. That is how the flow is meant to behave. A discarded recording has
@@ -106,7 +110,8 @@ Task<QString> DictationFlowManager::refineIfEnabled(QString text) {
     co_return TranscriptionSanitizer::sanitize(refined.value_or(text), m_peakRecordingLevel);
 }
 
-void DictationFlowManager::pasteAndStore(const AdaptiveTranscriptionOutcome &outcome,
+/// Whether the text went to the application in front. It is stored in any case.
+bool DictationFlowManager::pasteAndStore(const AdaptiveTranscriptionOutcome &outcome,
     const QString &finalText, double durationSeconds, const FileURL &audioFileURL) {
     updateState(DictationState::Kind::Pasting);
     const PasteTargetCapture capture
@@ -120,6 +125,7 @@ void DictationFlowManager::pasteAndStore(const AdaptiveTranscriptionOutcome &out
         .pasteTimestamp = capture.timestamp,
         .audioFileRelativePath = m_audioCacheStore.relativePath(audioFileURL),
         .qualityPass = outcome.qualityPass });
+    return m_collaborators.pasteService->hasPosted();
 }
 
 /// Leaves the done state after two seconds, unless a new recording has left it.

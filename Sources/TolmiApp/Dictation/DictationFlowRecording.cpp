@@ -65,6 +65,7 @@ Task<> DictationFlowManager::startDictation() {
     publishFirstPassScore(0);
     publishUsedFallback(false);
     updateState(DictationState::Kind::Recording);
+    m_collaborators.pasteService->prepare();
     logSlowStart(m_platform.clock.now() - keyDown);
 }
 

@@ -27,8 +27,9 @@ SystemPasteService::SystemPasteService(
 PasteTargetCapture SystemPasteService::paste(const QString &text, AppLanguage language) {
     const Target target = captureTarget(language);
     std::vector<PasteboardItem> saved = m_pasteboard.items();
-    m_pasteboard.setDictatedText(pastableText(text, target.isTerminal));
-    blockForClipboard();
+    m_hasPosted = putOnClipboard(pastableText(text, target.isTerminal));
+    if (!m_hasPosted)
+        return target.capture;
     m_keystroke.post();
     m_clock.callAfter(restoreSeconds,
         [self = shared_from_this(), saved = std::move(saved)] { self->restorePasteboard(saved); });
@@ -51,6 +52,14 @@ SystemPasteService::Target SystemPasteService::captureTarget(AppLanguage languag
     return target;
 }
 
+/// The command would paste whatever is on the clipboard, so it must be the text.
+bool SystemPasteService::putOnClipboard(const QString &text) {
+    if (!m_pasteboard.setDictatedText(text))
+        return false;
+    blockForClipboard();
+    return m_pasteboard.holdsDictatedText() || m_pasteboard.setDictatedText(text);
+}
+
 void SystemPasteService::blockForClipboard() {
     m_clock.block(clipboardSeconds);
     for (int step = 0; step < mostModifierSteps && m_keystroke.isModifierHeld(); ++step)
@@ -59,6 +68,5 @@ void SystemPasteService::blockForClipboard() {
 
 void SystemPasteService::restorePasteboard(const std::vector<PasteboardItem> &items) {
     // What was empty before keeps the dictated text, so that it can be pasted again.
-    if (!items.empty())
-        m_pasteboard.setItems(items);
+    m_pasteboard.restore(items);
 }

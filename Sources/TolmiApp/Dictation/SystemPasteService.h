@@ -11,7 +11,7 @@ class PasteKeystroke;
 
 /// Puts a text, without what an application might obey, into the application that has the focus, by way of
 /// the clipboard, and brings the former content of the clipboard back a second later, whatever was copied in
-/// between.
+/// between. Where the clipboard does not take the text, nothing is posted.
 ///
 /// Main thread only. Held by a std::shared_ptr, which the delayed restore shares. The platform's parts
 /// outlive it.
@@ -21,7 +21,9 @@ public:
     SystemPasteService(
         Pasteboard &pasteboard, PasteKeystroke &keystroke, FrontmostApplication &frontmost, Clock &clock);
 
+    void prepare() override { m_pasteboard.readAhead(); }
     PasteTargetCapture paste(const QString &text, AppLanguage language) override;
+    bool hasPosted() const override { return m_hasPosted; }
 
 private:
     struct Target {
@@ -30,6 +32,7 @@ private:
     };
 
     Target captureTarget(AppLanguage language);
+    bool putOnClipboard(const QString &text);
     void blockForClipboard();
     void restorePasteboard(const std::vector<PasteboardItem> &items);
 
@@ -37,4 +40,5 @@ private:
     PasteKeystroke &m_keystroke;
     FrontmostApplication &m_frontmost;
     Clock &m_clock;
+    bool m_hasPosted = false;
 };

@@ -1,5 +1,6 @@
 #include "App/Dictation/DictationFlowFixture.h"
 
+#include "TolmiApp/Texts/L10n.h"
 #include "TolmiCore/TranscriptionEngine.h"
 
 #include <QLoggingCategory>
@@ -135,6 +136,31 @@ TEST_F(DictationFlowPipeline, ReadsLaterSettingsAtTheirMoment) {
             "paster.paste Hello en", "overlay.show Done en" }));
     EXPECT_EQ(fakes.transcriber->requests[0].language, "ro");
     EXPECT_EQ(fakes.history->added.at(0).language, "en");
+}
+
+TEST_F(DictationFlowPipeline, ATextThatTheClipboardDoesNotTakeIsStoredAndToldOf) {
+    settings->setUiLanguage(AppLanguage::English);
+    settings->setRefinementEnabled(false);
+    fakes.paster->posts = false;
+    recordAt(0.5);
+    fakes.transcriber->outcomes.give(outcome("hello"));
+    keyUp();
+    EXPECT_EQ(manager->state(),
+        DictationState::error(L10n::text(L10n::Phrase::pasteClipboardRefused, AppLanguage::English)));
+    EXPECT_EQ(manager->lastTranscript(), "hello");
+    ASSERT_EQ(fakes.history->added.size(), 1U);
+    EXPECT_EQ(fakes.history->added[0].refinedText, "hello");
+    clock.advance(3);
+    EXPECT_EQ(manager->state(), Kind::Idle);
+    fakes.paster->posts = true;
+    dictate("again");
+    EXPECT_EQ(manager->state(), Kind::Done);
+}
+
+TEST_F(DictationFlowPipeline, PreparesThePasteWhenARecordingStarts) {
+    EXPECT_EQ(fakes.paster->prepareCount, 0);
+    record();
+    EXPECT_EQ(fakes.paster->prepareCount, 1);
 }
 
 TEST_F(DictationFlowPipeline, StoresTheDictation) {

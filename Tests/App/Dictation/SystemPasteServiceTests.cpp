@@ -22,7 +22,7 @@ std::vector<PasteboardItem> severalItems() {
 }
 
 std::vector<PasteboardItem> dictated(const QString &text) {
-    return { PasteboardItem { { { pasteboardTextType, text.toUtf8() } } } };
+    return FakePasteboard::dictated(text);
 }
 
 class SystemPasteServiceTests : public testing::Test {
@@ -47,17 +47,17 @@ TEST_F(SystemPasteServiceTests, GoesThroughItsStepsInOrder) {
     };
     pasteboard.content = severalItems();
     paste(text);
-    EXPECT_THAT(steps, ElementsAre("front", "items", "setDictatedText", "post"));
+    EXPECT_THAT(steps, ElementsAre("front", "items", "setDictatedText", "holdsDictatedText", "post"));
     clock.advance(0.999);
-    EXPECT_THAT(steps, SizeIs(4));
+    EXPECT_THAT(steps, SizeIs(5));
     clock.advance(0.001);
-    EXPECT_EQ(steps.back(), "setItems");
+    EXPECT_EQ(steps.back(), "restore");
 }
 
 TEST_F(SystemPasteServiceTests, PutsTheTextOnTheClipboardMarkedAsDictated) {
     paste(text);
     EXPECT_EQ(pasteboard.content, dictated(text));
-    EXPECT_TRUE(pasteboard.isMarked);
+    EXPECT_TRUE(pasteboard.isMarked());
 }
 
 TEST_F(SystemPasteServiceTests, PastesNothingThatAnApplicationObeys) {
@@ -74,7 +74,7 @@ TEST_F(SystemPasteServiceTests, BringsEveryItemBackUnmarked) {
     paste(text);
     clock.advance(1.0);
     EXPECT_EQ(pasteboard.content, severalItems());
-    EXPECT_FALSE(pasteboard.isMarked);
+    EXPECT_FALSE(pasteboard.isMarked());
 }
 
 TEST_F(SystemPasteServiceTests, AnEmptyClipboardKeepsTheDictatedText) {
@@ -103,7 +103,57 @@ TEST_F(SystemPasteServiceTests, TwoPastesWithinASecondLoseTheFormerContent) {
     EXPECT_EQ(pasteboard.content, severalItems());
     clock.advance(0.5);
     EXPECT_EQ(pasteboard.content, dictated(QStringLiteral("first")));
-    EXPECT_FALSE(pasteboard.isMarked);
+    EXPECT_TRUE(pasteboard.isMarked());
+}
+
+TEST_F(SystemPasteServiceTests, ReadsTheClipboardAheadWhenAPasteIsToBeExpected) {
+    service->prepare();
+    EXPECT_THAT(pasteboard.calls, ElementsAre("readAhead"));
+}
+
+TEST_F(SystemPasteServiceTests, PostsNothingWhenTheClipboardDoesNotTakeTheText) {
+    pasteboard.content = severalItems();
+    pasteboard.refusals = 1;
+    frontmost.application = FrontApplication { QStringLiteral("Notes"), std::nullopt };
+    EXPECT_EQ(paste(text).appName, "Notes");
+    EXPECT_FALSE(service->hasPosted());
+    clock.advance(2.0);
+    EXPECT_EQ(keystroke.postCount, 0);
+    EXPECT_THAT(pasteboard.calls, testing::Not(testing::Contains(QStringLiteral("restore"))));
+    paste(text);
+    EXPECT_TRUE(service->hasPosted());
+    EXPECT_EQ(keystroke.postCount, 1);
+}
+
+/// Another program copies while the paste waits for the clipboard.
+class SystemPasteTakenOverTests : public SystemPasteServiceTests {
+protected:
+    void copyDuringTheWait() {
+        pasteboard.onCall = [this](const QString &call) {
+            if (call == QLatin1String("holdsDictatedText"))
+                pasteboard.content = severalItems();
+        };
+    }
+};
+
+TEST_F(SystemPasteTakenOverTests, TheTextIsPutThereAgain) {
+    copyDuringTheWait();
+    keystroke.onPost = [this] { EXPECT_EQ(pasteboard.content, dictated(text)); };
+    paste(text);
+    EXPECT_TRUE(service->hasPosted());
+    EXPECT_EQ(keystroke.postCount, 1);
+}
+
+TEST_F(SystemPasteTakenOverTests, NothingIsPostedWithoutIt) {
+    copyDuringTheWait();
+    pasteboard.onCall = [this, copies = pasteboard.onCall](const QString &call) {
+        copies(call);
+        if (call == QLatin1String("holdsDictatedText"))
+            pasteboard.refusals = 1;
+    };
+    paste(text);
+    EXPECT_FALSE(service->hasPosted());
+    EXPECT_EQ(keystroke.postCount, 0);
 }
 
 TEST_F(SystemPasteServiceTests, LivesUntilTheClipboardIsRestored) {

@@ -34,7 +34,7 @@ TEST_F(DictationLiveModelTest, CopiesItAsAnOrdinaryText) {
     model->copyLastTranscript();
     const PasteboardItem copied { { { pasteboardTextType, QByteArrayLiteral("Ședința la zece") } } };
     EXPECT_EQ(pasteboard.content, std::vector { copied });
-    EXPECT_FALSE(pasteboard.isMarked);
+    EXPECT_FALSE(pasteboard.isMarked());
 }
 
 TEST_F(DictationLiveModelTest, DrivesTheFlow) {

@@ -440,7 +440,7 @@ TEST_F(HistoryWorkspaceModelTest, CopiesReplaceTheClipboardUnmarked) {
     EXPECT_EQ(clipboard(), (Representations { { pasteboardTextType, "raw" } }));
     m_model->copyRefinedText();
     EXPECT_EQ(clipboard(), (Representations { { pasteboardTextType, "Rafinat: țară 🙂" } }));
-    EXPECT_FALSE(m_user->pasteboard.isMarked);
+    EXPECT_FALSE(m_user->pasteboard.isMarked());
     EXPECT_EQ(m_model->copyRawTitle(), QStringLiteral("Copy Raw"));
     EXPECT_EQ(m_model->copyRefinedTitle(), QStringLiteral("Copy Refined"));
 }

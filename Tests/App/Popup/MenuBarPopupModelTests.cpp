@@ -111,7 +111,7 @@ TEST_F(MenuBarPopupModelTest, CopyIsAnOrdinaryPlainText) {
     const QByteArray bytes = QStringLiteral("Ședință la ora zece.").toUtf8();
     EXPECT_EQ(pasteboard.content, std::vector { (PasteboardItem { { { pasteboardTextType, bytes } } }) });
     EXPECT_EQ(pasteboard.calls, std::vector { QStringLiteral("setItems") });
-    EXPECT_FALSE(pasteboard.isMarked);
+    EXPECT_FALSE(pasteboard.isMarked());
 }
 
 TEST_F(MenuBarPopupModelTest, InterfaceLanguagesInTheirOrder) {

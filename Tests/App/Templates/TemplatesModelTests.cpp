@@ -161,7 +161,7 @@ TEST_F(TemplatesModelTest, CopiesThePreviewUnmarked) {
     model.copyPreview();
     const PasteboardItem expected { { { pasteboardTextType, model.outputText().toUtf8() } } };
     EXPECT_EQ(pasteboard.content, std::vector { expected });
-    EXPECT_FALSE(pasteboard.isMarked);
+    EXPECT_FALSE(pasteboard.isMarked());
     EXPECT_EQ(pasteboard.calls.size(), 1u);
 }
 

@@ -9,8 +9,10 @@ constexpr std::array utf8TextTypes { "text/plain;charset=utf-8", "UTF8_STRING" }
 constexpr std::array textTypes { "text/plain;charset=utf-8", "UTF8_STRING", "text/plain", "TEXT", "STRING" };
 constexpr std::array lateTypes { "text/plain", "TEXT", "STRING", "COMPOUND_TEXT" };
 
-/// Clipboard managers leave out what says "secret" here.
+/// Clipboard managers leave out what says "secret" here; CopyQ has a type of its own for that.
 const QString hintType = QStringLiteral("x-kde-passwordManagerHint");
+const QByteArray secretHint = QByteArrayLiteral("secret");
+const QString copyqHiddenType = QStringLiteral("application/x-copyq-hidden");
 
 constexpr std::array typesWithoutContent { "TARGETS", "MULTIPLE", "TIMESTAMP", "SAVE_TARGETS", "DELETE",
     "INSERT_SELECTION", "INSERT_PROPERTY", "PIXMAP", "BITMAP", "DRAWABLE", "COLORMAP", "FOREGROUND",
@@ -46,11 +48,13 @@ QString bestImage(const std::vector<QString> &offered) {
 }
 
 int readingRank(const QString &type) {
-    if (contains(utf8TextTypes, type))
+    if (type == hintType || type == copyqHiddenType)
         return 0;
+    if (contains(utf8TextTypes, type))
+        return 1;
     if (contains(lateTypes, type))
-        return 3;
-    return isImage(type) ? 2 : 1;
+        return 4;
+    return isImage(type) ? 3 : 2;
 }
 } // namespace
 
@@ -64,9 +68,8 @@ ClipboardContent::ClipboardContent(const std::vector<PasteboardItem> &items) {
 }
 
 ClipboardContent ClipboardContent::dictated(const QString &text) {
-    ClipboardContent content({ PasteboardItem { { { pasteboardTextType, text.toUtf8() } } } });
-    content.m_isDictated = true;
-    return content;
+    return ClipboardContent({ PasteboardItem { { { pasteboardTextType, text.toUtf8() },
+        { hintType, secretHint }, { copyqHiddenType, QByteArrayLiteral("1") } } } });
 }
 
 std::vector<PasteboardItem> ClipboardContent::items() const {
@@ -84,20 +87,21 @@ std::vector<QString> ClipboardContent::types() const {
                 types.push_back(type);
         }
     }
-    if (m_isDictated)
-        types.push_back(hintType);
     return types;
 }
 
 std::optional<QByteArray> ClipboardContent::data(const QString &type) const {
     if (const QByteArray *data = find(type))
         return *data;
-    if (m_isDictated && type == hintType)
-        return QByteArrayLiteral("secret");
     const QByteArray *text = utf8Text();
     if (!text || !contains(textTypes, type))
         return {};
     return type == QLatin1String("STRING") ? QString::fromUtf8(*text).toLatin1() : *text;
+}
+
+bool ClipboardContent::isSecret() const {
+    const QByteArray *hint = find(hintType);
+    return hint && *hint == secretHint;
 }
 
 const QByteArray *ClipboardContent::find(const QString &type) const {

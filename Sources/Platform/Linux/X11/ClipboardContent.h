@@ -15,22 +15,24 @@ public:
     /// A text that clipboard managers are asked to keep out of their records.
     static ClipboardContent dictated(const QString &text);
 
-    /// The content without what it is offered as in addition.
+    /// The content without the further names that it is offered under.
     std::vector<PasteboardItem> items() const;
     /// Every type that is offered.
     std::vector<QString> types() const;
     /// Nothing when the type is not offered.
     std::optional<QByteArray> data(const QString &type) const;
 
+    /// Whether clipboard managers are asked not to keep it.
+    bool isSecret() const;
+
 private:
     const QByteArray *find(const QString &type) const;
     const QByteArray *utf8Text() const;
 
     PasteboardItem m_item;
-    bool m_isDictated = false;
 };
 
 /// Which of the types that an owner offers are worth reading, and in which order, so that the best is there
-/// when time runs out. Left out is what describes the clipboard itself or means something only while the
-/// owner lives, and all but one encoding of a picture.
+/// when time runs out, and nothing secret without its mark. Left out is what describes the clipboard itself
+/// or means something only while the owner lives, and all but one encoding of a picture.
 std::vector<QString> clipboardTypesToRead(const std::vector<QString> &offered);

@@ -11,7 +11,7 @@
 #include <vector>
 
 namespace {
-/// Classes of terminal emulators in lower case, all of which paste at Ctrl+Shift+V.
+/// Classes of terminal emulators in lower case, which paste at Ctrl+Shift+V unless they are named below.
 constexpr std::array terminalClasses {
     "alacritty",
     "blackbox",
@@ -60,8 +60,12 @@ constexpr std::array terminalClasses {
     "yakuake",
 };
 
-bool isTerminalClass(const QString &name) {
-    return std::ranges::find(terminalClasses, name.toLower().toStdString()) != terminalClasses.end();
+/// Classes of programs in lower case that paste at Shift+Insert.
+constexpr std::array shiftInsertClasses { "emacs", "eterm", "gvim", "urxvt", "uxterm", "xterm" };
+
+template <size_t count>
+bool contains(const std::array<const char *, count> &classes, const QString &name) {
+    return std::ranges::find(classes, name.toLower().toStdString()) != classes.end();
 }
 
 QString textProperty(const X11Display &display, Window window, const char *property) {
@@ -82,8 +86,8 @@ std::optional<X11ActiveWindow> X11ActiveWindow::current(const X11Display &displa
         return {};
     const QStringList names = textProperty(display, window, "WM_CLASS").split(u'\0');
     X11ActiveWindow result { names.value(0), names.value(1),
-        textProperty(display, window, "_GTK_APPLICATION_ID"),
-        numberProperty(display, window, "_NET_WM_PID") };
+        textProperty(display, window, "_GTK_APPLICATION_ID"), numberProperty(display, window, "_NET_WM_PID"),
+        window };
     if (result.instance.isEmpty() && result.className.isEmpty())
         return {};
     if (result.applicationID.isEmpty())
@@ -92,5 +96,9 @@ std::optional<X11ActiveWindow> X11ActiveWindow::current(const X11Display &displa
 }
 
 bool X11ActiveWindow::isTerminal() const {
-    return isTerminalClass(className) || isTerminalClass(instance);
+    return contains(terminalClasses, className) || contains(terminalClasses, instance);
+}
+
+bool X11ActiveWindow::pastesAtShiftInsert() const {
+    return contains(shiftInsertClasses, className) || contains(shiftInsertClasses, instance);
 }

@@ -12,28 +12,40 @@ constexpr std::chrono::seconds longestPause { 20 };
 } // namespace
 
 X11ClipboardOwner::X11ClipboardOwner(
-    X11Display &display, Window window, const X11ClipboardEncodings &encodings)
+    X11Display &display, Atom selection, Window window, const X11ClipboardEncodings &encodings, OnRead onRead)
     : m_display(display)
+    , m_selection(selection)
     , m_window(window)
-    , m_encodings(encodings) { }
+    , m_encodings(encodings)
+    , m_onRead(std::move(onRead)) { }
 
-void X11ClipboardOwner::take(ClipboardContent content) {
-    const Atom clipboard = m_display.atom("CLIPBOARD");
+bool X11ClipboardOwner::take(ClipboardContent content) {
     m_content = std::move(content);
     m_owns = false;
     // Another program may take it in the same moment; the text is to be there when the paste command arrives.
     for (int attempt = 0; attempt < mostAttempts && !m_owns; ++attempt) {
         m_takenAt = serverTime();
+        if (m_display.isBroken())
+            break;
         m_takenBy = NextRequest(m_display.get());
-        XSetSelectionOwner(m_display.get(), clipboard, m_window, m_takenAt);
-        m_owns = XGetSelectionOwner(m_display.get(), clipboard) == m_window;
+        XSetSelectionOwner(m_display.get(), m_selection, m_window, m_takenAt);
+        m_owns = ownsNow();
     }
+    return m_owns;
+}
+
+bool X11ClipboardOwner::ownsNow() const {
+    return m_display.selectionOwner(m_selection) == m_window;
 }
 
 Time X11ClipboardOwner::serverTime() const {
     const Atom property = m_display.atom("_TOLMI_TIME");
+    if (m_display.isBroken())
+        return CurrentTime;
     XChangeProperty(m_display.get(), m_window, property, XA_INTEGER, 8, PropModeAppend, nullptr, 0);
     XSync(m_display.get(), False);
+    if (m_display.isBroken())
+        return CurrentTime;
     XEvent event;
     const auto isAnswer = [](Display *, XEvent *candidate, XPointer property) -> int {
         return candidate->type == PropertyNotify
@@ -48,10 +60,12 @@ Time X11ClipboardOwner::serverTime() const {
 void X11ClipboardOwner::handle(const XEvent &event) {
     switch (event.type) {
     case SelectionClear:
-        clear(event.xselectionclear);
+        if (event.xselectionclear.selection == m_selection)
+            clear(event.xselectionclear);
         break;
     case SelectionRequest:
-        answer(event.xselectionrequest);
+        if (event.xselectionrequest.selection == m_selection)
+            answer(event.xselectionrequest);
         break;
     case PropertyNotify:
         if (event.xproperty.window != m_window && event.xproperty.state == PropertyDelete)
@@ -78,11 +92,13 @@ void X11ClipboardOwner::answer(const XSelectionRequestEvent &request) {
     // Old programs leave the choice of the property to the owner.
     const Atom property = request.property == None ? request.target : request.property;
     bool isGiven = false;
-    if (m_owns && request.selection == m_display.atom("CLIPBOARD")) {
+    if (m_owns) {
         isGiven = request.target == m_display.atom("MULTIPLE")
             ? request.property != None && convertSeveral(request.requestor, property)
             : convert(request.requestor, request.target, property);
     }
+    if (m_display.isBroken())
+        return;
     XEvent event {};
     event.xselection.type = SelectionNotify;
     event.xselection.requestor = request.requestor;
@@ -113,7 +129,13 @@ bool X11ClipboardOwner::convert(Window requestor, Atom target, Atom property) {
     if (!converted)
         return false;
     give(requestor, property, *std::move(converted));
+    if (m_onRead && isContent(target))
+        m_onRead(requestor);
     return true;
+}
+
+bool X11ClipboardOwner::isContent(Atom target) const {
+    return m_content.data(m_display.atomName(target)).has_value();
 }
 
 std::vector<quint32> X11ClipboardOwner::targets() const {

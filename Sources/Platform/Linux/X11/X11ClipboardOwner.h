@@ -3,6 +3,7 @@
 #include "Platform/Linux/X11/ClipboardContent.h"
 #include "Platform/Linux/X11/X11Display.h"
 
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -14,15 +15,22 @@ struct X11ClipboardEncoding {
 };
 using X11ClipboardEncodings = std::map<QString, X11ClipboardEncoding>;
 
-/// Gives what this program has on the clipboard to the programs that ask for it.
+/// Gives what this program has on a selection to the programs that ask for it.
 class X11ClipboardOwner {
 public:
-    /// The display and the encodings outlive the owner. `window` selects property changes.
-    X11ClipboardOwner(X11Display &display, Window window, const X11ClipboardEncodings &encodings);
+    /// Told of each window that was given some of the content.
+    using OnRead = std::function<void(Window reader)>;
 
-    /// Takes the clipboard with `content`. Programs that were still reading the former content get all of it.
-    void take(ClipboardContent content);
+    /// The display and the encodings outlive the owner. `window` selects property changes.
+    X11ClipboardOwner(X11Display &display, Atom selection, Window window,
+        const X11ClipboardEncodings &encodings, OnRead onRead = {});
+
+    /// Takes the selection with `content` and says whether the server has it so. Programs that were still
+    /// reading the former content get all of it.
+    bool take(ClipboardContent content);
     bool owns() const { return m_owns; }
+    /// What the server says, news that are still under way included.
+    bool ownsNow() const;
     const ClipboardContent &content() const { return m_content; }
     /// The types offered, as atoms.
     std::vector<quint32> targets() const;
@@ -43,6 +51,7 @@ private:
     void answer(const XSelectionRequestEvent &request);
     bool convert(Window requestor, Atom target, Atom property);
     bool convertSeveral(Window requestor, Atom property);
+    bool isContent(Atom target) const;
     std::optional<X11Property> value(Atom target) const;
     void give(Window requestor, Atom property, X11Property value);
     void startTransfer(Window requestor, Atom property, X11Property value);
@@ -53,8 +62,10 @@ private:
     Time serverTime() const;
 
     X11Display &m_display;
+    Atom m_selection;
     Window m_window;
     const X11ClipboardEncodings &m_encodings;
+    OnRead m_onRead;
     ClipboardContent m_content;
     bool m_owns = false;
     Time m_takenAt = 0;

@@ -5,6 +5,7 @@
 namespace {
 /// Each question gets a property of its own in turn, so that a late answer to an earlier one is known.
 constexpr int propertyCount = 32;
+constexpr size_t mostTypes = 500;
 } // namespace
 
 X11ClipboardReader::X11ClipboardReader(
@@ -17,50 +18,75 @@ X11ClipboardReader::X11ClipboardReader(
         m_properties.push_back(m_display.atom(QStringLiteral("_TOLMI_TRANSFER_%1").arg(number)));
 }
 
-std::vector<PasteboardItem> X11ClipboardReader::items(Instant until) {
-    const Atom clipboard = m_display.atom("CLIPBOARD");
-    if (XGetSelectionOwner(m_display.get(), clipboard) == None)
-        return {};
-    const auto targets = convert(clipboard, m_display.atom("TARGETS"), until);
-    if (!targets)
-        return {};
-    std::vector<QString> offered;
-    for (const quint32 target : unpackedProperty(*targets))
-        offered.push_back(m_display.atomName(target));
-    const auto item = itemOf(offered, until);
-    return item ? std::vector { *item } : std::vector<PasteboardItem>();
-}
-
-std::optional<PasteboardItem> X11ClipboardReader::itemOf(const std::vector<QString> &offered, Instant until) {
-    PasteboardItem item;
-    for (const QString &type : clipboardTypesToRead(offered)) {
-        if (const auto bytes = data(type, until))
-            item.representations.emplace_back(type, *bytes);
-    }
+std::vector<PasteboardItem> X11ClipboardSnapshot::items() const {
     if (item.representations.empty())
         return {};
-    std::ranges::stable_sort(item.representations, {},
-        [&offered](const auto &representation) { return std::ranges::find(offered, representation.first); });
-    return item;
+    PasteboardItem sorted = item;
+    std::ranges::stable_sort(sorted.representations, {},
+        [this](const auto &representation) { return std::ranges::find(*offered, representation.first); });
+    return { sorted };
 }
 
-std::optional<QByteArray> X11ClipboardReader::data(const QString &type, Instant until) {
+void X11ClipboardReader::read(X11ClipboardSnapshot &snapshot, Atom selection, Instant until) {
+    if (!snapshot.offered)
+        readTypes(snapshot, selection, until);
+    while (!snapshot.left.empty() && readNext(snapshot, selection, until))
+        snapshot.left.pop_front();
+}
+
+void X11ClipboardReader::readTypes(X11ClipboardSnapshot &snapshot, Atom selection, Instant until) {
+    const auto targets = convert(selection, m_display.atom("TARGETS"), until);
+    if (!targets)
+        return;
+    snapshot.offered = m_display.atomNames(worthNaming(unpackedProperty(*targets)));
+    const std::vector<QString> types = clipboardTypesToRead(*snapshot.offered);
+    snapshot.left.assign(types.begin(), types.end());
+}
+
+/// No program needs so many types; the text must not get lost among them.
+std::vector<quint32> X11ClipboardReader::worthNaming(std::vector<quint32> targets) const {
+    if (targets.size() <= mostTypes)
+        return targets;
+    std::vector<quint32> kept(targets.begin(), targets.begin() + mostTypes);
+    for (const char *name : { "UTF8_STRING", "text/plain;charset=utf-8", "x-kde-passwordManagerHint" }) {
+        const auto atom = quint32(m_display.atom(name));
+        if (std::ranges::find(targets, atom) != targets.end() && std::ranges::find(kept, atom) == kept.end())
+            kept.push_back(atom);
+    }
+    return kept;
+}
+
+/// Whether the owner has answered, be it that it does not give the type.
+bool X11ClipboardReader::readNext(X11ClipboardSnapshot &snapshot, Atom selection, Instant until) {
+    const QString type = snapshot.left.front();
     const Atom target = m_display.atom(type);
-    auto value = convert(m_display.atom("CLIPBOARD"), target, until);
-    if (!value)
-        return {};
-    if (value->type != target || value->format != 8)
-        m_encodings[type] = { value->type, value->format };
+    Conversion conversion = ask(selection, target, until);
+    if (conversion.stage == Stage::Refused)
+        return true;
+    if (conversion.stage != Stage::Complete)
+        return false;
+    if (conversion.value.type != target || conversion.value.format != 8)
+        m_encodings[type] = { conversion.value.type, conversion.value.format };
     else
         m_encodings.erase(type);
-    return std::move(value->bytes);
+    snapshot.item.representations.emplace_back(type, std::move(conversion.value.bytes));
+    return true;
 }
 
 std::optional<X11Property> X11ClipboardReader::convert(
-    Atom selection, Atom target, Instant until, const std::optional<X11Property> &parameter) {
-    if (std::chrono::steady_clock::now() >= until)
+    Atom selection, Atom target, Instant until, const Parameter &parameter) {
+    Conversion conversion = ask(selection, target, until, parameter);
+    if (conversion.stage != Stage::Complete)
         return {};
+    return std::move(conversion.value);
+}
+
+/// The stage tells how far the answer has come by then.
+X11ClipboardReader::Conversion X11ClipboardReader::ask(
+    Atom selection, Atom target, Instant until, const Parameter &parameter) {
     m_conversion = { target, nextProperty(), Stage::Asked, {} };
+    if (m_display.isBroken() || std::chrono::steady_clock::now() >= until)
+        return std::exchange(m_conversion, {});
     if (parameter)
         m_display.setProperty(m_window, m_conversion.property, *parameter);
     else
@@ -69,10 +95,7 @@ std::optional<X11Property> X11ClipboardReader::convert(
     m_handleEvents(
         [this] { return m_conversion.stage == Stage::Complete || m_conversion.stage == Stage::Refused; },
         until);
-    Conversion conversion = std::exchange(m_conversion, {});
-    if (conversion.stage != Stage::Complete)
-        return {};
-    return std::move(conversion.value);
+    return std::exchange(m_conversion, {});
 }
 
 Atom X11ClipboardReader::nextProperty() {

@@ -2,12 +2,25 @@
 
 #include "Platform/Linux/X11/X11ClipboardOwner.h"
 
+#include <deque>
 #include <functional>
 
-/// Reads what another program has on the clipboard.
+/// What another program has on a selection, as far as it has been read.
+struct X11ClipboardSnapshot {
+    /// Every type, in the owner's order; absent until the owner has told.
+    std::optional<std::vector<QString>> offered;
+    /// Those that are still to be read, the best first.
+    std::deque<QString> left;
+    PasteboardItem item;
+
+    std::vector<PasteboardItem> items() const;
+};
+
+/// Reads what other programs have on the selections.
 class X11ClipboardReader {
 public:
     using Instant = X11Display::Instant;
+    using Parameter = std::optional<X11Property>;
     /// Handles events, all of them, until the condition holds or the instant has come.
     using HandleEvents = std::function<void(const std::function<bool()> &isDone, Instant until)>;
 
@@ -16,13 +29,13 @@ public:
     X11ClipboardReader(
         X11Display &display, Window window, X11ClipboardEncodings &encodings, HandleEvents handleEvents);
 
-    /// What could be read by then.
-    std::vector<PasteboardItem> items(Instant until);
+    /// Reads on where `snapshot` ends, as far as it goes by then.
+    void read(X11ClipboardSnapshot &snapshot, Atom selection, Instant until);
 
     /// Asks the owner of `selection` for `target`, with a parameter for targets that take one; nothing when
     /// the owner refuses, or has not given it all by then.
     std::optional<X11Property> convert(
-        Atom selection, Atom target, Instant until, const std::optional<X11Property> &parameter = {});
+        Atom selection, Atom target, Instant until, const Parameter &parameter = {});
 
     void handle(const XEvent &event);
 
@@ -41,8 +54,10 @@ private:
         X11Property value;
     };
 
-    std::optional<PasteboardItem> itemOf(const std::vector<QString> &types, Instant until);
-    std::optional<QByteArray> data(const QString &type, Instant until);
+    void readTypes(X11ClipboardSnapshot &snapshot, Atom selection, Instant until);
+    bool readNext(X11ClipboardSnapshot &snapshot, Atom selection, Instant until);
+    std::vector<quint32> worthNaming(std::vector<quint32> targets) const;
+    Conversion ask(Atom selection, Atom target, Instant until, const Parameter &parameter = {});
     void receiveAnswer(const XSelectionEvent &event);
     void receivePiece(const XPropertyEvent &event);
     Atom nextProperty();

@@ -83,10 +83,26 @@ X11Display::~X11Display() {
 }
 
 QString X11Display::atomName(Atom atom) const {
+    if (m_isBroken)
+        return {};
     char *name = XGetAtomName(m_display, atom);
     const QString result = QString::fromUtf8(name);
     if (name)
         XFree(name);
+    return result;
+}
+
+std::vector<QString> X11Display::atomNames(const std::vector<quint32> &atoms) const {
+    std::vector<Atom> asked(atoms.begin(), atoms.end());
+    std::vector<char *> names(asked.size());
+    if (!asked.empty() && !m_isBroken)
+        XGetAtomNames(m_display, asked.data(), int(asked.size()), names.data());
+    std::vector<QString> result;
+    for (char *name : names) {
+        result.push_back(QString::fromUtf8(name));
+        if (name)
+            XFree(name);
+    }
     return result;
 }
 
@@ -103,6 +119,10 @@ void X11Display::wait(int wakeDescriptor, std::optional<Instant> until) {
     poll(descriptors, 2, milliseconds);
 }
 
+Window X11Display::selectionOwner(Atom selection) const {
+    return m_isBroken ? None : XGetSelectionOwner(m_display, selection);
+}
+
 std::optional<XEvent> X11Display::takeEvent() {
     if (m_isBroken || XPending(m_display) <= 0 || m_isBroken)
         return {};
@@ -117,8 +137,9 @@ std::optional<X11Property> X11Display::property(Window window, Atom property, bo
     unsigned long count = 0;
     unsigned long left = 0;
     unsigned char *units = nullptr;
-    if (XGetWindowProperty(m_display, window, property, 0, everything, removes, AnyPropertyType, &result.type,
-            &result.format, &count, &left, &units)
+    if (m_isBroken
+        || XGetWindowProperty(m_display, window, property, 0, everything, removes, AnyPropertyType,
+               &result.type, &result.format, &count, &left, &units)
             != Success
         || result.type == None) {
         return {};
@@ -133,6 +154,8 @@ std::optional<X11Property> X11Display::property(Window window, Atom property, bo
 }
 
 void X11Display::setProperty(Window window, Atom property, const X11Property &value) const {
+    if (m_isBroken)
+        return;
     const auto count = size_t(value.bytes.size()) / size_t(value.format / 8);
     if (value.format == 32) {
         const auto units = converted<unsigned long, quint32>(value.bytes.constData(), count);

@@ -34,10 +34,12 @@ public:
 
     Display *get() const { return m_display; }
     Window root() const { return DefaultRootWindow(m_display); }
-    Atom atom(const char *name) const { return XInternAtom(m_display, name, False); }
+    Atom atom(const char *name) const { return m_isBroken ? None : XInternAtom(m_display, name, False); }
     Atom atom(const QString &name) const { return atom(name.toUtf8().constData()); }
     /// The name of an atom that the server sent; empty when there is no such atom.
     QString atomName(Atom atom) const;
+    /// The names of many at the cost of one.
+    std::vector<QString> atomNames(const std::vector<quint32> &atoms) const;
 
     /// Whether the connection has gone. Every request is in vain then.
     bool isBroken() const { return m_isBroken; }
@@ -45,6 +47,9 @@ public:
     /// Waits until an event is there to be read, `wakeDescriptor` (if not negative) is readable, or the
     /// instant has come; without one, as long as it takes.
     void wait(int wakeDescriptor, std::optional<Instant> until);
+
+    /// The window that owns a selection; None when nobody does.
+    Window selectionOwner(Atom selection) const;
 
     /// Takes the next event that has arrived, without waiting for one.
     std::optional<XEvent> takeEvent();

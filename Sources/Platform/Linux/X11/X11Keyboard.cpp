@@ -76,15 +76,27 @@ unsigned X11Keyboard::group() const {
 }
 
 unsigned X11Keyboard::keyCode(KeySym keySym, unsigned otherwise) const {
+    return find(keySym, group()).value_or(otherwise);
+}
+
+bool X11Keyboard::hasLatinLetters() const {
+    constexpr unsigned mostGroups = 4;
+    for (unsigned group = 0; group < mostGroups; ++group) {
+        if (find(XK_v, group))
+            return true;
+    }
+    return false;
+}
+
+std::optional<unsigned> X11Keyboard::find(KeySym keySym, unsigned group) const {
     int first = 0;
     int last = 0;
     XDisplayKeycodes(m_display.get(), &first, &last);
-    const unsigned group = this->group();
     for (int code = first; code <= last; ++code) {
         if (this->keySym(unsigned(code), group) == keySym)
             return unsigned(code);
     }
-    return otherwise;
+    return {};
 }
 
 std::vector<unsigned> X11Keyboard::heldKeys() const {

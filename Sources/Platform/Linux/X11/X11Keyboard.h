@@ -29,6 +29,9 @@ public:
     KeySym keySym(unsigned keyCode) const;
     /// The first key with that meaning, or `otherwise` when the layout has none.
     unsigned keyCode(KeySym keySym, unsigned otherwise) const;
+    /// Whether any of the layouts that can be chosen has Latin letters. Programs know no letter of a shortcut
+    /// without.
+    bool hasLatinLetters() const;
     /// The key codes of the keys that are down.
     std::vector<unsigned> heldKeys() const;
     /// Those of them that are modifiers: Shift, Control, Alt, Meta, Super, Hyper, and what selects further
@@ -46,6 +49,7 @@ public:
 private:
     unsigned group() const;
     KeySym keySym(unsigned keyCode, unsigned group) const;
+    std::optional<unsigned> find(KeySym keySym, unsigned group) const;
 
     X11Display &m_display;
     int m_firstEvent = 0;

@@ -1,0 +1,22 @@
+#include "Platform/Linux/X11/X11PasteProgress.h"
+
+void X11PasteProgress::begin(bool offersPrimary) {
+    std::lock_guard lock(m_mutex);
+    m_offersPrimary = offersPrimary;
+    m_target.reset();
+}
+
+void X11PasteProgress::post(Window target) {
+    std::lock_guard lock(m_mutex);
+    m_target = target;
+}
+
+bool X11PasteProgress::offersPrimary() const {
+    std::lock_guard lock(m_mutex);
+    return m_offersPrimary;
+}
+
+std::optional<X11PasteProgress::Window> X11PasteProgress::target() const {
+    std::lock_guard lock(m_mutex);
+    return m_target;
+}
