@@ -1,5 +1,7 @@
 #include "Main/Adapters.h"
 
+#include "Foundation/Error.h"
+#include "Foundation/Log.h"
 #include "Main/WindowSystem.h"
 #include "Platform/Desktop/FileUserDefaults.h"
 #include "Platform/Desktop/LocalSocketInstance.h"
@@ -12,15 +14,31 @@
 #include "Platform/Desktop/SndFileStore.h"
 #include "Platform/Desktop/SodiumSignatureVerifier.h"
 #include "Platform/Linux/Desktop/DBusFileViewer.h"
+#include "Platform/Linux/Desktop/DBusSessionLock.h"
 #include "Platform/Linux/Desktop/PortalDesktopLook.h"
 #include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
 #include "Platform/Linux/Files/LinuxFileListing.h"
 #include "Platform/Linux/Files/LinuxFileManager.h"
+#include "Platform/Linux/Files/LinuxLocalListeners.h"
 #include "Platform/Linux/Files/LinuxProcess.h"
 #include "Platform/Linux/Pulse/PulseAudioEngine.h"
 #include "Platform/Linux/Pulse/PulseConnection.h"
 #include "Platform/Linux/Pulse/PulseFileRecorder.h"
 #include "Platform/Linux/Pulse/PulseMicrophonePermission.h"
+#include "TolmiApp/Settings/ApplicationFolder.h"
+
+namespace {
+/// The program's folder, made where it is missing. A folder that cannot be made keeps nobody from starting.
+FileURL dataFolder(FileManager &fileManager) {
+    const FileURL folder = tolmiRootDirectoryURL(fileManager);
+    try {
+        fileManager.createDirectory(folder);
+    } catch (const SystemError &error) {
+        logLine(QStringLiteral("Tolmi: its folder cannot be made: ") + error.errorDescription());
+    }
+    return folder;
+}
+} // namespace
 
 /// Declared in the order of construction: whatever is named lower uses what is named above it.
 struct Adapters::Made {
@@ -29,14 +47,16 @@ struct Adapters::Made {
 
     MainLoopClock clock;
     PortalDesktopLook look;
+    DBusSessionLock sessionLock;
     LinuxFolders folders = LinuxFolders::ofThisProcess();
     LinuxFileManager fileManager { folders };
     LinuxFileListing fileListing;
     LinuxAtomicFileWriter fileWriter;
     LinuxProcessLauncher processes;
     FileUserDefaults defaults { settingsFileURL(folders, fileManager), fileManager, fileWriter };
-    LocalSocketInstance instance { fileManager.temporaryDirectory() };
+    LocalSocketInstance instance { dataFolder(fileManager), fileManager.temporaryDirectory() };
     QtHttpClient http { clock };
+    LinuxLocalListeners listeners;
     SodiumSignatureVerifier signatures;
     QtSystemSounds sounds;
     PulseConnection soundServer;
@@ -57,6 +77,7 @@ Adapters::Adapters(mode_t usersMask)
 Adapters::Adapters(std::unique_ptr<Made> made)
     : clock(made->clock)
     , look(made->look)
+    , sessionLock(made->sessionLock)
     , fileManager(made->fileManager)
     , fileListing(made->fileListing)
     , fileWriter(made->fileWriter)
@@ -64,6 +85,7 @@ Adapters::Adapters(std::unique_ptr<Made> made)
     , defaults(made->defaults)
     , instance(made->instance)
     , http(made->http)
+    , listeners(made->listeners)
     , signatures(made->signatures)
     , sounds(made->sounds)
     , audioEngine(made->audioEngine)

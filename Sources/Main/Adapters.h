@@ -16,12 +16,14 @@
 #include "Platform/FloatingWindows.h"
 #include "Platform/FrontmostApplication.h"
 #include "Platform/HttpClient.h"
+#include "Platform/LocalListeners.h"
 #include "Platform/MicrophonePermission.h"
 #include "Platform/OpenPanel.h"
 #include "Platform/PasteKeystroke.h"
 #include "Platform/Pasteboard.h"
 #include "Platform/Process.h"
 #include "Platform/SavePanel.h"
+#include "Platform/SessionLock.h"
 #include "Platform/SignatureVerifier.h"
 #include "Platform/SingleInstance.h"
 #include "Platform/SystemSound.h"
@@ -40,6 +42,7 @@ struct Adapters {
 
     Clock &clock;
     DesktopLook &look;
+    SessionLock &sessionLock;
     FileManager &fileManager;
     FileListing &fileListing;
     AtomicFileWriter &fileWriter;
@@ -47,6 +50,7 @@ struct Adapters {
     UserDefaults &defaults;
     SingleInstance &instance;
     HttpClient &http;
+    LocalListeners &listeners;
     SignatureVerifier &signatures;
     SystemSounds &sounds;
     AudioEngine &audioEngine;

@@ -18,6 +18,7 @@
 #include "TolmiApp/Settings/StartingModel.h"
 #include "TolmiApp/Shell/ViewAppearance.h"
 #include "TolmiApp/Transcription/AdaptiveTranscriptionService.h"
+#include "TolmiCore/GuardedHttpClient.h"
 #include "TolmiCore/OllamaRefiner.h"
 #include "TolmiCore/RuleBasedRefiner.h"
 
@@ -48,6 +49,7 @@ struct Composition::Parts {
     const LaunchOptions launch;
     const BundleInfo bundle;
     Adapters adapters;
+    GuardedHttpClient ollamaClient { adapters.http, adapters.listeners };
     std::shared_ptr<SettingsStore> settings;
     std::shared_ptr<TranscriptionHistory> history;
     std::shared_ptr<DictationFlowManager> flow;
@@ -76,8 +78,8 @@ std::shared_ptr<SettingsStore> Composition::Parts::makeSettings() {
 
 DictationFlowCollaborators Composition::Parts::collaborators() {
     DictationFlowCollaborators made;
-    made.hotkeyManager
-        = std::make_shared<GlobalHotkeyManager>(adapters.taps, adapters.accessibility, adapters.clock);
+    made.hotkeyManager = std::make_shared<GlobalHotkeyManager>(GlobalHotkeyManager::Platform {
+        adapters.taps, adapters.accessibility, adapters.sessionLock, adapters.clock });
     made.liveCapture = std::make_shared<LiveAudioCapture>(LiveAudioCapture::Platform {
         adapters.audioEngine, adapters.audioFiles, adapters.microphone, adapters.fileManager });
     made.recorder = std::make_shared<AudioRecorder>(adapters.microphone, adapters.recorders);
@@ -95,7 +97,7 @@ DictationFlowCollaborators Composition::Parts::collaborators() {
             [this](OverlayViewModel &model) { return makeOverlay(model); });
     };
     made.makeOllamaRefiner = [this](OllamaConfiguration configuration) {
-        return std::make_shared<OllamaRefiner>(adapters.http, std::move(configuration));
+        return std::make_shared<OllamaRefiner>(ollamaClient, std::move(configuration));
     };
     made.makeRetentionSweeper = [this](FileManager &files) {
         return std::make_shared<AudioRetentionSweeper>(files, adapters.fileListing, adapters.clock);
@@ -131,6 +133,7 @@ bool Composition::start() {
 }
 
 void Composition::settle() {
+    m_parts->adapters.processes.terminateAll();
     m_parts->adapters.pasteboard.handOver();
     m_parts->adapters.defaults.flush();
 }

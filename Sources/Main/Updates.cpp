@@ -37,6 +37,6 @@ std::shared_ptr<UpdaterController> Updates::makeController() {
         *m_dialog, [this](QQmlEngine &engine) { new ViewAppearance(engine, m_settings, m_adapters.look); });
     return AppcastUpdater::create(
         { m_adapters.http, m_adapters.defaults, m_adapters.clock, m_adapters.fileManager,
-            m_adapters.fileWriter, m_adapters.signatures, m_files },
+            m_adapters.fileListing, m_adapters.fileWriter, m_adapters.signatures, m_files },
         from, m_prompt);
 }

@@ -86,8 +86,9 @@ std::unique_ptr<QObject> Workspaces::templates(TolmiStudioWindowModel &studio) {
 std::unique_ptr<QObject> Workspaces::health() {
     Adapters &adapters = m_program.adapters;
     return std::make_unique<HealthModel>(m_program.flow->settings(), adapters.application,
-        StudioHealthCheckService(StudioHealthCheckService::Platform { adapters.microphone,
-                                     adapters.accessibility, adapters.fileManager, adapters.http },
+        StudioHealthCheckService(
+            StudioHealthCheckService::Platform { adapters.microphone, adapters.accessibility,
+                adapters.fileManager, adapters.http, adapters.listeners },
             PlatformTexts::forLinux()));
 }
 

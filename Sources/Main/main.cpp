@@ -12,6 +12,7 @@
 
 #include <sys/stat.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -26,6 +27,8 @@ QIcon programIcon() {
 } // namespace
 
 int main(int argc, char **argv) {
+    // Whoever reads the log may go before the program does. A child gets the usual answer back.
+    std::signal(SIGPIPE, SIG_IGN);
     const char *programArgument = argc > 0 ? argv[0] : "";
     // Whatever this program and whisper-cli write is the user's alone; what is exported follows the user's
     // mask.

@@ -17,6 +17,12 @@ public:
     /// Whether the user may execute what is at `path`; folders pass.
     virtual bool isExecutableFile(const QString &path) const = 0;
 
+    /// Whether nobody but this user, root and the accounts of the system can have put there what is at
+    /// `path`, or can put something there: it and every folder above it, links on the way included, belong to
+    /// them and are not writable for everybody. A folder in which everybody may remove only what is their own
+    /// passes as one above, since what lies in it is looked at as well.
+    virtual bool isSafeFromOthers(const QString &path) const = 0;
+
     /// Creates the folder and its missing parents, private to the user. An existing folder is success. Throws
     /// SystemError.
     virtual void createDirectory(const FileURL &url) = 0;

@@ -8,6 +8,8 @@
 struct FrontApplication {
     std::optional<QString> localizedName;
     std::optional<QString> bundleIdentifier;
+    /// Whether what is pasted there is typed into a command line.
+    bool isTerminal = false;
 
     friend bool operator==(const FrontApplication &, const FrontApplication &) = default;
 };

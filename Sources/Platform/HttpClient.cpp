@@ -14,6 +14,8 @@ QString HttpError::errorDescription() const {
         return QStringLiteral("The connection to the server was lost.");
     case Code::SecureConnectionFailed:
         return QStringLiteral("No secure connection to the server could be made.");
+    case Code::UntrustedServer:
+        return QStringLiteral("Another user's program answers at this address.");
     case Code::TooManyRedirects:
         return QStringLiteral("The server redirects too often.");
     case Code::BadResponse:

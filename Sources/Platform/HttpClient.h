@@ -52,6 +52,7 @@ public:
         CannotConnect,
         ConnectionLost,
         SecureConnectionFailed,
+        UntrustedServer,
         TooManyRedirects,
         BadResponse,
         Unknown,

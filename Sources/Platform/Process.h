@@ -34,7 +34,7 @@ public:
     virtual QByteArray readStandardOutput() = 0;
 };
 
-/// Starts processes.
+/// Starts processes. Any thread may call it.
 class ProcessLauncher {
 public:
     virtual ~ProcessLauncher() = default;
@@ -42,4 +42,7 @@ public:
     /// Starts `executable` with `arguments`, inheriting working directory, environment and standard input and
     /// nothing else. Throws SystemError when it cannot be started.
     virtual std::unique_ptr<Process> launch(const FileURL &executable, const QStringList &arguments) = 0;
+
+    /// Asks every process to end that was started here, is held by somebody and still runs.
+    virtual void terminateAll() = 0;
 };

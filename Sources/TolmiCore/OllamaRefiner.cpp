@@ -14,6 +14,9 @@ namespace {
 constexpr double standardTimeout = 60.0;
 /// Seconds that a whole answer may take beyond the longest silence.
 constexpr double answerAllowance = 2.0;
+/// A clean text is about as long as what it was made of; short ones get room for a model's manners.
+constexpr qsizetype longestAnswerFactor = 4;
+constexpr qsizetype longestAnswerAllowance = 2000;
 /// Deeper nesting is nothing that the service sends.
 constexpr int deepestNesting = 512;
 
@@ -115,6 +118,9 @@ Task<QString> OllamaRefiner::refine(QString text) {
         throwTransportError(error);
     }
     const QString refined = Text::trimmed(answer(response));
+    if (refined.size() > longestAnswerFactor * text.size() + longestAnswerAllowance)
+        throw TextRefinerError(
+            TextRefinerError::RefinementFailed { QStringLiteral("Ollama's answer is too long") });
     co_return refined.isEmpty() ? text : refined;
 }
 

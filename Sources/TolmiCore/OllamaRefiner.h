@@ -12,7 +12,7 @@ public:
     explicit OllamaRefiner(HttpClient &client, OllamaConfiguration config = {});
 
     /// The model's text, trimmed; `text` as it came when the model has nothing to say. Throws
-    /// TextRefinerError.
+    /// TextRefinerError, also for a text far longer than the given one.
     Task<QString> refine(QString text) override;
 
 private:

@@ -1,5 +1,7 @@
 #include "TolmiCore/TolmiDefaultPaths.h"
 
+#include "Foundation/Log.h"
+
 #include <algorithm>
 #include <set>
 
@@ -63,6 +65,28 @@ void appendModels(const FileURL &folder, std::vector<FileURL> &list) {
     for (const QString &name : TolmiDefaultPaths::modelFileNames())
         list.push_back(folder.appendingPathComponent(name));
 }
+
+/// The first that others cannot have put there, among those that `isWanted`; says in the log what is passed
+/// over for it.
+template <typename Test>
+OptionalURL firstSafe(const SearchContext &context, const std::vector<FileURL> &list, Test isWanted) {
+    for (const FileURL &url : list) {
+        if (!isWanted(url))
+            continue;
+        if (context.fileManager.isSafeFromOthers(url.path()))
+            return url;
+        logLine(
+            QStringLiteral("Tolmi: another user may have put this here, so it is not used: ") + url.path());
+    }
+    return std::nullopt;
+}
+
+/// The first place where others cannot put anything.
+OptionalURL firstSafe(const SearchContext &context, const std::vector<FileURL> &list) {
+    const auto found = std::ranges::find_if(
+        list, [&](const FileURL &url) { return context.fileManager.isSafeFromOthers(url.path()); });
+    return found != list.end() ? OptionalURL(*found) : std::nullopt;
+}
 } // namespace
 
 namespace TolmiDefaultPaths {
@@ -112,19 +136,22 @@ std::vector<FileURL> modelCandidates(const SearchContext &context, const Optiona
 
 FileURL defaultWhisperBinaryURL(const SearchContext &context) {
     const auto candidates = whisperBinaryCandidates(context);
-    const auto found = std::find_if(candidates.begin(), candidates.end(),
+    const OptionalURL found = firstSafe(context, candidates,
         [&](const FileURL &url) { return context.fileManager.isExecutableFile(url.path()); });
-    return found != candidates.end() ? *found : candidates.front();
+    return found ? *found : firstSafe(context, candidates).value_or(candidates.front());
 }
 
 FileURL defaultModelURL(const SearchContext &context, const OptionalURL &currentDirectoryURL) {
-    const FileURL current = resolved(context, currentDirectoryURL);
-    const auto candidates = modelCandidates(context, current);
-    const auto found = std::find_if(candidates.begin(), candidates.end(),
-        [&](const FileURL &url) { return context.fileManager.fileExists(url.path()); });
-    if (found != candidates.end())
+    const auto candidates = modelCandidates(context, currentDirectoryURL);
+    const OptionalURL found = firstSafe(
+        context, candidates, [&](const FileURL &url) { return context.fileManager.fileExists(url.path()); });
+    if (found)
         return *found;
-    return current.appendingPathComponent(QStringLiteral(".models/ggml-large-v3.bin"));
+    const FileURL standard = resolved(context, currentDirectoryURL)
+                                 .appendingPathComponent(QStringLiteral(".models/ggml-large-v3.bin"));
+    return context.fileManager.isSafeFromOthers(standard.path())
+        ? standard
+        : firstSafe(context, candidates).value_or(standard);
 }
 
 FileURL legacyDefaultModelURL(const SearchContext &context, const OptionalURL &currentDirectoryURL) {

@@ -12,6 +12,9 @@
 /// folders round the running program to the usual places of the system. Nothing here fails; where nothing is
 /// found a path is given all the same, for others to report as missing.
 ///
+/// Some of these folders may be anybody's: the current directory is wherever the program was started. What
+/// another user can have put there does not count as found, and no path is given where one could put it.
+///
 /// `currentDirectoryURL` is, where it is left out, the process's current directory.
 namespace TolmiDefaultPaths {
 
@@ -32,10 +35,11 @@ std::vector<FileURL> whisperBinaryCandidates(
 std::vector<FileURL> modelCandidates(
     const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 
-/// The first candidate that is executable, else the first candidate.
+/// The first safe candidate that is executable, else the first safe one.
 FileURL defaultWhisperBinaryURL(const SearchContext &context);
 
-/// The first candidate that exists, else the best model's place in the current directory.
+/// The first safe candidate that exists, else the best model's place in the current directory, or where that
+/// is not safe the first safe candidate.
 FileURL defaultModelURL(
     const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 

@@ -8,9 +8,9 @@
 
 /// Runs whisper-cli on one recording after the other and gives the text that it leaves in its output file.
 ///
-/// Main thread only; the process is waited for on a thread of the engine's own. A run is never cancelled: a
-/// process that is still going when the program ends is left to itself, and so is the thread that waits for
-/// it. File manager, launcher and clock must therefore live as long as the process does.
+/// Main thread only; the process is waited for on a thread of the engine's own. A run is never cancelled
+/// from here: whoever ends the program ends the process by its launcher, and the thread that waits for it is
+/// left to itself. File manager, launcher and clock must therefore live as long as the process does.
 class WhisperCLIEngine final : public TranscriptionEngine {
 public:
     WhisperCLIEngine(

@@ -189,6 +189,16 @@ TEST(OllamaRefiner, CannotParseABodyThatWasDropped) {
     EXPECT_EQ(std::get<TextRefinerError>(refine(HttpResponse { 200, std::nullopt })), unparsable);
 }
 
+TEST(OllamaRefiner, RefusesAnAnswerFarLongerThanTheText) {
+    const auto answerOf = [](qsizetype length) {
+        return refine(HttpResponse { 200, "{\"response\":\" " + QByteArray(length, 'a') + " \"}" },
+            QStringLiteral("five!"));
+    };
+    EXPECT_EQ(std::get<QString>(answerOf(2020)), QString(2020, u'a'));
+    EXPECT_EQ(std::get<TextRefinerError>(answerOf(2021)),
+        TextRefinerError(E::RefinementFailed { QStringLiteral("Ollama's answer is too long") }));
+}
+
 TEST(OllamaRefiner, PassesStatus200Only) {
     for (const int status : { 100, 199, 201, 204, 206, 301, 404, 500 }) {
         const auto error = std::get<TextRefinerError>(refine(HttpResponse { status, plainAnswer.body }));

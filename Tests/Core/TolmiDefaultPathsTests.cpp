@@ -166,6 +166,35 @@ TEST_F(TolmiDefaultPathsTest, ABinaryThatIsNotExecutableIsPassedOver) {
         QStringLiteral("/cwd/.vendor/whisper.cpp/build/bin/main"));
 }
 
+TEST_F(TolmiDefaultPathsTest, WhatOthersMayHavePutThereIsPassedOver) {
+    setProgram("bin/tolmi", "/b");
+    const QString binary = QStringLiteral("/b/.tools/whisper-cli");
+    const QString model = QStringLiteral("/b/.models/ggml-base.bin");
+    m_files.addExecutable(QStringLiteral("/cwd/.tools/whisper-cli"));
+    m_files.files[QStringLiteral("/cwd/.models/ggml-large-v3.bin")];
+    m_files.addExecutable(binary);
+    m_files.files[model];
+    m_files.opened = { QStringLiteral("/cwd") };
+    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(), binary);
+    EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(context()).path(), model);
+}
+
+TEST_F(TolmiDefaultPathsTest, NoPlaceIsNamedWhereOthersCouldPutSomething) {
+    const QString planted = QStringLiteral("/cwd/.models/ggml-large-v3.bin");
+    m_files.files[planted];
+    m_files.addExecutable(QStringLiteral("/cwd/.tools/whisper-cli"));
+    m_files.opened = { QStringLiteral("/cwd"), QStringLiteral("/home/user/.local/share/Tolmi/tools") };
+    EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(context()).path(),
+        QStringLiteral("/home/user/.local/share/Tolmi/models/ggml-large-v3.bin"));
+    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),
+        QStringLiteral("/b/.tools/whisper-cli"));
+    // There is nowhere else to point to.
+    m_files.opened = { QStringLiteral("/") };
+    EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(context()).path(), planted);
+    EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),
+        QStringLiteral("/home/user/.local/share/Tolmi/tools/whisper-cli"));
+}
+
 struct ModelChoice {
     const char *better;
     const char *worse;

@@ -123,6 +123,7 @@ TEST_F(PulseRecorder, CannotStartWithoutAMicrophoneOrAFolder) {
     const auto recorder = factory.make(url, RecordingSettings {});
     EXPECT_TRUE(recorder->prepareToRecord());
     EXPECT_FALSE(recorder->record());
+    EXPECT_FALSE(QFile::exists(url.path())) << "a recording of nothing was left behind";
     const FileURL nowhere(folder.filePath(QStringLiteral("missing/a.wav")));
     const auto homeless = factory.make(nowhere, RecordingSettings {});
     EXPECT_FALSE(homeless->prepareToRecord());

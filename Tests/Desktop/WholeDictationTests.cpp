@@ -7,6 +7,7 @@
 
 #include "Support/MisbehavingServer.h"
 #include "Support/Print.h"
+#include "Support/UsualOllamaPort.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,6 +18,9 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <limits>
 
 namespace {
 QString sample(const QString &name) {
@@ -217,6 +221,9 @@ TEST_F(WholeDictation, KilledInMidRecordingLeavesAReadableFileAndStartsAgain) {
 }
 
 TEST_F(WholeDictation, BrokenSettingsAreSetAsideAndTheStartingModelServes) {
+    const UsualOllamaPort port;
+    if (!port.isHeld())
+        GTEST_SKIP() << "something listens at Ollama's port, and this dictation would go there";
     ASSERT_TRUE(prepareHome(m_home));
     QFile file(settingsPath());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -258,6 +265,87 @@ TEST_F(WholeDictation, SecondStartOpensTheStudioAndTheFirstGoesOn) {
     ASSERT_TRUE(goesToTheHistory(m_user));
     ASSERT_TRUE(m_editor.bringToFront());
     EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+}
+
+TEST_F(WholeDictation, NumbersBeyondUseInTheSettingsKeepNobodyFromDictating) {
+    m_home.settings = { { "tolmi.audioRetentionHours", std::numeric_limits<qint64>::max() },
+        { "tolmi.audioRetentionMaxMB", std::numeric_limits<qint64>::max() } };
+    start();
+    EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+}
+
+TEST_F(WholeDictation, WhoReadsTheLogMayGo) {
+    ASSERT_TRUE(prepareHome(m_home));
+    QProcess first;
+    first.start("bash", { "-c", QStringLiteral("exec '%1' --tray 2> >(exec true)").arg(TOLMI_PROGRAM) });
+    ASSERT_TRUE(first.waitForStarted());
+    const auto isInstance = [] { return QFileInfo::exists(dataFolder() + "/tolmi.socket"); };
+    ASSERT_TRUE(waitUntil(isInstance, 20));
+    // Without a sound server each press is worth a line.
+    ASSERT_EQ(runTool("pactl", { "exit" }), 0);
+    for (int press = 0; press < 3; ++press) {
+        m_user.press(VirtualUser::rightAlt);
+        m_user.release(VirtualUser::rightAlt);
+        EXPECT_FALSE(waitUntil([&first] { return first.state() != QProcess::Running; }, 2));
+    }
+    first.terminate();
+    EXPECT_TRUE(first.waitForFinished(5000));
+    EXPECT_EQ(first.exitStatus(), QProcess::NormalExit);
+}
+
+TEST_F(WholeDictation, QuittingEndsTheTranscriptionInProgress) {
+    const QString folder = qEnvironmentVariable("TOLMI_DESKTOP_DIR");
+    const QString slow = folder + QStringLiteral("/slow-whisper-cli");
+    QFile file(slow);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QStringLiteral("#!/bin/bash\necho $$ >'%1/pid'\nexec sleep 600\n").arg(folder).toUtf8());
+    file.close();
+    ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    m_home.whisperCLI = slow;
+    start();
+    m_user.press(VirtualUser::rightAlt);
+    ASSERT_TRUE(waitUntil([this] { return m_program.state() == u"recording"; }, 20));
+    ASSERT_TRUE(playIntoMicrophone(sample("english-1")));
+    m_user.release(VirtualUser::rightAlt);
+    ASSERT_TRUE(waitUntil([&] { return QFileInfo(folder + "/pid").size() > 0; }, 20));
+    const QString process = QStringLiteral("/proc/") + textIn(folder + "/pid").trimmed();
+    EXPECT_TRUE(QFileInfo::exists(process));
+    EXPECT_TRUE(m_program.quit());
+    EXPECT_TRUE(waitUntil([&] { return !QFileInfo::exists(process); }, 5));
+}
+
+TEST_F(WholeDictation, AnotherUsersOllamaHearsNothing) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can start a server as another user";
+    QProcess server;
+    server.start("setpriv",
+        { "--reuid=65534", "--regid=65534", "--clear-groups", "/usr/bin/python3", "-c",
+            "import socket\ns = socket.create_server(('127.0.0.1', 0))\n"
+            "print(s.getsockname()[1], end='', flush=True)\ns.accept()\nprint('visited', flush=True)" });
+    ASSERT_TRUE(server.waitForReadyRead(30000)) << server.readAllStandardError().toStdString();
+    m_home.settings = { { "tolmi.ollamaEndpoint", "http://localhost:" + QString(server.readAll()) } };
+    start();
+    EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+    EXPECT_EQ(server.readAll(), QByteArray());
+    server.kill();
+    server.waitForFinished();
+}
+
+TEST_F(WholeDictation, WhatAnotherUserPlantedIsNotRun) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can give files away";
+    const QString folder = qEnvironmentVariable("TOLMI_DESKTOP_DIR") + "/planted";
+    const QString planted = folder + "/.tools/whisper-cli";
+    QDir().mkpath(folder + "/.tools");
+    ASSERT_TRUE(linkWithLog(m_home.whisperCLI, planted, folder + "/calls"));
+    for (const QString &path : { folder + "/.tools", planted })
+        ASSERT_EQ(chown(qPrintable(path), 65534, 65534), 0);
+    m_home.whisperCLI = QString();
+    ASSERT_TRUE(QDir::setCurrent(folder));
+    start();
+    EXPECT_EQ(statesOf(speak("english-1")), statesOfAFailure);
+    EXPECT_FALSE(QFileInfo::exists(folder + "/calls"));
+    EXPECT_FALSE(textIn(settingsPath()).contains("planted"));
 }
 
 TEST_F(WholeDictation, LeavesAnEntryInTheHistory) {
@@ -310,6 +398,15 @@ TEST_F(WholeDictation, WithoutOllamaTheRulesClean) {
     m_home.settings = { { "tolmi.ollamaEndpoint", ollama.url().toString() } };
     start();
     EXPECT_EQ(speak("romanian-1").pasted, QString("Cred, c\u0103 trebuie s\u0103 \u0219terg planul."));
+}
+
+TEST_F(WholeDictation, TheMachinesOwnOllamaIsLeftAlone) {
+    const UsualOllamaPort port;
+    if (!port.isHeld())
+        GTEST_SKIP() << "something listens at Ollama's port, so nobody can tell who comes";
+    start();
+    EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
+    EXPECT_EQ(port.visitorCount(), 0);
 }
 
 TEST_F(WholeDictation, WhatWasSaidIsPrivateWhateverTheUmask) {

@@ -4,6 +4,7 @@
 #include "Platform/Desktop/MainLoopClock.h"
 #include "Platform/Linux/X11/InjectedKeys.h"
 #include "Platform/Linux/X11/X11AccessibilityRight.h"
+#include "Support/FakeSessionLock.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
 #include "TolmiApp/Dictation/GlobalHotkeyManager.h"
@@ -256,7 +257,9 @@ protected:
     MainLoopClock clock;
     X11EventTapFactory taps { std::make_shared<InjectedKeys>() };
     X11AccessibilityRight right { {} };
-    std::shared_ptr<GlobalHotkeyManager> manager = std::make_shared<GlobalHotkeyManager>(taps, right, clock);
+    FakeSessionLock lock;
+    std::shared_ptr<GlobalHotkeyManager> manager
+        = std::make_shared<GlobalHotkeyManager>(GlobalHotkeyManager::Platform { taps, right, lock, clock });
     std::vector<std::string> heard;
 };
 

@@ -16,6 +16,8 @@ public:
     virtual FileManager &manager() = 0;
     virtual FileURL root() const = 0;
     virtual void write(const QString &path, const QByteArray &content, bool isExecutable) = 0;
+    /// Lets everybody write there.
+    virtual void open(const QString &path) = 0;
 };
 
 class FakeFileSystem final : public FileSystem {
@@ -27,6 +29,7 @@ public:
         if (isExecutable)
             m_manager.executables.insert(path);
     }
+    void open(const QString &path) override { m_manager.opened.insert(path); }
 
 private:
     FakeFileManager m_manager;
@@ -42,6 +45,9 @@ public:
         ASSERT_EQ(file.write(content), content.size());
         const auto executable = isExecutable ? QFile::ExeOwner : QFile::Permission {};
         ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | executable));
+    }
+    void open(const QString &path) override {
+        ASSERT_TRUE(QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteOther));
     }
 
 private:
@@ -65,6 +71,7 @@ protected:
     void write(const char *name, const QByteArray &content, bool isExecutable = false) {
         m_system->write(at(name).path(), content, isExecutable);
     }
+    void open(const char *name) { m_system->open(at(name).path()); }
 
 private:
     std::unique_ptr<FileSystem> m_system = GetParam()();
@@ -90,6 +97,13 @@ TEST_P(FileManagerContract, TellsWhatMayBeExecuted) {
     EXPECT_TRUE(manager().isExecutableFile(at("program").path()));
     EXPECT_TRUE(manager().isExecutableFile(at("folder").path()));
     EXPECT_FALSE(manager().isExecutableFile(at("nothing").path()));
+}
+
+TEST_P(FileManagerContract, TellsWhatIsSafeFromOthers) {
+    write("file", "");
+    EXPECT_TRUE(manager().isSafeFromOthers(at("file").path()));
+    open("file");
+    EXPECT_FALSE(manager().isSafeFromOthers(at("file").path()));
 }
 
 TEST_P(FileManagerContract, CreatesMissingParents) {

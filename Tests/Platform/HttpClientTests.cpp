@@ -32,7 +32,7 @@ TEST(HttpError, HasATextOfItsOwnForEachCode) {
     std::set<QString> texts;
     for (int code = 0; code <= static_cast<int>(HttpError::Code::Unknown); ++code)
         texts.insert(HttpError(static_cast<HttpError::Code>(code)).errorDescription());
-    EXPECT_EQ(texts.size(), 9u);
+    EXPECT_EQ(texts.size(), 10u);
     EXPECT_TRUE(texts.contains(QStringLiteral("The server does not accept connections.")));
     EXPECT_TRUE(texts.contains(QStringLiteral("The request failed.")));
 }

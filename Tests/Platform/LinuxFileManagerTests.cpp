@@ -83,6 +83,74 @@ TEST_F(LinuxFileManagerTest, ALinkToAFolderIsAFolder) {
     EXPECT_NO_THROW(manager.createDirectory(FileURL(at(QStringLiteral("link")))));
 }
 
+TEST_F(LinuxFileManagerTest, WhatBelongsToTheUserOrTheSystemIsSafeFromOthers) {
+    const LinuxFileManager manager({ {}, {}, {}, at({}) });
+    makeFolder(QStringLiteral("own"), 0755);
+    EXPECT_TRUE(QFile::copy(QStringLiteral("/bin/true"), at(QStringLiteral("own/program"))));
+    EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("own/program"))));
+    EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("own/../own//./program"))));
+    EXPECT_TRUE(manager.isSafeFromOthers(QStringLiteral("/bin/sh")));
+    EXPECT_TRUE(manager.isSafeFromOthers(QStringLiteral("/")));
+    EXPECT_TRUE(manager.isSafeFromOthers(QStringLiteral("/../..")));
+    EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("own/missing/too"))));
+}
+
+TEST_F(LinuxFileManagerTest, WhereEverybodyMayWriteIsNotSafeFromOthers) {
+    const LinuxFileManager manager({ {}, {}, {}, at({}) });
+    makeFolder(QStringLiteral("open"), 0777);
+    makeFolder(QStringLiteral("open/own"), 0755);
+    makeFolder(QStringLiteral("shared"), 01777);
+    makeFolder(QStringLiteral("shared/own"), 0755);
+    EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("open"))));
+    EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("open/own"))));
+    EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("open/missing"))));
+    // In a shared folder nobody can take the place of what is the user's own, but of what is missing.
+    EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("shared/own"))));
+    EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("shared/own/missing"))));
+    EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("shared/missing"))));
+    EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("shared/missing/below"))));
+    QFile file(at(QStringLiteral("shared/own/file")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_TRUE(manager.isSafeFromOthers(file.fileName()));
+    ASSERT_TRUE(file.setPermissions(file.permissions() | QFile::WriteOther));
+    EXPECT_FALSE(manager.isSafeFromOthers(file.fileName()));
+}
+
+TEST_F(LinuxFileManagerTest, ALinkIsAsSafeAsWhatItLeadsTo) {
+    const LinuxFileManager manager({ {}, {}, {}, at({}) });
+    makeFolder(QStringLiteral("open"), 0777);
+    makeFolder(QStringLiteral("own"), 0755);
+    const auto link = [this](const char *target, const char *name) {
+        EXPECT_TRUE(QFile::link(QString::fromUtf8(target), at(QString::fromUtf8(name))));
+        return at(QString::fromUtf8(name));
+    };
+    EXPECT_TRUE(manager.isSafeFromOthers(link("own", "toOwn")));
+    EXPECT_TRUE(manager.isSafeFromOthers(link("/bin/sh", "toShell")));
+    EXPECT_TRUE(manager.isSafeFromOthers(link("../own", "own/up")));
+    EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("own/up/up/missing"))));
+    EXPECT_FALSE(manager.isSafeFromOthers(link("open", "toOpen")));
+    EXPECT_FALSE(manager.isSafeFromOthers(link("own/../toOpen", "toOpenByAnother")));
+    EXPECT_FALSE(manager.isSafeFromOthers(link("../own", "open/toOwn")));
+    EXPECT_FALSE(manager.isSafeFromOthers(link("circle", "circle")));
+}
+
+TEST_F(LinuxFileManagerTest, WhatAnotherUserOwnsIsNotSafe) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can give files away";
+    const LinuxFileManager manager({ {}, {}, {}, at({}) });
+    constexpr uid_t stranger = 65534;
+    makeFolder(QStringLiteral("shared"), 01777);
+    const QByteArray folder = QFile::encodeName(makeFolder(QStringLiteral("shared/.tools"), 0755));
+    ASSERT_TRUE(QFile::link(QStringLiteral("/bin/sh"), at(QStringLiteral("shared/link"))));
+    EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("shared/.tools/whisper-cli"))));
+    EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("shared/link"))));
+    ASSERT_EQ(::chown(folder.constData(), stranger, stranger), 0);
+    ASSERT_EQ(
+        ::lchown(QFile::encodeName(at(QStringLiteral("shared/link"))).constData(), stranger, stranger), 0);
+    EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("shared/.tools/whisper-cli"))));
+    EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("shared/link"))));
+}
+
 TEST(LinuxFolders, ApplicationSupportIsTheDataHomeWhereAbsolute) {
     const auto support = [](const LinuxFolders &folders) {
         const auto url = LinuxFileManager(folders).applicationSupportDirectory();

@@ -15,6 +15,7 @@ public:
         = 0;
     virtual std::unique_ptr<Process> startEndless() = 0;
     virtual std::unique_ptr<Process> startImpossible() = 0;
+    virtual ProcessLauncher &launcher() = 0;
 };
 
 class FakeStarter final : public Starter {
@@ -27,6 +28,7 @@ public:
     std::unique_ptr<Process> startImpossible() override {
         return start({ .launchFailure = SystemError::fromErrno(ENOENT, QStringLiteral("/no/program")) });
     }
+    ProcessLauncher &launcher() override { return m_launcher; }
 
 private:
     std::unique_ptr<Process> start(FakeProcessLauncher::Reply reply) {
@@ -51,6 +53,7 @@ public:
     std::unique_ptr<Process> startImpossible() override {
         return m_launcher.launch(FileURL(QStringLiteral("/no/program")), {});
     }
+    ProcessLauncher &launcher() override { return m_launcher; }
 
 private:
     std::unique_ptr<Process> shell(const QString &script) {
@@ -129,5 +132,19 @@ TEST_P(ProcessContract, AStartThatFailsIsASystemError) {
     } catch (const SystemError &error) {
         EXPECT_EQ(error.errorDescription(), QStringLiteral("No such file or directory: /no/program"));
     }
+}
+
+TEST_P(ProcessContract, AllThatStillRunAreAskedToEnd) {
+    const auto ended = starter().startPrinter(3, "", "");
+    ended->waitUntilExit();
+    starter().startEndless()->terminate();
+    const auto one = starter().startEndless();
+    const auto other = starter().startEndless();
+    starter().launcher().terminateAll();
+    for (const auto &process : { one.get(), other.get() }) {
+        EXPECT_TRUE(process->waitUntilExit());
+        EXPECT_EQ(process->terminationStatus(), SIGTERM);
+    }
+    EXPECT_EQ(ended->terminationStatus(), 3);
 }
 } // namespace

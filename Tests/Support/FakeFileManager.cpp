@@ -24,6 +24,16 @@ bool FakeFileManager::isExecutableFile(const QString &path) const {
     return executables.count(path) > 0 || folders.count(path) > 0;
 }
 
+bool FakeFileManager::isSafeFromOthers(const QString &path) const {
+    const std::lock_guard lock(m_mutex);
+    for (FileURL url(path);; url = url.deletingLastPathComponent()) {
+        if (opened.count(url.path()) > 0)
+            return false;
+        if (url == url.deletingLastPathComponent())
+            return true;
+    }
+}
+
 void FakeFileManager::createDirectory(const FileURL &url) {
     const std::lock_guard lock(m_mutex);
     record("createDirectory", url.path());

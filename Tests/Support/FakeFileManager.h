@@ -28,6 +28,9 @@ public:
     /// The paths of the files that may be executed.
     std::set<QString> executables;
 
+    /// The paths at which others may have put something.
+    std::set<QString> opened;
+
     /// What the next calls of createDirectory and contents throw; none left, they work.
     std::deque<SystemError> createDirectoryFailures;
     mutable std::deque<SystemError> contentsFailures;
@@ -41,6 +44,7 @@ public:
 
     bool fileExists(const QString &path) const override;
     bool isExecutableFile(const QString &path) const override;
+    bool isSafeFromOthers(const QString &path) const override;
     void createDirectory(const FileURL &url) override;
     QByteArray contents(const FileURL &url) const override;
     std::optional<FileURL> applicationSupportDirectory() const override { return applicationSupport; }

@@ -7,10 +7,14 @@
 namespace {
 class FakeProcess final : public Process {
 public:
-    FakeProcess(FakeProcessLauncher::Reply reply, VirtualClock &clock, QStringList &calls)
+    FakeProcess(FakeProcessLauncher::Reply reply, VirtualClock &clock, FakeProcessLauncher &launcher)
         : m_reply(std::move(reply))
         , m_clock(clock)
-        , m_calls(calls) { }
+        , m_launcher(launcher)
+        , m_calls(launcher.processCalls) {
+        m_launcher.held.insert(this);
+    }
+    ~FakeProcess() override { m_launcher.held.erase(this); }
 
     bool isRunning() override { return m_reply.seconds != 0; }
 
@@ -53,6 +57,7 @@ private:
 
     FakeProcessLauncher::Reply m_reply;
     VirtualClock &m_clock;
+    FakeProcessLauncher &m_launcher;
     QStringList &m_calls;
 };
 } // namespace
@@ -68,5 +73,10 @@ std::unique_ptr<Process> FakeProcessLauncher::launch(
         throw *reply.launchFailure;
     if (reply.work)
         reply.work(arguments);
-    return std::make_unique<FakeProcess>(std::move(reply), m_clock, processCalls);
+    return std::make_unique<FakeProcess>(std::move(reply), m_clock, *this);
+}
+
+void FakeProcessLauncher::terminateAll() {
+    for (Process *process : held)
+        process->terminate();
 }

@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <set>
 #include <vector>
 
 /// Starts processes that follow a script. A wait moves the clock. The public members are the test's: to be
@@ -38,11 +39,16 @@ public:
 
     /// Throws std::logic_error when no reply is left.
     std::unique_ptr<Process> launch(const FileURL &executable, const QStringList &arguments) override;
+    /// Ends those that still run.
+    void terminateAll() override;
 
     std::deque<Reply> replies;
     std::vector<Launch> launches;
     /// The calls of all processes in order, save isRunning and waits with a limit.
     QStringList processCalls;
+
+    /// The processes that somebody holds; each keeps itself in it.
+    std::set<Process *> held;
 
 private:
     VirtualClock &m_clock;

@@ -7,6 +7,9 @@
 #include <QStandardPaths>
 
 namespace {
+// Only root may listen there, and nothing does: what is dictated must not reach the machine's own Ollama.
+const QString closedEndpoint = QStringLiteral("http://127.0.0.1:9");
+
 bool link(const QString &target, const QString &name) {
     QDir().mkpath(QFileInfo(name).path());
     return QFileInfo::exists(name) || QFile::link(QFileInfo(target).absoluteFilePath(), name);
@@ -34,6 +37,8 @@ bool prepareHome(const HomeOptions &options) {
         settings.insert("tolmi.uiLanguage", "en");
     if (!settings.contains("tolmi.onboarding.completed"))
         settings.insert("tolmi.onboarding.completed", true);
+    if (!settings.contains("tolmi.ollamaEndpoint"))
+        settings.insert("tolmi.ollamaEndpoint", closedEndpoint);
     if (!options.model.isEmpty())
         settings.insert("tolmi.modelPath", options.model);
     QDir().mkpath(QFileInfo(settingsPath()).path());

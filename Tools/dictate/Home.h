@@ -26,7 +26,7 @@ HomeOptions homeOptions(const QCommandLineParser &parser);
 bool installWhisperCLI(const QString &path);
 
 /// Installs whisper-cli, if one is named, and writes the settings. The home is that of a user who has been
-/// through the wizard, unless the settings say otherwise.
+/// through the wizard and has no Ollama, unless the settings say otherwise.
 bool prepareHome(const HomeOptions &options);
 
 /// Where the program keeps history and recordings.

@@ -2,13 +2,33 @@
 
 #include "Foundation/Log.h"
 
+#include <QFile>
 #include <QLocalSocket>
+#include <QSysInfo>
 
 #include <memory>
 
-LocalSocketInstance::LocalSocketInstance(const FileURL &folder)
-    : m_socketPath(folder.appendingPathComponent(QStringLiteral("tolmi.socket")).path())
-    , m_lock(folder.appendingPathComponent(QStringLiteral("tolmi.lock")).path()) {
+namespace {
+/// Bytes; what every system takes as the address of a socket.
+constexpr qsizetype longestSocketPath = 103;
+
+QString socketPath(const FileURL &folder, const FileURL &otherFolder) {
+    const QString name = QStringLiteral("tolmi.socket");
+    const QString path = folder.appendingPathComponent(name).path();
+    return QFile::encodeName(path).size() <= longestSocketPath
+        ? path
+        : otherFolder.appendingPathComponent(name).path();
+}
+
+/// Machines may share the folder, and none can tell whether the program of another one still runs.
+QString lockName() {
+    return QStringLiteral("tolmi-%1.lock").arg(QSysInfo::machineHostName());
+}
+} // namespace
+
+LocalSocketInstance::LocalSocketInstance(const FileURL &dataFolder, const FileURL &temporaryFolder)
+    : m_socketPath(socketPath(dataFolder, temporaryFolder))
+    , m_lock(dataFolder.appendingPathComponent(lockName()).path()) {
     // A lock is stale when its owner is gone, however old it is.
     m_lock.setStaleLockTime(0);
     m_server.setSocketOptions(QLocalServer::UserAccessOption);

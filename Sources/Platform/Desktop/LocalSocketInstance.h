@@ -6,11 +6,13 @@
 #include <QLocalServer>
 #include <QLockFile>
 
-/// A single instance that is known by a lock and a socket in a private folder.
+/// A single instance that is known by a lock and a socket in the folder of the user's data. A temporary
+/// folder will not do: where another user has spoilt it, each start gets one of its own.
 class LocalSocketInstance final : public SingleInstance {
 public:
-    /// `folder` belongs to the user alone and lasts as long as the session.
-    explicit LocalSocketInstance(const FileURL &folder);
+    /// `dataFolder` is the same for every start. The socket goes to `temporaryFolder`, which others cannot
+    /// enter, where its path would be too long.
+    LocalSocketInstance(const FileURL &dataFolder, const FileURL &temporaryFolder);
 
     bool claim(std::function<void()> onLaterStart) override;
 

@@ -7,6 +7,23 @@
 #include "TolmiApp/Dictation/DictationStages.h"
 #include "TolmiApp/Settings/SettingsStore.h"
 
+#include <algorithm>
+#include <limits>
+
+namespace {
+/// What a sweep can count with; greater numbers overflow in seconds and in bytes.
+constexpr qint64 mostRetentionHours = std::numeric_limits<qint64>::max() / 3600;
+constexpr qint64 mostRetentionMB = std::numeric_limits<qint64>::max() / (1024 * 1024);
+
+qint64 usable(qint64 stored, qint64 most) {
+    if (stored > most)
+        logLine(QStringLiteral("Tolmi: the limit %1 for recordings is too large; using %2")
+                    .arg(stored)
+                    .arg(most));
+    return std::min(stored, most);
+}
+} // namespace
+
 std::shared_ptr<DictationFlowManager> DictationFlowManager::create(DictationFlowCollaborators collaborators,
     DictationFlowPlatform platform, std::shared_ptr<SettingsStore> settings) {
     const std::shared_ptr<DictationFlowManager> manager(
@@ -164,18 +181,19 @@ void DictationFlowManager::configureRefiner() {
 }
 
 void DictationFlowManager::runAudioRetentionSweep() {
-    m_maintenanceQueue.async([&fileManager = m_platform.fileManager,
-                                 makeSweeper = m_collaborators.makeRetentionSweeper,
-                                 rootDirectoryURL = m_audioCacheStore.rootDirectoryURL(),
-                                 retentionHours = m_settings->audioRetentionHours(),
-                                 maxSizeMB = m_settings->audioRetentionMaxMB()] {
-        try {
-            fileManager.createDirectory(rootDirectoryURL);
-            makeSweeper(fileManager)->sweep(rootDirectoryURL, retentionHours, maxSizeMB);
-        } catch (const std::exception &error) {
-            logLine(QStringLiteral("Tolmi: audio retention sweep failed: ") + localizedDescription(error));
-        }
-    });
+    m_maintenanceQueue.async(
+        [&fileManager = m_platform.fileManager, makeSweeper = m_collaborators.makeRetentionSweeper,
+            rootDirectoryURL = m_audioCacheStore.rootDirectoryURL(),
+            retentionHours = usable(m_settings->audioRetentionHours(), mostRetentionHours),
+            maxSizeMB = usable(m_settings->audioRetentionMaxMB(), mostRetentionMB)] {
+            try {
+                fileManager.createDirectory(rootDirectoryURL);
+                makeSweeper(fileManager)->sweep(rootDirectoryURL, retentionHours, maxSizeMB);
+            } catch (const std::exception &error) {
+                logLine(
+                    QStringLiteral("Tolmi: audio retention sweep failed: ") + localizedDescription(error));
+            }
+        });
 }
 
 OverlayPanel &DictationFlowManager::overlayPanel() {

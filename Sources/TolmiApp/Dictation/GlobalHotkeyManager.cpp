@@ -2,6 +2,7 @@
 
 #include "Foundation/Clock.h"
 #include "Platform/DictationKey.h"
+#include "Platform/SessionLock.h"
 
 #include <QThread>
 
@@ -9,10 +10,11 @@ namespace {
 constexpr qint64 targetKeyCode = DictationKey::keyCode;
 } // namespace
 
-GlobalHotkeyManager::GlobalHotkeyManager(EventTapFactory &taps, AccessibilityRight &right, Clock &clock)
-    : m_taps(taps)
-    , m_right(right)
-    , m_clock(clock) { }
+GlobalHotkeyManager::GlobalHotkeyManager(Platform platform)
+    : m_taps(platform.taps)
+    , m_right(platform.right)
+    , m_lock(platform.lock)
+    , m_clock(platform.clock) { }
 
 GlobalHotkeyManager::~GlobalHotkeyManager() {
     stop();
@@ -81,13 +83,20 @@ void GlobalHotkeyManager::handleFlagsChanged(const TapEvent &event) {
     if (isOptionDown == m_isHotkeyHeld)
         return;
     m_isHotkeyHeld = isOptionDown;
-    notify(isOptionDown ? &HotkeyManager::onKeyDown : &HotkeyManager::onKeyUp);
+    notify(isOptionDown);
 }
 
-void GlobalHotkeyManager::notify(std::function<void()> HotkeyManager::*callback) {
-    m_clock.post([weakSelf = weak_from_this(), callback] {
-        const auto self = weakSelf.lock();
-        if (self && (*self).*callback)
-            ((*self).*callback)();
+void GlobalHotkeyManager::notify(bool isDown) {
+    m_clock.post([weakSelf = weak_from_this(), isDown] {
+        if (const auto self = weakSelf.lock())
+            self->report(isDown);
     });
+}
+
+void GlobalHotkeyManager::report(bool isDown) {
+    const std::function<void()> &callback = isDown ? onKeyDown : onKeyUp;
+    // A stranger may sit at a locked desktop, and the text would go to whatever lies under the lock.
+    const bool isRefused = isDown && m_lock.isLocked();
+    if (callback && !isRefused)
+        callback();
 }

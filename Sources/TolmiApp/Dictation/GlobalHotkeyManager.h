@@ -9,15 +9,25 @@
 
 class Clock;
 class QThread;
+class SessionLock;
 
 /// Turns the press and release of the right Option (Alt) key, wherever the focus is, into two callbacks.
+/// While the session is locked a press does nothing; a release still ends what a press began.
 ///
 /// Main thread only. Held by a std::shared_ptr, since events that are still queued must not keep it alive.
 /// The platform's parts outlive it.
 class GlobalHotkeyManager final : public HotkeyManager,
                                   public std::enable_shared_from_this<GlobalHotkeyManager> {
 public:
-    GlobalHotkeyManager(EventTapFactory &taps, AccessibilityRight &right, Clock &clock);
+    /// What it asks of the platform.
+    struct Platform {
+        EventTapFactory &taps;
+        AccessibilityRight &right;
+        SessionLock &lock;
+        Clock &clock;
+    };
+
+    explicit GlobalHotkeyManager(Platform platform);
     ~GlobalHotkeyManager() override;
 
     bool checkAccessibility() override;
@@ -30,10 +40,12 @@ public:
 private:
     void handle(const TapEvent &event);
     void handleFlagsChanged(const TapEvent &event);
-    void notify(std::function<void()> HotkeyManager::*callback);
+    void notify(bool isDown);
+    void report(bool isDown);
 
     EventTapFactory &m_taps;
     AccessibilityRight &m_right;
+    SessionLock &m_lock;
     Clock &m_clock;
 
     std::shared_ptr<EventTap> m_eventTap;

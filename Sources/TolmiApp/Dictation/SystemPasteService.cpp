@@ -4,6 +4,7 @@
 #include "Platform/FrontmostApplication.h"
 #include "Platform/PasteKeystroke.h"
 #include "Text/Text.h"
+#include "TolmiApp/Dictation/PastableText.h"
 #include "TolmiApp/Texts/L10n.h"
 
 namespace {
@@ -24,28 +25,30 @@ SystemPasteService::SystemPasteService(
     , m_clock(clock) { }
 
 PasteTargetCapture SystemPasteService::paste(const QString &text, AppLanguage language) {
-    const PasteTargetCapture capture = captureTarget(language);
+    const Target target = captureTarget(language);
     std::vector<PasteboardItem> saved = m_pasteboard.items();
-    m_pasteboard.setDictatedText(text);
+    m_pasteboard.setDictatedText(pastableText(text, target.isTerminal));
     blockForClipboard();
     m_keystroke.post();
     m_clock.callAfter(restoreSeconds,
         [self = shared_from_this(), saved = std::move(saved)] { self->restorePasteboard(saved); });
-    return capture;
+    return target.capture;
 }
 
-PasteTargetCapture SystemPasteService::captureTarget(AppLanguage language) {
-    PasteTargetCapture capture;
+SystemPasteService::Target SystemPasteService::captureTarget(AppLanguage language) {
+    Target target;
+    PasteTargetCapture &capture = target.capture;
     capture.timestamp = m_clock.now();
     capture.appName = L10n::text(L10n::Key::unknownTarget, language);
     const std::optional<FrontApplication> front = m_frontmost.current();
     if (!front)
-        return capture;
+        return target;
+    target.isTerminal = front->isTerminal;
     const QString name = Text::trimmed(front->localizedName.value_or(QString()));
     if (!name.isEmpty())
         capture.appName = name;
     capture.bundleID = front->bundleIdentifier;
-    return capture;
+    return target;
 }
 
 void SystemPasteService::blockForClipboard() {

@@ -9,8 +9,9 @@ class Clock;
 class FrontmostApplication;
 class PasteKeystroke;
 
-/// Puts a text into the application that has the focus, by way of the clipboard, and brings the former
-/// content of the clipboard back a second later, whatever was copied in between.
+/// Puts a text, without what an application might obey, into the application that has the focus, by way of
+/// the clipboard, and brings the former content of the clipboard back a second later, whatever was copied in
+/// between.
 ///
 /// Main thread only. Held by a std::shared_ptr, which the delayed restore shares. The platform's parts
 /// outlive it.
@@ -23,7 +24,12 @@ public:
     PasteTargetCapture paste(const QString &text, AppLanguage language) override;
 
 private:
-    PasteTargetCapture captureTarget(AppLanguage language);
+    struct Target {
+        PasteTargetCapture capture;
+        bool isTerminal = false;
+    };
+
+    Target captureTarget(AppLanguage language);
     void blockForClipboard();
     void restorePasteboard(const std::vector<PasteboardItem> &items);
 

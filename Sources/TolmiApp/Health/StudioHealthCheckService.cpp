@@ -3,6 +3,7 @@
 #include "Platform/AccessibilityRight.h"
 #include "Platform/FileManager.h"
 #include "Platform/HttpClient.h"
+#include "Platform/LocalListeners.h"
 #include "TolmiApp/Settings/SettingsStore.h"
 
 #include <algorithm>
@@ -42,6 +43,10 @@ public:
         return item(status, message, text(hint));
     }
 
+    HealthCheckItem item(Status status, Key message, L10n::Phrase hint) const {
+        return item(status, message, m_texts.text(hint, m_language));
+    }
+
 private:
     QString text(Key key) const { return m_texts.text(key, m_language); }
 
@@ -67,6 +72,10 @@ StudioHealthCheckService::Functions functionsOf(StudioHealthCheckService::Platfo
             [platform](QUrl endpoint, double timeout) {
                 return StudioHealthCheckService::defaultOllamaProbe(
                     platform.http, std::move(endpoint), timeout);
+            },
+        .isStrangerAt =
+            [platform](const QUrl &endpoint) {
+                return platform.listeners.listenerAt(endpoint) == Listener::Stranger;
             } };
 }
 } // namespace
@@ -157,6 +166,8 @@ Task<HealthCheckItem> StudioHealthCheckService::ollamaItem(StudioHealthInput inp
     const std::optional<QUrl> endpoint = validEndpoint(input.ollamaEndpoint);
     if (!endpoint)
         co_return writer.item(Status::Error, Key::healthInvalidEndpoint, Key::healthInvalidEndpointHint);
+    if (m_functions.isStrangerAt(*endpoint))
+        co_return writer.item(Status::Error, Key::healthUnreachable, L10n::Phrase::healthStrangerHint);
     const double timeout = std::max(input.ollamaTimeout, shortestProbe);
     const bool isReachable = co_await m_functions.ollamaProbe(*endpoint, timeout);
     co_return isReachable

@@ -13,6 +13,7 @@
 class AccessibilityRight;
 class FileManager;
 class HttpClient;
+class LocalListeners;
 class SettingsStore;
 
 /// One check of what a dictation needs, in the words of the interface's language.
@@ -77,6 +78,8 @@ public:
         std::function<bool(const QString &path)> fileExists;
         /// Whether the service at `endpoint` answers within `timeout` seconds.
         std::function<Task<bool>(QUrl endpoint, double timeout)> ollamaProbe;
+        /// Whether somebody else's program listens at `endpoint`, so that nothing is sent there.
+        std::function<bool(const QUrl &endpoint)> isStrangerAt = [](const QUrl &) { return false; };
     };
 
     /// What the usual functions ask. All of it outlives the service.
@@ -85,6 +88,7 @@ public:
         AccessibilityRight &accessibility;
         const FileManager &fileManager;
         HttpClient &http;
+        const LocalListeners &listeners;
     };
 
     StudioHealthCheckService(Functions functions, PlatformTexts texts);

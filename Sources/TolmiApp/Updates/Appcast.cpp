@@ -26,6 +26,7 @@ AppcastItem enclosure(const QXmlStreamReader &reader) {
     file.url = QUrl(attribute(reader, u"url"));
     file.length = attribute(reader, u"length").toLongLong();
     file.signature = QByteArray::fromBase64(attribute(reader, u"edSignature").toLatin1());
+    file.versionSignature = QByteArray::fromBase64(attribute(reader, u"versionSignature").toLatin1());
     return file;
 }
 
@@ -114,6 +115,10 @@ private:
 
 std::vector<AppcastItem> parseAppcast(const QByteArray &feed) {
     return AppcastReader(feed).read();
+}
+
+QByteArray versionStatement(const QString &version, const QByteArray &fileSignature) {
+    return "tolmi " + version.toUtf8() + '\n' + fileSignature.toBase64() + '\n';
 }
 
 std::optional<AppcastItem> newestItem(const std::vector<AppcastItem> &items, const QString &platform) {

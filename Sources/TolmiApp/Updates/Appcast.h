@@ -23,15 +23,21 @@ struct AppcastItem {
     qint64 length = 0;
     /// The Ed25519 signature over the whole file.
     QByteArray signature;
+    /// The Ed25519 signature over versionStatement(), which keeps an old file from being offered as a new
+    /// one.
+    QByteArray versionSignature;
 
     friend bool operator==(const AppcastItem &, const AppcastItem &) = default;
 };
 
 /// The files of an update feed in its order; those without a version are left out. A feed is RSS: each item
-/// has a `version` and one enclosure for each system, with `url`, `length`, `os` and `edSignature` (`os` left
-/// out stands for "macos"). Throws UpdateError when it is no such feed; one with a document type is refused,
-/// since entities can grow without bound.
+/// has a `version` and one enclosure for each system, with `url`, `length`, `os`, `edSignature` and
+/// `versionSignature` (`os` left out stands for "macos"). Throws UpdateError when it is no such feed; one
+/// with a document type is refused, since entities can grow without bound.
 std::vector<AppcastItem> parseAppcast(const QByteArray &feed);
+
+/// What the makers sign to say that the file with this signature is the one of this version.
+QByteArray versionStatement(const QString &version, const QByteArray &fileSignature);
 
 /// The file of the highest version for `platform`, the first of equals.
 std::optional<AppcastItem> newestItem(const std::vector<AppcastItem> &items, const QString &platform);

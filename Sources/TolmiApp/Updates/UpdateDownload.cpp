@@ -1,7 +1,9 @@
 #include "TolmiApp/Updates/UpdateDownload.h"
 
+#include "Foundation/Log.h"
 #include "Foundation/QueuedWork.h"
 #include "Platform/AtomicFileWriter.h"
+#include "Platform/FileListing.h"
 #include "Platform/FileManager.h"
 #include "Platform/SignatureVerifier.h"
 #include "TolmiApp/Updates/SoftwareVersion.h"
@@ -31,9 +33,12 @@ HttpRequest getRequest(const QUrl &url, qint64 maximumBodySize) {
     return request;
 }
 
-void requireSafe(const AppcastItem &item, const UpdateSource &source) {
+void requireSafe(const AppcastItem &item, const UpdateSource &source, const SignatureVerifier &signatures) {
     require(source.mayAsk(item.url), Code::Insecure);
-    require(item.signature.size() == signatureSize, Code::Unsigned);
+    require(item.signature.size() == signatureSize && item.versionSignature.size() == signatureSize,
+        Code::Unsigned);
+    const QByteArray statement = versionStatement(item.version, item.signature);
+    require(signatures.isValid(item.versionSignature, statement, keyOf(source)), Code::WrongVersion);
     require(item.length > 0 && item.length <= maximumUpdateSize, Code::InvalidSize);
 }
 
@@ -52,6 +57,15 @@ FileURL freeURL(const FileManager &fileManager, const FileURL &folder, const QSt
         url = folder.appendingPathComponent(QStringLiteral("%1-%2").arg(number).arg(name));
     return url;
 }
+
+void remove(FileListing &files, const FileURL &url) {
+    try {
+        files.removeItem(url);
+    } catch (const SystemError &error) {
+        logLine(
+            QStringLiteral("Tolmi: a cancelled update could not be removed: ") + error.errorDescription());
+    }
+}
 } // namespace
 
 bool isSecureURL(const QUrl &url) {
@@ -68,26 +82,36 @@ Task<std::optional<AppcastItem>> findUpdate(UpdatePlatform platform, UpdateSourc
     if (!item || compareVersions(item->version, source.installedVersion) <= 0)
         co_return std::nullopt;
     item->url = source.feedURL.resolved(item->url);
-    requireSafe(*item, source);
+    requireSafe(*item, source, platform.signatures);
     co_return item;
 }
 
 Task<FileURL> downloadUpdate(
     UpdatePlatform platform, UpdateSource source, AppcastItem item, HttpProgress progress) {
-    requireSafe(item, source);
+    requireSafe(item, source, platform.signatures);
     HttpRequest request = getRequest(item.url, item.length);
     request.totalTimeout = longestDownload;
-    const HttpResponse response = co_await platform.http.download(std::move(request), std::move(progress));
+    const HttpResponse response = co_await platform.http.download(std::move(request), progress);
     require(response.statusCode == 200, Code::Refused);
     require(response.body && response.body->size() == item.length, Code::WrongSize);
-    const auto checkAndWrite = [platform, item, content = *response.body, key = keyOf(source),
-                                   folder = source.downloadsDirectory] {
-        // The very bytes that were checked are written.
-        require(platform.signatures.isValid(item.signature, content, key), Code::WrongSignature);
+    const QByteArray content = *response.body;
+    const auto isGenuine = [&signatures = platform.signatures, item, content, key = keyOf(source)] {
+        return signatures.isValid(item.signature, content, key);
+    };
+    const bool isFromTheMakers = co_await runOn(platform.fileQueue, platform.clock, isGenuine);
+    require(isFromTheMakers, Code::WrongSignature);
+    require(progress(item.length), Code::Cancelled);
+    // The very bytes that were checked are written.
+    const auto write = [platform, item, content, folder = source.downloadsDirectory] {
         platform.fileManager.createDirectory(folder);
         const FileURL url = freeURL(platform.fileManager, folder, fileName(item));
         platform.fileWriter.write(url, content, FilePrivacy::AsUsual);
         return url;
     };
-    co_return co_await runOn(platform.fileQueue, platform.clock, checkAndWrite);
+    FileURL url = co_await runOn(platform.fileQueue, platform.clock, write);
+    if (!progress(item.length)) {
+        platform.fileQueue.async([&files = platform.fileListing, url] { remove(files, url); });
+        throw UpdateError(Code::Cancelled);
+    }
+    co_return url;
 }

@@ -6,6 +6,7 @@
 
 class AtomicFileWriter;
 class Clock;
+class FileListing;
 class FileManager;
 class SerialQueue;
 class SignatureVerifier;
@@ -17,6 +18,7 @@ struct UpdatePlatform {
     UserDefaults &defaults;
     Clock &clock;
     FileManager &fileManager;
+    FileListing &fileListing;
     AtomicFileWriter &fileWriter;
     const SignatureVerifier &signatures;
     /// Where whole files are checked and written.
@@ -48,7 +50,8 @@ inline constexpr qint64 maximumUpdateSize = 512LL * 1024 * 1024;
 Task<std::optional<AppcastItem>> findUpdate(UpdatePlatform platform, UpdateSource source);
 
 /// Fetches the file of `item` and, once its size and its signature are right, puts it into the folder of
-/// downloads under a name that is still free; gives its place. `progress` hears of the bytes and may end it.
-/// Throws UpdateError, HttpError or SystemError; then there is no file.
+/// downloads under a name that is still free; gives its place. `progress` hears of the bytes and may end it,
+/// for the last time when the file is there. Throws UpdateError, HttpError or SystemError; then there is no
+/// file.
 Task<FileURL> downloadUpdate(
     UpdatePlatform platform, UpdateSource source, AppcastItem item, HttpProgress progress);

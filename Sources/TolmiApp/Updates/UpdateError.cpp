@@ -18,6 +18,10 @@ QString UpdateError::errorDescription() const {
         return QStringLiteral("The update does not have the size that was announced.");
     case Code::WrongSignature:
         return QStringLiteral("The update is not from the makers of this program, or it was damaged.");
+    case Code::WrongVersion:
+        return QStringLiteral("The makers of this program did not give the update this version.");
+    case Code::Cancelled:
+        return QStringLiteral("The download was cancelled.");
     }
     Q_UNREACHABLE();
 }

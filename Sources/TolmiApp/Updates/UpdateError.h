@@ -18,6 +18,9 @@ public:
         InvalidSize,
         WrongSize,
         WrongSignature,
+        /// The version is not the one that the makers gave the file.
+        WrongVersion,
+        Cancelled,
     };
 
     UpdateError(Code code)

@@ -234,6 +234,18 @@ TEST_F(DictationFlowRefiner, NeedsTheSwitchAndAnEndpointThatParses) {
 
 class DictationFlowSweep : public DictationFlowFixture { };
 
+TEST_F(DictationFlowSweep, GetsNoLimitsThatItCannotCountWith) {
+    constexpr qint64 greatest = std::numeric_limits<qint64>::max();
+    defaults.set(QStringLiteral("tolmi.audioRetentionHours"), greatest);
+    defaults.set(QStringLiteral("tolmi.audioRetentionMaxMB"), greatest);
+    settings = std::make_shared<SettingsStore>(defaults, fileManager, clock, BundleInfo {});
+    const QString logged = loggedBy([this] { createSetUp(); });
+    const std::vector<FakeRetentionSweeper::Call> expected { { audioCacheURL(), greatest / 3600,
+        greatest / 1048576 } };
+    EXPECT_EQ(sweepsAtEnd(), expected);
+    EXPECT_EQ(logged.count(u"is too large"), 2);
+}
+
 TEST_F(DictationFlowSweep, GetsTheFolderAndTheLimitsOfTheSettings) {
     defaults.set(QStringLiteral("tolmi.audioRetentionHours"), qint64(7));
     defaults.set(QStringLiteral("tolmi.audioRetentionMaxMB"), qint64(99));

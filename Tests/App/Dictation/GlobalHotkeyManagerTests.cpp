@@ -2,6 +2,7 @@
 
 #include "Support/FakeAccessibilityRight.h"
 #include "Support/FakeEventTap.h"
+#include "Support/FakeSessionLock.h"
 #include "Support/Print.h"
 #include "Support/VirtualClock.h"
 
@@ -36,7 +37,9 @@ protected:
     VirtualClock clock;
     FakeEventTapFactory taps;
     FakeAccessibilityRight right;
-    std::shared_ptr<GlobalHotkeyManager> manager = std::make_shared<GlobalHotkeyManager>(taps, right, clock);
+    FakeSessionLock lock;
+    std::shared_ptr<GlobalHotkeyManager> manager
+        = std::make_shared<GlobalHotkeyManager>(GlobalHotkeyManager::Platform { taps, right, lock, clock });
     std::vector<QString> heard;
 };
 
@@ -94,6 +97,31 @@ TEST_F(GlobalHotkeyManagerTests, ReportsOnTheMainQueueOnly) {
     EXPECT_TRUE(heard.empty());
     clock.runPosted();
     EXPECT_THAT(heard, ElementsAre("down"));
+}
+
+TEST_F(GlobalHotkeyManagerTests, APressOnALockedDesktopDoesNothing) {
+    manager->start();
+    lock.locked = true;
+    tap().send(flagsChanged(rightOption, alternate));
+    clock.runPosted();
+    EXPECT_TRUE(heard.empty());
+    tap().send(flagsChanged(rightOption, 0));
+    clock.runPosted();
+    lock.locked = false;
+    heard.clear();
+    tap().send(flagsChanged(rightOption, alternate));
+    clock.runPosted();
+    EXPECT_THAT(heard, ElementsAre("down"));
+}
+
+TEST_F(GlobalHotkeyManagerTests, AReleaseOnALockedDesktopEndsWhatWasBegunBefore) {
+    manager->start();
+    tap().send(flagsChanged(rightOption, alternate));
+    clock.runPosted();
+    lock.locked = true;
+    tap().send(flagsChanged(rightOption, 0));
+    clock.runPosted();
+    EXPECT_THAT(heard, ElementsAre("down", "up"));
 }
 
 struct FlagsCase {

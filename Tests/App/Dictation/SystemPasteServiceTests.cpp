@@ -60,6 +60,15 @@ TEST_F(SystemPasteServiceTests, PutsTheTextOnTheClipboardMarkedAsDictated) {
     EXPECT_TRUE(pasteboard.isMarked);
 }
 
+TEST_F(SystemPasteServiceTests, PastesNothingThatAnApplicationObeys) {
+    const QString answer = QStringLiteral("a\r\nb\x1b[31m\tc\u009bd\x7f\n");
+    paste(answer);
+    EXPECT_EQ(pasteboard.content, dictated(QStringLiteral("a\nb[31m\tcd\n")));
+    frontmost.application = FrontApplication { QStringLiteral("XTerm"), QStringLiteral("xterm"), true };
+    paste(answer);
+    EXPECT_EQ(pasteboard.content, dictated(QStringLiteral("a b[31m\tcd ")));
+}
+
 TEST_F(SystemPasteServiceTests, BringsEveryItemBackUnmarked) {
     pasteboard.content = severalItems();
     paste(text);

@@ -4,6 +4,7 @@
 #include "Support/FakeAccessibilityRight.h"
 #include "Support/FakeFileManager.h"
 #include "Support/FakeHttpClient.h"
+#include "Support/FakeLocalListeners.h"
 #include "Support/FakeMicrophonePermission.h"
 #include "Support/Print.h"
 #include "Support/SettingsStoreFixture.h"
@@ -54,6 +55,7 @@ protected:
             probes.push_back({ endpoint, timeout });
             return answer(isReachable);
         };
+        functions.isStrangerAt = [this](const QUrl &) { return isStrangerThere; };
         return StudioHealthCheckService(std::move(functions), std::move(texts));
     }
     static Task<bool> answer(bool isReachable) { co_return isReachable; }
@@ -83,6 +85,7 @@ protected:
     bool isExecutable = true;
     bool isThere = true;
     bool isReachable = true;
+    bool isStrangerThere = false;
     QStringList calls;
     std::vector<ProbeCall> probes;
 };
@@ -228,7 +231,8 @@ TEST_F(StudioHealthCheckServiceTest, AnEmptyPathIsMissing) {
     FakeMicrophonePermission permission;
     FakeAccessibilityRight right;
     FakeHttpClient http;
-    const StudioHealthCheckService::Platform platform { permission, right, files, http };
+    FakeLocalListeners listeners;
+    const StudioHealthCheckService::Platform platform { permission, right, files, http, listeners };
     input.refinementEnabled = false;
     input.whisperBinaryPath.clear();
     input.modelPath.clear();
@@ -278,8 +282,11 @@ TEST_F(StudioHealthCheckServiceTest, TheUsualFunctionsAskThePlatform) {
     FakeMicrophonePermission permission;
     FakeAccessibilityRight right;
     FakeHttpClient http;
+    FakeLocalListeners listeners;
+    listeners.replies = { Listener::Trusted, Listener::Nobody, Listener::Stranger };
     const StudioHealthCheckService checks(
-        StudioHealthCheckService::Platform { permission, right, files, http }, PlatformTexts::forLinux());
+        StudioHealthCheckService::Platform { permission, right, files, http, listeners },
+        PlatformTexts::forLinux());
     files.files[input.whisperBinaryPath] = "not executable";
     files.files[input.modelPath] = "model";
     permission.present = AuthorizationStatus::Denied;
@@ -297,6 +304,17 @@ TEST_F(StudioHealthCheckServiceTest, TheUsualFunctionsAskThePlatform) {
     for (const HealthCheckItem &item : run(checks))
         found.push_back(item.status);
     EXPECT_EQ(found, (std::vector { Status::Ok, Status::Ok, Status::Ok, Status::Ok, Status::Error }));
+    EXPECT_EQ(run(checks)[4].hint,
+        PlatformTexts::forLinux().text(L10n::Phrase::healthStrangerHint, input.uiLanguage));
+    EXPECT_EQ(listeners.asked.size(), 3U);
+}
+
+TEST_P(InBothLanguages, AStrangersServerIsUnreachableAndTheHintSaysWhy) {
+    isStrangerThere = true;
+    EXPECT_EQ(run()[4],
+        item(ollama, Key::healthOllama, Status::Error, Key::healthUnreachable,
+            L10n::text(L10n::Phrase::healthStrangerHint, input.uiLanguage)));
+    EXPECT_TRUE(probes.empty());
 }
 
 namespace {

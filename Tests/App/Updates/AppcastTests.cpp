@@ -29,7 +29,7 @@ TEST(Appcast, GivesEverythingThatAnItemTells) {
         <sparkle:version> 42 </sparkle:version><sparkle:shortVersionString>1.2</sparkle:shortVersionString>
         <pubDate>today</pubDate><description><![CDATA[<p>Faster</p>]]></description>
         <enclosure url="https://example.org/tolmi.tar.xz" length="1234" type="application/octet-stream"
-            sparkle:os="Linux" sparkle:edSignature="AQID"/></item>)"));
+            sparkle:os="Linux" sparkle:edSignature="AQID" sparkle:versionSignature="BAU="/></item>)"));
     AppcastItem expected;
     expected.version = QStringLiteral("42");
     expected.displayVersion = QStringLiteral("1.2");
@@ -38,6 +38,7 @@ TEST(Appcast, GivesEverythingThatAnItemTells) {
     expected.url = QUrl(QStringLiteral("https://example.org/tolmi.tar.xz"));
     expected.length = 1234;
     expected.signature = QByteArray("\x01\x02\x03");
+    expected.versionSignature = QByteArray("\x04\x05");
     EXPECT_EQ(items, std::vector { expected });
 }
 

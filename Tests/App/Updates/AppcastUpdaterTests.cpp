@@ -2,6 +2,7 @@
 
 #include "App/Updates/UpdateFixture.h"
 #include "Support/FakeAtomicFileWriter.h"
+#include "Support/FakeFileListing.h"
 #include "Support/FakeFileManager.h"
 #include "Support/FakeHttpClient.h"
 #include "Support/FakeUserDefaults.h"
@@ -10,6 +11,8 @@
 #include "Support/VirtualClock.h"
 
 #include <gtest/gtest.h>
+
+#include <future>
 
 namespace {
 using Phase = UpdatePrompt::Phase;
@@ -21,8 +24,8 @@ const QString automaticKey = QStringLiteral("tolmi.updates.automaticallyChecks")
 class AppcastUpdaterTest : public testing::Test {
 protected:
     void make() {
-        m_updater = AppcastUpdater::create(
-            { m_http, m_defaults, m_clock, m_fileManager, m_fileWriter, m_signatures, m_fileQueue },
+        m_updater = AppcastUpdater::create({ m_http, m_defaults, m_clock, m_fileManager, m_fileListing,
+                                               m_fileWriter, m_signatures, m_fileQueue },
             m_update.source(QUrl(QStringLiteral("https://example.org/feed.xml")),
                 FileURL(QStringLiteral("/home/user/Downloads"))),
             m_prompt);
@@ -40,6 +43,13 @@ protected:
         m_updater->checkForUpdates();
         ASSERT_EQ(m_prompt.phase(), Phase::Found);
     }
+    /// Whatever the work there leads to included.
+    void workOffTheFileQueue() {
+        for (int step = 0; step < 4; ++step) {
+            m_fileQueue.sync([] {});
+            m_clock.runPosted();
+        }
+    }
     void waitForTheFileQueue() {
         ASSERT_TRUE(untilTrue([this] {
             m_clock.runPosted();
@@ -52,6 +62,7 @@ protected:
     FakeUserDefaults m_defaults;
     VirtualClock m_clock;
     FakeFileManager m_fileManager;
+    FakeFileListing m_fileListing;
     FakeAtomicFileWriter m_fileWriter;
     SodiumSignatureVerifier m_signatures;
     SerialQueue m_fileQueue { QStringLiteral("AppcastUpdaterTest") };
@@ -186,6 +197,35 @@ TEST_F(AppcastUpdaterTest, RemembersTheLastCheckOfAnEarlierRun) {
     m_clock.advance(1);
     EXPECT_EQ(m_http.requests.size(), 1u);
     EXPECT_EQ(m_defaults.doubleValue(lastCheckKey), m_clock.now().secondsSince1970());
+}
+
+TEST_F(AppcastUpdaterTest, CancelDuringTheCheckOfTheFileLeavesNone) {
+    makeAndStart();
+    findUpdateVisibly();
+    answerWith(m_update.content);
+    m_prompt.download();
+    m_prompt.dismiss();
+    workOffTheFileQueue();
+    EXPECT_TRUE(m_fileWriter.writes.empty());
+    EXPECT_EQ(m_prompt.phase(), Phase::Hidden);
+}
+
+TEST_F(AppcastUpdaterTest, CancelDuringTheWriteRemovesTheFile) {
+    makeAndStart();
+    findUpdateVisibly();
+    answerWith(m_update.content);
+    m_prompt.download();
+    m_fileQueue.sync([] {});
+    std::promise<void> release;
+    m_fileQueue.async([released = release.get_future().share()] { released.wait(); });
+    m_clock.runPosted();
+    m_prompt.dismiss();
+    release.set_value();
+    workOffTheFileQueue();
+    EXPECT_EQ(m_fileWriter.writes.size(), 1u);
+    EXPECT_EQ(
+        m_fileListing.removals, std::vector { QStringLiteral("/home/user/Downloads/tolmi-2.0.tar.xz") });
+    EXPECT_EQ(m_prompt.phase(), Phase::Hidden);
 }
 
 TEST_F(AppcastUpdaterTest, LastCheckFromTheFutureCountsAsNone) {

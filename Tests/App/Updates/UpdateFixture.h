@@ -13,6 +13,8 @@ struct PublishedUpdate {
     QByteArray version = "2.0";
     QByteArray url = "files/tolmi-2.0.tar.xz";
     QByteArray length = QByteArray::number(content.size());
+    /// Made for the version and the signature above where the test gives none.
+    std::optional<QByteArray> versionSignature;
 
     /// The feed that announces it.
     QByteArray feed() const;

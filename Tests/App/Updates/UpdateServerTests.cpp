@@ -1,6 +1,7 @@
 #include "App/Updates/UpdateFixture.h"
 #include "Platform/Desktop/QtHttpClient.h"
 #include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
+#include "Platform/Linux/Files/LinuxFileListing.h"
 #include "Platform/Linux/Files/LinuxFileManager.h"
 #include "Support/AwaitTask.h"
 #include "Support/FakeUserDefaults.h"
@@ -28,7 +29,8 @@ bool isLoopback(const QUrl &url) {
 class UpdateServerTest : public testing::Test {
 protected:
     UpdatePlatform platform() {
-        return { m_http, m_defaults, m_clock, m_fileManager, m_fileWriter, m_signatures, m_fileQueue };
+        return { m_http, m_defaults, m_clock, m_fileManager, m_fileListing, m_fileWriter, m_signatures,
+            m_fileQueue };
     }
     UpdateSource source() const {
         UpdateSource source = m_update.source(
@@ -77,6 +79,7 @@ protected:
     QtHttpClient m_http { m_clock };
     FakeUserDefaults m_defaults;
     LinuxFileManager m_fileManager;
+    LinuxFileListing m_fileListing;
     LinuxAtomicFileWriter m_fileWriter;
     SodiumSignatureVerifier m_signatures;
     SerialQueue m_fileQueue { QStringLiteral("UpdateServerTest") };
@@ -148,6 +151,22 @@ TEST_F(UpdateServerTest, SignatureOfAnotherKeyIsRefused) {
 TEST_F(UpdateServerTest, UnsignedUpdateIsNotOffered) {
     for (const QByteArray &signature : { QByteArray(), QByteArray("short"), QByteArray(65, 'x') }) {
         m_update.signature = signature;
+        answerWith(m_update.feed());
+        expectError(Code::Unsigned, [this] { find(); });
+    }
+}
+
+TEST_F(UpdateServerTest, OlderFileIsNotOfferedAsANewerVersion) {
+    PublishedUpdate older = m_update;
+    older.version = "0.9";
+    const QByteArray olderStatement = versionStatement(QStringLiteral("0.9"), older.signature);
+    for (const QByteArray &statement : { olderStatement, QByteArray("2.0"), QByteArray() }) {
+        m_update.versionSignature = m_update.key.sign(statement);
+        answerWith(m_update.feed());
+        expectError(Code::WrongVersion, [this] { find(); });
+    }
+    for (const QByteArray &signature : { QByteArray(), QByteArray("short") }) {
+        m_update.versionSignature = signature;
         answerWith(m_update.feed());
         expectError(Code::Unsigned, [this] { find(); });
     }

@@ -1,5 +1,6 @@
 #include "App/Updates/UpdateFixture.h"
 #include "Support/FakeAtomicFileWriter.h"
+#include "Support/FakeFileListing.h"
 #include "Support/FakeFileManager.h"
 #include "Support/FakeHttpClient.h"
 #include "Support/FakeUpdaterController.h"
@@ -28,15 +29,17 @@ private:
     FakeUserDefaults m_defaults;
     VirtualClock m_clock;
     FakeFileManager m_fileManager;
+    FakeFileListing m_fileListing;
     FakeAtomicFileWriter m_fileWriter;
     SodiumSignatureVerifier m_signatures;
     SerialQueue m_fileQueue { QStringLiteral("UpdaterControllerContract") };
     UpdatePrompt m_prompt;
-    std::shared_ptr<AppcastUpdater> m_controller = AppcastUpdater::create(
-        { m_http, m_defaults, m_clock, m_fileManager, m_fileWriter, m_signatures, m_fileQueue },
-        PublishedUpdate().source(QUrl(QStringLiteral("https://example.org/feed.xml")),
-            FileURL(QStringLiteral("/home/user/Downloads"))),
-        m_prompt);
+    std::shared_ptr<AppcastUpdater> m_controller
+        = AppcastUpdater::create({ m_http, m_defaults, m_clock, m_fileManager, m_fileListing, m_fileWriter,
+                                     m_signatures, m_fileQueue },
+            PublishedUpdate().source(QUrl(QStringLiteral("https://example.org/feed.xml")),
+                FileURL(QStringLiteral("/home/user/Downloads"))),
+            m_prompt);
 };
 
 /// What every controller of an updater does.

@@ -3,12 +3,16 @@
 #include "Foundation/Error.h"
 #include "Foundation/Log.h"
 #include "Platform/Linux/Files/FileDescriptor.h"
+#include "Platform/Linux/Files/SystemAccounts.h"
 
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
+#include <vector>
 
 #include <fcntl.h>
 #include <pwd.h>
@@ -82,6 +86,78 @@ FileURL temporaryDirectoryOf(const LinuxFolders &folders) {
     return fresh;
 }
 
+/// Follows a path from the root, one name at a time, and looks at everything on the way.
+class TrustedPath {
+public:
+    explicit TrustedPath(const QString &path) { push(QFile::encodeName(path)); }
+
+    /// Whether others have no say in what the whole path leads to.
+    bool isSafe() {
+        bool isSafeSoFar = look();
+        while (isSafeSoFar && !m_isMissing && !m_names.empty()) {
+            const QByteArray name = m_names.back();
+            m_names.pop_back();
+            isSafeSoFar = enter(name);
+        }
+        return isSafeSoFar;
+    }
+
+private:
+    static constexpr int mostLinks = 40;
+
+    /// The names of `path` come before those that are still to be followed.
+    void push(const QByteArray &path) {
+        const QList<QByteArray> names = path.split('/');
+        m_names.insert(m_names.end(), names.rbegin(), names.rend());
+    }
+
+    bool enter(const QByteArray &name) {
+        if (name.isEmpty() || name == ".")
+            return true;
+        if (name == "..") {
+            m_path.truncate(std::max<qsizetype>(m_path.lastIndexOf('/'), 0));
+            return look();
+        }
+        const QByteArray folder = m_path;
+        m_path += '/' + name;
+        const bool isSafeSoFar = look();
+        return m_isLink ? isSafeSoFar && follow(folder) : isSafeSoFar;
+    }
+
+    bool look() {
+        struct stat status { };
+        if (::lstat(m_path.isEmpty() ? "/" : m_path.constData(), &status) != 0) {
+            m_isMissing = true;
+            return errno == ENOENT && !m_isOpenToAll;
+        }
+        m_isLink = S_ISLNK(status.st_mode);
+        // A link says nothing by its mode.
+        m_isOpenToAll = !m_isLink && (status.st_mode & S_IWOTH);
+        const bool isShared = S_ISDIR(status.st_mode) && (status.st_mode & S_ISVTX);
+        return isTrustedAccount(status.st_uid) && (!m_isOpenToAll || isShared);
+    }
+
+    bool follow(const QByteArray &folder) {
+        std::array<char, PATH_MAX> target;
+        const ssize_t size = ::readlink(m_path.constData(), target.data(), target.size());
+        if (size <= 0 || ++m_linkCount > mostLinks)
+            return false;
+        m_isLink = false;
+        push(QByteArray(target.data(), size));
+        m_path = target.front() == '/' ? QByteArray() : folder;
+        return look();
+    }
+
+    /// What is still to be followed, the next one last.
+    std::vector<QByteArray> m_names;
+    /// Without a link, and empty for the root.
+    QByteArray m_path;
+    bool m_isLink = false;
+    bool m_isOpenToAll = false;
+    bool m_isMissing = false;
+    int m_linkCount = 0;
+};
+
 FileDescriptor openForReading(const FileURL &url) {
     FileDescriptor file(::open(QFile::encodeName(url.path()).constData(), O_RDONLY | O_CLOEXEC));
     if (!file.isValid())
@@ -114,6 +190,10 @@ bool LinuxFileManager::fileExists(const QString &path) const {
 
 bool LinuxFileManager::isExecutableFile(const QString &path) const {
     return ::access(QFile::encodeName(path).constData(), X_OK) == 0;
+}
+
+bool LinuxFileManager::isSafeFromOthers(const QString &path) const {
+    return TrustedPath(QDir::current().filePath(path)).isSafe();
 }
 
 void LinuxFileManager::createDirectory(const FileURL &url) {

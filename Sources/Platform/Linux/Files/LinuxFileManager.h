@@ -29,6 +29,7 @@ public:
 
     bool fileExists(const QString &path) const override;
     bool isExecutableFile(const QString &path) const override;
+    bool isSafeFromOthers(const QString &path) const override;
     void createDirectory(const FileURL &url) override;
     QByteArray contents(const FileURL &url) const override;
     std::optional<FileURL> applicationSupportDirectory() const override;

@@ -10,7 +10,9 @@
 #include <chrono>
 #include <cmath>
 #include <csignal>
+#include <mutex>
 #include <optional>
+#include <set>
 #include <thread>
 #include <vector>
 
@@ -174,12 +176,45 @@ QByteArray readRest(int descriptor) {
     return bytes;
 }
 
+/// Asks the child of `descriptor` to end; nothing happens when it has ended.
+void askToEnd(int descriptor) {
+    ::pidfd_send_signal(descriptor, SIGTERM, nullptr, 0);
+}
+} // namespace
+
+/// The children of one launcher that are held, by their descriptors.
+class HeldChildren {
+public:
+    void add(int descriptor) {
+        const std::lock_guard lock(m_mutex);
+        m_descriptors.insert(descriptor);
+    }
+    void remove(int descriptor) {
+        const std::lock_guard lock(m_mutex);
+        m_descriptors.erase(descriptor);
+    }
+    void askAllToEnd() {
+        const std::lock_guard lock(m_mutex);
+        std::ranges::for_each(m_descriptors, &askToEnd);
+    }
+
+private:
+    std::mutex m_mutex;
+    std::set<int> m_descriptors;
+};
+
+namespace {
 class LinuxProcess final : public Process {
 public:
-    LinuxProcess(const FileURL &executable, const QStringList &arguments)
-        : LinuxProcess(executable, arguments, makePipe(executable.path()), makePipe(executable.path())) { }
+    LinuxProcess(
+        std::shared_ptr<HeldChildren> siblings, const FileURL &executable, const QStringList &arguments)
+        : LinuxProcess(executable, arguments, makePipe(executable.path()), makePipe(executable.path())) {
+        m_siblings = std::move(siblings);
+        m_siblings->add(m_child.get());
+    }
 
     ~LinuxProcess() override {
+        m_siblings->remove(m_child.get());
         // Someone must take the status of a child, or it stays in the process table for ever.
         if (isRunning())
             std::thread([child = std::move(m_child)] { reap(child.get()); }).detach();
@@ -189,7 +224,7 @@ public:
 
     void terminate() override {
         if (!m_status)
-            ::pidfd_send_signal(m_child.get(), SIGTERM, nullptr, 0);
+            askToEnd(m_child.get());
     }
 
     bool waitUntilExit(double seconds) override {
@@ -223,6 +258,7 @@ private:
         }
     }
 
+    std::shared_ptr<HeldChildren> m_siblings;
     FileDescriptor m_child;
     FileDescriptor m_standardOutput;
     FileDescriptor m_standardError;
@@ -230,7 +266,8 @@ private:
 };
 } // namespace
 
-LinuxProcessLauncher::LinuxProcessLauncher() {
+LinuxProcessLauncher::LinuxProcessLauncher()
+    : m_children(std::make_shared<HeldChildren>()) {
     struct sigaction action { };
     if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
         std::signal(SIGCHLD, SIG_DFL);
@@ -238,5 +275,9 @@ LinuxProcessLauncher::LinuxProcessLauncher() {
 
 std::unique_ptr<Process> LinuxProcessLauncher::launch(
     const FileURL &executable, const QStringList &arguments) {
-    return std::make_unique<LinuxProcess>(executable, arguments);
+    return std::make_unique<LinuxProcess>(m_children, executable, arguments);
+}
+
+void LinuxProcessLauncher::terminateAll() {
+    m_children->askAllToEnd();
 }

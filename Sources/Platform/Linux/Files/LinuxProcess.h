@@ -2,6 +2,8 @@
 
 #include "Platform/Process.h"
 
+class HeldChildren;
+
 /// Starts processes on Linux. A child has the descriptors 0, 1 and 2 and no other, no blocked signals, and
 /// every signal at its default. Any thread may call it.
 class LinuxProcessLauncher final : public ProcessLauncher {
@@ -11,4 +13,8 @@ public:
     LinuxProcessLauncher();
 
     std::unique_ptr<Process> launch(const FileURL &executable, const QStringList &arguments) override;
+    void terminateAll() override;
+
+private:
+    std::shared_ptr<HeldChildren> m_children;
 };

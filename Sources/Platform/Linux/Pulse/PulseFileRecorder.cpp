@@ -3,6 +3,8 @@
 #include "Foundation/Log.h"
 #include "Platform/Desktop/SndFileStore.h"
 
+#include <QFile>
+
 #include <algorithm>
 #include <cmath>
 
@@ -61,6 +63,9 @@ bool PulseFileRecorder::record() {
         return true;
     } catch (const SystemError &error) {
         logFailure(error);
+        stop();
+        // A file without sound is of no use to anybody.
+        QFile::remove(m_url.path());
         return false;
     }
 }

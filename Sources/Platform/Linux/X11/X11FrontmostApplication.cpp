@@ -28,8 +28,8 @@ std::optional<FrontApplication> X11FrontmostApplication::current() {
     if (!window)
         return {};
     if (const auto entry = m_entries.find(*window, programOf(window->processID)))
-        return FrontApplication { entry->name, entry->id };
+        return FrontApplication { entry->name, entry->id, window->isTerminal() };
     const QString &name = window->className.isEmpty() ? window->instance : window->className;
     const QString &identifier = window->instance.isEmpty() ? window->className : window->instance;
-    return FrontApplication { name, identifier };
+    return FrontApplication { name, identifier, window->isTerminal() };
 }

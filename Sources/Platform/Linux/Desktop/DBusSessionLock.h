@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Foundation/SerialQueue.h"
+#include "Platform/SessionLock.h"
+
+#include <QDBusConnection>
+#include <QObject>
+
+#include <vector>
+
+class QDBusMessage;
+
+/// What the login manager and the screen savers tell over the message buses. They are asked without waiting,
+/// at the start and whenever one of them tells of a change. What is told then counts for nothing by itself:
+/// on the bus of the system anybody may speak.
+class DBusSessionLock final : public QObject, public SessionLock {
+    Q_OBJECT
+
+public:
+    using Connect = QDBusConnection (*)();
+
+    /// `connectToSystemBus` may take its time; it runs on a thread of its own.
+    explicit DBusSessionLock(const QDBusConnection &sessionBus = QDBusConnection::sessionBus(),
+        Connect connectToSystemBus = &systemBus);
+
+    bool isLocked() override;
+
+private Q_SLOTS:
+    void ask();
+
+private:
+    /// One who knows, and what it said last.
+    struct Source {
+        QDBusConnection bus;
+        /// Builds the question anew; a message is sent once.
+        QDBusMessage (*question)();
+        bool isLocked = false;
+    };
+
+    static QDBusConnection systemBus();
+
+    void listenOnSessionBus(QDBusConnection bus);
+    void listenOnSystemBus(QDBusConnection bus);
+    void ask(std::size_t source);
+
+    std::vector<Source> m_sources;
+    SerialQueue m_connecting { QStringLiteral("Tolmi.DBusSessionLock") };
+};
