@@ -143,16 +143,26 @@ void measureLoading(const QString &folder, int roundCount) {
 void measureAdding(const QString &folder, int roundCount, const char *bound) {
     ScratchHistory history(folder);
     const QString other = folder + QStringLiteral("/plain.json");
-    const double first = milliseconds([&] { history->add(dictation(0)); });
+    const auto addAndWrite = [&history](int number) {
+        history->add(dictation(number));
+        history->waitUntilWritten();
+    };
+    // As long as the user needs for a first dictation at the least.
+    history->waitUntilWritten();
+    const double firstOnMainThread = milliseconds([&] { history->add(dictation(0)); });
+    history->waitUntilWritten();
+    const double pinOnMainThread = milliseconds([&] { history->togglePin(history->entries().front().id); });
+    history->waitUntilWritten();
     std::vector<double> adding;
     std::vector<double> writing;
     for (int round = 0; round < roundCount; ++round) {
         const QByteArray json = contentOf(ScratchHistory::filePath(folder));
         writing.push_back(milliseconds([&] { writePlainly(other, json); }));
-        adding.push_back(milliseconds([&] { history->add(dictation(round)); }));
+        adding.push_back(milliseconds([&] { addAndWrite(round); }));
     }
     printRow("add / plain write", median(adding), median(writing), bound);
-    printRow("first add after a start / plain", first, median(writing), "once a start");
+    printRow("main thread, first add / plain", firstOnMainThread, median(writing), "once a start");
+    printRow("main thread, pin / plain", pinOnMainThread, median(writing), "");
 }
 
 void measure(int entryCount, int roundCount, const char *boundOfAdding) {

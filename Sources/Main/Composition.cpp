@@ -102,6 +102,7 @@ DictationFlowCollaborators Composition::Parts::collaborators() {
     made.makeRetentionSweeper = [this](FileManager &files) {
         return std::make_shared<AudioRetentionSweeper>(files, adapters.fileListing, adapters.clock);
     };
+    made.removeRecording = [this](const FileURL &url) { adapters.fileListing.removeItem(url); };
     return made;
 }
 
@@ -136,4 +137,5 @@ void Composition::settle() {
     m_parts->adapters.processes.terminateAll();
     m_parts->adapters.pasteboard.handOver();
     m_parts->adapters.defaults.flush();
+    m_parts->history->waitUntilWritten();
 }

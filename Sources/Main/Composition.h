@@ -27,8 +27,8 @@ public:
     /// Starts the program; false when it runs already, in which case the running one has been told.
     bool start();
 
-    /// Leaves everything as the user should find it after the end: whisper-cli ended, the settings written,
-    /// the clipboard in the hands of the desktop's clipboard manager.
+    /// Leaves everything as the user should find it after the end: whisper-cli ended, settings and history
+    /// written, the clipboard in the hands of the desktop's clipboard manager. Takes as long as the disk does.
     void settle();
 
 private:

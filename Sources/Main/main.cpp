@@ -35,6 +35,8 @@ int main(int argc, char **argv) {
     const mode_t usersMask = umask(0077);
     WindowSystem::prepareToolkit();
     QtAudioPlayers::chooseLibrary();
+    // The first window would wait for the disk otherwise, and the few shaders are compiled soon.
+    QApplication::setAttribute(Qt::AA_DisableShaderDiskCache);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolmi"));
     QApplication::setDesktopFileName(QStringLiteral("tolmi"));

@@ -12,4 +12,6 @@ inline constexpr quint64 flag = 0x80000;
 inline constexpr TapEvent pressed { TapEventType::FlagsChanged, keyCode, flag };
 /// The key came up, and the left one is up too.
 inline constexpr TapEvent released { TapEventType::FlagsChanged, keyCode, 0 };
+/// Another key joined the press.
+inline constexpr TapEvent joined { TapEventType::ChordBegan, keyCode, flag };
 } // namespace DictationKey

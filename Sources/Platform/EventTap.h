@@ -9,6 +9,10 @@
 enum class TapEventType {
     /// A modifier key went down or came up.
     FlagsChanged,
+    /// Another key went down soon after the dictation key, which is still down: the two type a letter or give
+    /// a
+    /// command, so the press was not meant for a dictation. Comes once for a press at most.
+    ChordBegan,
     /// The system switched the tap off because it was too slow.
     TapDisabledByTimeout,
     /// The system switched the tap off for secure input.

@@ -20,7 +20,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// A tap that runs on a thread of its own and keeps what it reports: the key code, then + or - for the
-/// alternate flag.
+/// alternate flag, or * for a chord.
 class RunningTap {
 public:
     explicit RunningTap(const QByteArray &displayName = {})
@@ -70,7 +70,9 @@ public:
 private:
     void keep(const TapEvent &event) {
         std::lock_guard lock(m_mutex);
-        m_reports.push_back(std::to_string(event.keyCode) + (event.flags ? '+' : '-'));
+        const char flag = event.flags ? '+' : '-';
+        m_reports.push_back(
+            std::to_string(event.keyCode) + (event.type == TapEventType::ChordBegan ? '*' : flag));
     }
 
     std::mutex m_mutex;
@@ -165,6 +167,32 @@ TEST(X11EventTapTests, AltGrWithALetterReportsNothing) {
     EXPECT_THAT(running.reportsUntilNow(), IsEmpty());
 }
 
+TEST(X11EventTapTests, AKeyThatJoinsAReportedPressIsAChord) {
+    for (const auto *layout : { "us", "ro" }) {
+        SCOPED_TRACE(layout);
+        setLayout(QString::fromLatin1(layout));
+        RunningTap running;
+        pressKey(rightAlt);
+        EXPECT_TRUE(running.waitForReports(1));
+        typeKey(38);
+        typeKey(38);
+        releaseKey(rightAlt);
+        EXPECT_TRUE(running.waitForReports(3));
+        EXPECT_THAT(running.reports(), ElementsAre("61+", "61*", "61-"));
+    }
+}
+
+TEST(X11EventTapTests, OurOwnKeysJoinNoPress) {
+    setLayout(QStringLiteral("us"));
+    RunningTap running;
+    running.injectedKeys().willPress(38, std::chrono::steady_clock::now());
+    pressKey(rightAlt);
+    typeKey(38);
+    releaseKey(rightAlt);
+    EXPECT_TRUE(running.waitForReports(2));
+    EXPECT_THAT(running.reports(), ElementsAre("61+", "61-"));
+}
+
 TEST(X11EventTapTests, OurOwnKeysAreNoChord) {
     setLayout(QStringLiteral("ro"));
     RunningTap running;
@@ -184,13 +212,13 @@ TEST(X11EventTapTests, FollowsTheLayout) {
     const QStringList chord { QStringLiteral("keydown"), QString::number(rightAlt), QStringLiteral("key"),
         QStringLiteral("38"), QStringLiteral("keyup"), QString::number(rightAlt) };
     outputOf(QStringLiteral("xdotool"), chord);
-    EXPECT_THAT(running.reportsUntilNow(), ElementsAre("61+", "61-"));
+    EXPECT_THAT(running.reportsUntilNow(), ElementsAre("61+", "61*", "61-"));
     setLayout(QStringLiteral("ro"));
     outputOf(QStringLiteral("xdotool"), chord);
-    EXPECT_EQ(running.reportsUntilNow().size(), 4);
+    EXPECT_EQ(running.reportsUntilNow().size(), 5);
     setLayout(QStringLiteral("us"));
     outputOf(QStringLiteral("xdotool"), chord);
-    EXPECT_EQ(running.reportsUntilNow().size(), 8);
+    EXPECT_EQ(running.reportsUntilNow().size(), 10);
 }
 
 TEST(X11EventTapTests, IsSilentWhileDisabled) {

@@ -22,7 +22,7 @@ struct TranslatorCase {
     const char *name;
     bool typesLetters;
     std::vector<Step> steps;
-    /// "<milliseconds> <key code><+ or - for the alternate flag>" for each event of the tap.
+    /// "<milliseconds> <key code><+ or - for the alternate flag, * for a chord>" for each event of the tap.
     std::vector<std::string> reports;
 };
 
@@ -58,10 +58,12 @@ public:
 private:
     double seconds() const { return m_clock.now() - VirtualClock::start; }
     void report(const TapEvent &event) {
-        EXPECT_EQ(event.type, TapEventType::FlagsChanged);
         EXPECT_EQ(event.flags & ~quint64(0x80000), 0);
+        const bool isChord = event.type == TapEventType::ChordBegan;
+        EXPECT_TRUE(isChord ? event.flags != 0 : event.type == TapEventType::FlagsChanged);
+        const char flag = event.flags ? '+' : '-';
         reports.push_back(std::to_string(qRound(seconds() * 1000)) + ' ' + std::to_string(event.keyCode)
-            + (event.flags ? '+' : '-'));
+            + (isChord ? '*' : flag));
     }
 
     VirtualClock m_clock;
@@ -83,7 +85,25 @@ INSTANTIATE_TEST_SUITE_P(Table, RightAltTranslatorTests,
                         { "0 61+", "900 61-" } },
         TranslatorCase { "plainWithAnotherKey", plain,
             { { 0, right, down }, { 10, other, down }, { 20, other, up }, { 30, right, up } },
-            { "0 61+", "30 61-" } },
+            { "0 61+", "10 61*", "30 61-" } },
+        TranslatorCase { "plainKeyInTheLastMoment", plain,
+            { { 0, right, down }, { 1000, other, down }, { 1030, right, up } },
+            { "0 61+", "1000 61*", "1030 61-" } },
+        TranslatorCase { "plainKeyThatComesTooLate", plain,
+            { { 0, right, down }, { 1001, other, down }, { 1030, right, up } }, { "0 61+", "1030 61-" } },
+        TranslatorCase { "onlyTheFirstKeyIsAChord", plain,
+            { { 0, right, down }, { 100, other, down }, { 200, other, up }, { 300, other, down },
+                { 900, right, up } },
+            { "0 61+", "100 61*", "900 61-" } },
+        TranslatorCase { "everyPressHasItsChord", plain,
+            { { 0, right, down }, { 10, other, down }, { 20, right, up }, { 30, right, down },
+                { 40, other, down }, { 50, right, up } },
+            { "0 61+", "10 61*", "20 61-", "30 61+", "40 61*", "50 61-" } },
+        TranslatorCase { "keyAfterTheReleaseIsNoChord", plain,
+            { { 0, right, down }, { 100, right, up }, { 110, other, down } }, { "0 61+", "100 61-" } },
+        TranslatorCase { "keyThatComesUpIsNoChordOnAPlainKey", plain,
+            { { 0, other, down }, { 10, right, down }, { 20, other, up }, { 900, right, up } },
+            { "10 61+", "900 61-" } },
         TranslatorCase { "leftAlt", plain, { { 0, left, down }, { 10, left, up } }, { "0 58+", "10 58-" } },
         TranslatorCase { "otherKeysAreSilent", plain, { { 0, other, down }, { 10, other, up } }, {} },
         TranslatorCase { "rightWhileLeftIsHeld", plain,
@@ -99,10 +119,17 @@ INSTANTIATE_TEST_SUITE_P(Table, RightAltTranslatorTests,
         TranslatorCase { "keyInTheLastMomentStartsNothing", altGr,
             { { 0, right, down }, { 249, other, down }, { 400, right, up } }, {} },
         TranslatorCase { "keyAtTheDueTimeIsTooLate", altGr,
-            { { 0, right, down }, { 250, other, down }, { 400, right, up } }, { "250 61+", "400 61-" } },
-        TranslatorCase { "laterKeyChangesNothing", altGr,
+            { { 0, right, down }, { 250, other, down }, { 400, right, up } },
+            { "250 61+", "250 61*", "400 61-" } },
+        TranslatorCase { "keyAfterTheHoldBackIsAChord", altGr,
             { { 0, right, down }, { 600, other, down }, { 650, other, up }, { 900, right, up } },
-            { "250 61+", "900 61-" } },
+            { "250 61+", "600 61*", "900 61-" } },
+        TranslatorCase { "theSecondIsThatOfThePress", altGr,
+            { { 0, right, down }, { 1000, other, down }, { 2000, right, up } },
+            { "250 61+", "1000 61*", "2000 61-" } },
+        TranslatorCase { "laterKeyChangesNothing", altGr,
+            { { 0, right, down }, { 1001, other, down }, { 1050, other, up }, { 1900, right, up } },
+            { "250 61+", "1900 61-" } },
         TranslatorCase { "shortPressIsDownThenUp", altGr, { { 0, right, down }, { 80, right, up } },
             { "80 61+", "80 61-" } },
         TranslatorCase { "keyAfterAShortPressIsNoChord", altGr,
@@ -136,6 +163,13 @@ TEST(RightAltTranslatorStateTests, KnowsTheKeysThatWereHeldBefore) {
     bench.play({ 0, right, up });
     bench.play({ 10, left, up });
     EXPECT_THAT(bench.reports, testing::ElementsAre("0 61+", "10 58-"));
+}
+
+TEST(RightAltTranslatorStateTests, APressFromBeforeTheFirstEventHasNoChord) {
+    TranslatorBench bench(plain);
+    bench.translator().setInitialState(true, false);
+    bench.play({ 0, other, down });
+    EXPECT_THAT(bench.reports, testing::IsEmpty());
 }
 
 TEST(RightAltTranslatorStateTests, ANewLayoutLeavesAHeldBackPressAlone) {

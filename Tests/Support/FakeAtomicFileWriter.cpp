@@ -1,6 +1,7 @@
 #include "Support/FakeAtomicFileWriter.h"
 
 void FakeAtomicFileWriter::write(const FileURL &url, const QByteArray &content, FilePrivacy privacy) {
+    const std::lock_guard lock(m_mutex);
     whileWriting();
     if (!failures.empty()) {
         const SystemError failure = failures.front();

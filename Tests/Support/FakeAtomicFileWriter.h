@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <functional>
+#include <mutex>
 #include <vector>
 
 /// Writes files into memory. The public members are the test's: to be read and written only while no other
@@ -30,4 +31,7 @@ public:
 
     void write(const FileURL &url, const QByteArray &content, FilePrivacy privacy) override;
     void sweepLeftovers(const FileURL &folder) override { sweptFolders.push_back(folder.path()); }
+
+private:
+    std::mutex m_mutex;
 };

@@ -12,7 +12,9 @@ void FakeEventTap::run() {
             break;
         const TapEvent event = m_events.front();
         m_events.pop_front();
-        const bool isDelivered = m_isEnabled || event.type != TapEventType::FlagsChanged;
+        const bool isOfKeys
+            = event.type == TapEventType::FlagsChanged || event.type == TapEventType::ChordBegan;
+        const bool isDelivered = m_isEnabled || !isOfKeys;
         lock.unlock();
         if (isDelivered)
             m_handler(event);

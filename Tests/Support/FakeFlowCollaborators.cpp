@@ -117,6 +117,18 @@ AudioRetentionSweepResult FakeRetentionSweeper::sweep(
     throw failure;
 }
 
+void RemovedRecordings::add(const FileURL &url) {
+    std::lock_guard lock(m_mutex);
+    m_urls.push_back(url);
+    m_changed.notify_all();
+}
+
+std::vector<FileURL> RemovedRecordings::waitFor(size_t count) {
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [&] { return m_urls.size() >= count; });
+    return m_urls;
+}
+
 void FakeApplication::setAppearance(std::optional<Appearance> appearance) {
     m_journal.add(QStringLiteral("application.setAppearance ") + describe(appearance));
 }
@@ -141,7 +153,8 @@ DictationFlowCollaborators FakeFlowCollaborators::asCollaborators() {
                 ollamaConfigurations.push_back(std::move(configuration));
                 return ollama;
             },
-        .makeRetentionSweeper = [sweeps = sweeps](FileManager &) { return sweeps; } };
+        .makeRetentionSweeper = [sweeps = sweeps](FileManager &) { return sweeps; },
+        .removeRecording = [removed = removed](const FileURL &url) { removed->add(url); } };
 }
 
 void FakeFlowCollaborators::abandonWaiting() {

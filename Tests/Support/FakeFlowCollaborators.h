@@ -197,6 +197,19 @@ private:
     std::deque<QString> m_failures;
 };
 
+/// The recordings that were removed, on a thread of its own; any thread may call this.
+class RemovedRecordings {
+public:
+    void add(const FileURL &url);
+    /// Blocks until `count` have been removed, and gives them.
+    std::vector<FileURL> waitFor(size_t count);
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::vector<FileURL> m_urls;
+};
+
 class FakeApplication final : public Application {
 public:
     explicit FakeApplication(FlowJournal &journal)
@@ -225,6 +238,7 @@ struct FakeFlowCollaborators {
     std::shared_ptr<FakeOverlayPanel> overlay = std::make_shared<FakeOverlayPanel>(journal);
     std::shared_ptr<FakeHistory> history = std::make_shared<FakeHistory>(journal);
     std::shared_ptr<FakeRetentionSweeper> sweeps = std::make_shared<FakeRetentionSweeper>();
+    std::shared_ptr<RemovedRecordings> removed = std::make_shared<RemovedRecordings>();
     std::shared_ptr<FakeRefiner> ollama = std::make_shared<FakeRefiner>(journal, QStringLiteral("ollama"));
     std::shared_ptr<FakeRefiner> rules = std::make_shared<FakeRefiner>(journal, QStringLiteral("rules"));
     FakeApplication application { journal };

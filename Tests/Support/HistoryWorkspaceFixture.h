@@ -13,7 +13,7 @@
 /// The history workspace of a user with the given entries, in English and in UTC, over a platform in memory.
 struct HistoryWorkspaceFixture {
     explicit HistoryWorkspaceFixture(const QList<HistoryEntry> &entries = {})
-        : history(clock, withHistory(entries), writer) {
+        : history(clock, withHistory(entries), historyWriter) {
         settings.store.setUiLanguage(AppLanguage::English);
     }
 
@@ -28,12 +28,19 @@ struct HistoryWorkspaceFixture {
     static QString recordingPath(const QString &name) {
         return QStringLiteral("/home/user/.local/share/Tolmi/audio-cache/") + name;
     }
+    /// Whether neither the history nor anything else has been written.
+    bool isNothingWritten() {
+        history.waitUntilWritten();
+        return historyWriter.writes.empty() && writer.writes.empty();
+    }
     void addRecording(const QString &name) { files.files[recordingPath(name)] = "sound"; }
 
     SettingsStoreFixture settings;
     VirtualClock &clock = settings.clock;
     FakeFileManager &files = settings.files;
+    /// Writes everything but the history, whose writes come on a thread of their own.
     FakeAtomicFileWriter writer;
+    FakeAtomicFileWriter historyWriter;
     FakePasteboard pasteboard;
     FakeAudioPlayers players;
     FakeFileViewer fileViewer;

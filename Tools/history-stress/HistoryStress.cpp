@@ -1,5 +1,5 @@
 // Kills a process that writes the history at random moments and looks at what the next start finds: a whole
-// file with every save that had returned, and nothing left over beside it.
+// file with every save that had been waited for, and nothing left over beside it.
 
 #include "Platform/Linux/Files/FileDescriptor.h"
 #include "ScratchHistory.h"
@@ -30,7 +30,7 @@ struct Step {
     Kind kind;
     /// The number of the dictation to add, else the place of an entry.
     quint32 number;
-    /// Whether the change has returned, so that it must be on the disk.
+    /// Whether the change has been waited for, so that it must be on the disk.
     quint32 isDone;
 };
 
@@ -118,6 +118,7 @@ void send(int pipe, const Step &step) {
         Step step = nextStep(random, quint32(history->entries().size()));
         send(pipe, step);
         apply(step, history);
+        history->waitUntilWritten();
         step.isDone = true;
         send(pipe, step);
     }

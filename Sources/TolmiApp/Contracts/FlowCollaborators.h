@@ -22,6 +22,9 @@ public:
     /// Called on the main thread when the key goes down and when it comes up.
     std::function<void()> onKeyDown;
     std::function<void()> onKeyUp;
+    /// Called on the main thread when another key goes down soon after the key, which is still down: the
+    /// press was not meant for a dictation.
+    std::function<void()> onChord;
 
     /// Whether the right to watch and post keys is there; never asks the user.
     virtual bool checkAccessibility() = 0;

@@ -27,6 +27,9 @@ struct DictationFlowCollaborators {
     std::function<std::shared_ptr<TextRefiner>(OllamaConfiguration)> makeOllamaRefiner;
     /// Called on the maintenance queue, for each sweep.
     std::function<std::shared_ptr<RetentionSweeper>(FileManager &)> makeRetentionSweeper;
+    /// Removes the file of a discarded recording; throws what keeps it from that. Called on the maintenance
+    /// queue.
+    std::function<void(const FileURL &)> removeRecording;
 };
 
 /// What the flow asks of the platform itself. All of it outlives the flow.

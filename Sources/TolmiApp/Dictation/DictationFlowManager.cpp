@@ -73,6 +73,7 @@ void DictationFlowManager::setup() {
     applyAppAppearance(m_settings->appearance());
     m_collaborators.hotkeyManager->onKeyDown = startingTask(&DictationFlowManager::startDictation);
     m_collaborators.hotkeyManager->onKeyUp = startingTask(&DictationFlowManager::stopAndProcess);
+    m_collaborators.hotkeyManager->onChord = discardingRecording();
     refreshAccessibilityAndHotkeyState();
     configureRefiner();
     m_collaborators.liveCapture->warmupIfAuthorized();
@@ -86,6 +87,16 @@ std::function<void()> DictationFlowManager::startingTask(Task<> (DictationFlowMa
         clock.post([weakManager, operation] {
             if (const auto manager = weakManager.lock())
                 launch((*manager.*operation)());
+        });
+    };
+}
+
+/// A closure that takes its turn behind the start that a key-down before it has asked for.
+std::function<void()> DictationFlowManager::discardingRecording() {
+    return [weakManager = weak_from_this(), &clock = m_platform.clock] {
+        clock.post([weakManager] {
+            if (const auto manager = weakManager.lock())
+                manager->discardRecording();
         });
     };
 }

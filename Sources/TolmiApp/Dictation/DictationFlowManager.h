@@ -49,6 +49,10 @@ public:
     /// Ends the recording, transcribes, refines, pastes and stores it. Only the recording state acts.
     Task<> stopAndProcess();
 
+    /// Throws the recording away that the latest call of startDictation() asked for, also while it is still
+    /// about to begin: nothing is processed, and no entry is made. A recording that began otherwise stays.
+    void discardRecording();
+
     /// Builds the Ollama refiner from the present settings, or lets go of it.
     void configureRefiner();
 
@@ -71,6 +75,15 @@ private:
     struct MeteringTask {
         bool isCancelled = false;
     };
+    /// A recording from the moment that it is asked for.
+    struct RequestedRecording {
+        /// Whether it must not begin any more.
+        bool isDiscarded = false;
+        /// Absent until it has begun. Kept here as well because the end of the dictation before, which may
+        /// come later, clears those of the flow.
+        std::optional<FileURL> url;
+        std::optional<ActiveCaptureBackend> backend;
+    };
 
     DictationFlowManager(DictationFlowCollaborators collaborators, DictationFlowPlatform platform,
         std::shared_ptr<SettingsStore> settings);
@@ -78,6 +91,7 @@ private:
     void observeSettings();
     void observeActivation();
     std::function<void()> startingTask(Task<> (DictationFlowManager::*operation)());
+    std::function<void()> discardingRecording();
     void updateState(const DictationState &state);
     void fail(const QString &message);
     void scheduleResetAfterError();
@@ -89,6 +103,7 @@ private:
     void runAudioRetentionSweep();
     OverlayPanel &overlayPanel();
 
+    void removeRecording(const FileURL &url);
     std::optional<FileURL> openRecording();
     void startRecording(const FileURL &url);
     void startMetering();
@@ -116,6 +131,10 @@ private:
     /// The file of the capture in progress.
     std::optional<FileURL> m_currentRecordingURL;
     std::optional<ActiveCaptureBackend> m_activeCaptureBackend;
+    /// What the latest start asked for; absent when it was refused.
+    std::shared_ptr<RequestedRecording> m_requestedRecording;
+    /// How many recordings were discarded while they ran.
+    int m_discardCount = 0;
     /// Highest raw level of this capture.
     double m_peakRecordingLevel = 0;
     std::shared_ptr<MeteringTask> m_meteringTask;

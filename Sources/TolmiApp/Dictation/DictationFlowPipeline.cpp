@@ -26,6 +26,7 @@ Task<> DictationFlowManager::stopAndProcess() {
         co_return;
     const auto self = shared_from_this();
     const FileURL audioFileURL = *m_currentRecordingURL;
+    const int discardCount = m_discardCount;
     stopActiveCapture();
     updateState(DictationState::Kind::Transcribing);
     const Date started = m_platform.clock.now();
@@ -39,10 +40,13 @@ Task<> DictationFlowManager::stopAndProcess() {
         co_await showDone();
     }
     // A recording that began while the done state was shown loses its file and its level here: its key-up
-    // then finds nothing to process. That is how the flow is meant to behave.
-    m_currentRecordingURL = std::nullopt;
-    m_peakRecordingLevel = 0;
-    m_activeCaptureBackend = std::nullopt;
+    // then finds nothing to process. That is how the flow is meant to behave. A discarded recording has
+    // cleared them itself, and what stands there now belongs to one that began after it.
+    if (m_discardCount == discardCount) {
+        m_currentRecordingURL = std::nullopt;
+        m_peakRecordingLevel = 0;
+        m_activeCaptureBackend = std::nullopt;
+    }
     runAudioRetentionSweep();
 }
 

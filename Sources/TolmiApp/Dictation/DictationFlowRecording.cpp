@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace {
 /// Two digits behind a point, whatever the locale.
@@ -29,11 +30,16 @@ void logSlowStart(double seconds) {
 } // namespace
 
 Task<> DictationFlowManager::startDictation() {
+    m_requestedRecording = nullptr;
     if (state() != DictationState::Kind::Idle && state() != DictationState::Kind::Done)
         co_return;
     const auto self = shared_from_this();
+    const auto recording = std::make_shared<RequestedRecording>();
+    m_requestedRecording = recording;
     const Date keyDown = m_platform.clock.now();
     const bool mayListen = co_await m_collaborators.recorder->requestPermission();
+    if (recording->isDiscarded)
+        co_return;
     if (!mayListen) {
         fail(L10n::text(L10n::Key::stateMicDenied, m_settings->uiLanguage()));
         co_return;
@@ -43,12 +49,42 @@ Task<> DictationFlowManager::startDictation() {
     if (!url)
         co_return;
     m_currentRecordingURL = url;
+    recording->url = url;
+    recording->backend = m_activeCaptureBackend;
     m_peakRecordingLevel = 0;
     publishCurrentPreRollPeak(m_collaborators.liveCapture->currentPreRollPeak());
     publishFirstPassScore(0);
     publishUsedFallback(false);
     updateState(DictationState::Kind::Recording);
     logSlowStart(m_platform.clock.now() - keyDown);
+}
+
+void DictationFlowManager::discardRecording() {
+    const auto recording = std::exchange(m_requestedRecording, nullptr);
+    if (!recording)
+        return;
+    recording->isDiscarded = true;
+    if (!recording->url || state() != DictationState::Kind::Recording)
+        return;
+    m_activeCaptureBackend = recording->backend;
+    stopActiveCapture();
+    m_activeCaptureBackend = std::nullopt;
+    m_currentRecordingURL = std::nullopt;
+    ++m_discardCount;
+    updateState(DictationState::Kind::Idle);
+    removeRecording(*recording->url);
+}
+
+/// Leaves the file to the sweeper where it cannot be removed.
+void DictationFlowManager::removeRecording(const FileURL &url) {
+    m_maintenanceQueue.async([remove = m_collaborators.removeRecording, url] {
+        try {
+            remove(url);
+        } catch (const std::exception &error) {
+            logLine(QStringLiteral("Tolmi: a discarded recording could not be removed: ")
+                + localizedDescription(error));
+        }
+    });
 }
 
 /// The new file with a capture that writes to it; absent when the flow has failed instead.

@@ -71,6 +71,10 @@ void GlobalHotkeyManager::handle(const TapEvent &event) {
     case TapEventType::FlagsChanged:
         handleFlagsChanged(event);
         break;
+    case TapEventType::ChordBegan:
+        if (m_isHotkeyHeld)
+            notify(&HotkeyManager::onChord);
+        break;
     case TapEventType::Other:
         break;
     }

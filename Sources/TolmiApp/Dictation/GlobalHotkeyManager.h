@@ -11,8 +11,9 @@ class Clock;
 class QThread;
 class SessionLock;
 
-/// Turns the press and release of the right Option (Alt) key, wherever the focus is, into two callbacks.
-/// While the session is locked a press does nothing; a release still ends what a press began.
+/// Turns the press and release of the right Option (Alt) key, wherever the focus is, into two callbacks, and
+/// a key that soon joins the press into a third. While the session is locked a press does nothing; a release
+/// still ends what a press began.
 ///
 /// Main thread only. Held by a std::shared_ptr, since events that are still queued must not keep it alive.
 /// The platform's parts outlive it.

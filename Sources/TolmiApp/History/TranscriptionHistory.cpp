@@ -5,6 +5,8 @@
 #include "TolmiApp/History/HistoryCodec.h"
 
 #include <algorithm>
+#include <mutex>
+#include <utility>
 
 namespace {
 FileURL applicationSupportOf(const FileManager &fileManager) {
@@ -26,11 +28,31 @@ QList<HistoryEntry> sortedForDisplay(QList<HistoryEntry> entries) {
 }
 } // namespace
 
+/// The newest content of the file, until its write begins. What a slow disk has not taken by then is left
+/// out, since every content is whole.
+struct TranscriptionHistory::Outbox {
+    std::mutex mutex;
+    std::optional<QByteArray> content;
+
+    /// Whether no write is queued that will take it.
+    bool put(QByteArray newest) {
+        const std::lock_guard lock(mutex);
+        const bool wasEmpty = !content;
+        content = std::move(newest);
+        return wasEmpty;
+    }
+    std::optional<QByteArray> take() {
+        const std::lock_guard lock(mutex);
+        return std::exchange(content, {});
+    }
+};
+
 TranscriptionHistory::TranscriptionHistory(
     const Clock &clock, FileManager &fileManager, AtomicFileWriter &fileWriter)
     : m_clock(clock)
     , m_fileManager(fileManager)
-    , m_fileWriter(fileWriter) {
+    , m_fileWriter(fileWriter)
+    , m_outbox(std::make_unique<Outbox>()) {
     const FileURL folder = applicationSupportOf(fileManager).appendingPathComponent(QStringLiteral("Tolmi"));
     try {
         m_fileManager.createDirectory(folder);
@@ -40,7 +62,10 @@ TranscriptionHistory::TranscriptionHistory(
     m_fileWriter.sweepLeftovers(folder);
     m_storageURL = folder.appendingPathComponent(QStringLiteral("history.json"));
     load();
+    prepareJSON();
 }
+
+TranscriptionHistory::~TranscriptionHistory() = default;
 
 std::optional<HistoryEntry> TranscriptionHistory::latestEntry() const {
     const auto latest = std::min_element(m_entries.begin(), m_entries.end(), displaySort);
@@ -63,6 +88,8 @@ void TranscriptionHistory::add(const FinishedDictation &dictation) {
 }
 
 void TranscriptionHistory::prepend(HistoryEntry entry) {
+    if (m_loadedJSON.valid())
+        m_json = m_loadedJSON.get();
     if (m_json && !HistoryCodec::prepend(*m_json, entry))
         m_json.reset();
     changeEntries([&entry](QList<HistoryEntry> &entries) {
@@ -126,7 +153,19 @@ void TranscriptionHistory::load() {
     }
 }
 
+/// Puts the loaded entries into words on the history's own thread: for a history of years the main thread
+/// would stand still over that at the first dictation after a start.
+void TranscriptionHistory::prepareJSON() {
+    if (m_entries.isEmpty())
+        return;
+    const auto encoding = std::make_shared<std::packaged_task<std::optional<QByteArray>()>>(
+        [entries = m_entries] { return HistoryCodec::encode(entries); });
+    m_loadedJSON = encoding->get_future();
+    m_queue.async([encoding] { (*encoding)(); });
+}
+
 void TranscriptionHistory::saveAnew() {
+    m_loadedJSON = {};
     m_json.reset();
     save();
 }
@@ -134,11 +173,18 @@ void TranscriptionHistory::saveAnew() {
 void TranscriptionHistory::save() {
     if (!m_json)
         m_json = HistoryCodec::encode(m_entries);
-    if (!m_json)
+    if (!m_json || !m_outbox->put(*m_json))
         return;
-    try {
-        m_fileWriter.write(m_storageURL, *m_json, FilePrivacy::Private);
-    } catch (const SystemError &) {
-        // The entries stay, and the next save writes them all.
-    }
+    m_queue.async([this] {
+        const std::optional<QByteArray> content = m_outbox->take();
+        try {
+            m_fileWriter.write(m_storageURL, *content, FilePrivacy::Private);
+        } catch (const SystemError &) {
+            // The entries stay, and the next save writes them all.
+        }
+    });
+}
+
+void TranscriptionHistory::waitUntilWritten() {
+    m_queue.sync([] {});
 }

@@ -2,6 +2,7 @@
 
 #include "Foundation/Clock.h"
 #include "Foundation/ObservableObject.h"
+#include "Foundation/SerialQueue.h"
 #include "Platform/AtomicFileWriter.h"
 #include "Platform/FileManager.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
@@ -11,12 +12,15 @@
 #include <QList>
 #include <QSet>
 
+#include <future>
+#include <memory>
 #include <optional>
 
 /// Every finished dictation, in memory and in one private file that is rewritten at every change.
 ///
-/// Main thread only; every change is on the disk when its operation returns. No operation fails: what cannot
-/// be read is an empty history, and what cannot be written is tried again with the next change.
+/// Main thread only; the disk is left to a thread of its own, which puts every change there in order and may
+/// be late. No operation fails: what cannot be read is an empty history, and what cannot be written is tried
+/// again with the next change. Destruction waits for the last write.
 class TranscriptionHistory final : public ObservableObject, public DictationHistory {
     Q_OBJECT
 
@@ -28,6 +32,7 @@ public:
     /// Reads the file of the user's application support folder; ends the program where the system names no
     /// such folder. The collaborators must outlive the history.
     TranscriptionHistory(const Clock &clock, FileManager &fileManager, AtomicFileWriter &fileWriter);
+    ~TranscriptionHistory() override;
 
     /// Where the history is kept.
     const FileURL &storageURL() const { return m_storageURL; }
@@ -57,13 +62,19 @@ public:
     /// Removes all entries.
     void clear();
 
+    /// Waits until every change so far is on the disk, or could not be put there, as long as the disk takes.
+    void waitUntilWritten();
+
 Q_SIGNALS:
     /// The entries are about to change; see ObservableObject.
     void entriesWillChange();
     void entriesChanged();
 
 private:
+    struct Outbox;
+
     void load();
+    void prepareJSON();
     void prepend(HistoryEntry entry);
 
     /// Lets `change` work on the entries themselves, with the announcements around it; both tell whether
@@ -71,9 +82,9 @@ private:
     template <typename Change>
     bool changeEntries(Change change);
 
-    /// Writes the entries, after a change that m_json knows of.
+    /// Has the entries written, after a change that m_json knows of.
     void save();
-    /// Writes the entries, after any other change.
+    /// Has the entries written, after any other change.
     void saveAnew();
 
     const Clock &m_clock;
@@ -85,4 +96,9 @@ private:
     /// The entries as the file holds them, where that is known, so that one more dictation does not cost
     /// putting all others into words again.
     std::optional<QByteArray> m_json;
+    /// The same for the entries that were loaded, until the first change; not valid without any.
+    std::future<std::optional<QByteArray>> m_loadedJSON;
+    std::unique_ptr<Outbox> m_outbox;
+    /// Last, so that it ends first: what is queued uses the others.
+    SerialQueue m_queue { QStringLiteral("Tolmi.TranscriptionHistory") };
 };

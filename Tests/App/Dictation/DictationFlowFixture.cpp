@@ -61,6 +61,11 @@ void DictationFlowFixture::keyUp() {
     clock.runPosted();
 }
 
+void DictationFlowFixture::chord() {
+    fakes.hotkey->onChord();
+    clock.runPosted();
+}
+
 void DictationFlowFixture::record() {
     fakes.recorder->permission.give(true);
     keyDown();

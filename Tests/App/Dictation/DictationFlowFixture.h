@@ -27,6 +27,8 @@ protected:
 
     void keyDown();
     void keyUp();
+    /// Another key joins the press.
+    void chord();
     /// Key-down with the permission given; the first level sample has been taken.
     void record();
     /// A whole dictation up to the done state.

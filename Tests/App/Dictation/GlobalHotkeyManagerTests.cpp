@@ -30,6 +30,7 @@ protected:
     GlobalHotkeyManagerTests() {
         manager->onKeyDown = [this] { heard.push_back(QStringLiteral("down")); };
         manager->onKeyUp = [this] { heard.push_back(QStringLiteral("up")); };
+        manager->onChord = [this] { heard.push_back(QStringLiteral("chord")); };
     }
 
     FakeEventTap &tap() { return *taps.taps.back(); }
@@ -165,6 +166,22 @@ INSTANTIATE_TEST_SUITE_P(Table, GlobalHotkeyFlagsTests,
                 { leftOption, 0 }, { rightOption, alternate }, { rightOption, 0 } },
             { down, up } }),
     [](const auto &info) { return info.param.name; });
+
+TEST_F(GlobalHotkeyManagerTests, ReportsAChordBetweenDownAndUp) {
+    manager->start();
+    tap().send(flagsChanged(rightOption, alternate));
+    tap().send({ TapEventType::ChordBegan, rightOption, alternate });
+    tap().send(flagsChanged(rightOption, 0));
+    clock.runPosted();
+    EXPECT_THAT(heard, ElementsAre("down", "chord", "up"));
+}
+
+TEST_F(GlobalHotkeyManagerTests, AChordWithoutAPressIsDropped) {
+    manager->start();
+    tap().send({ TapEventType::ChordBegan, rightOption, alternate });
+    clock.runPosted();
+    EXPECT_TRUE(heard.empty());
+}
 
 TEST_F(GlobalHotkeyManagerTests, OtherTypesOfEventDoNothing) {
     manager->start();

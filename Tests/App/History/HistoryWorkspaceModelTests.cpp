@@ -92,7 +92,7 @@ TEST_F(HistoryWorkspaceModelTest, WithoutEntriesNothingIsFocused) {
     m_model->toggleFocusedPlayback();
     m_model->revealFocusedAudio();
     EXPECT_TRUE(m_user->pasteboard.calls.empty());
-    EXPECT_TRUE(m_user->writer.writes.empty());
+    EXPECT_TRUE(m_user->isNothingWritten());
 }
 
 TEST_F(HistoryWorkspaceModelTest, AppearingFocusesTheFirstEntry) {
@@ -317,7 +317,7 @@ TEST_F(HistoryWorkspaceModelTest, WithoutTicksNothingIsDeleted) {
     openWith(2);
     m_model->deleteSelectedEntries();
     EXPECT_EQ(shown(), QStringLiteral("0 1"));
-    EXPECT_TRUE(m_user->writer.writes.empty());
+    EXPECT_TRUE(m_user->isNothingWritten());
 }
 
 TEST_F(HistoryWorkspaceModelTest, ClearingAllAsksFirst) {
@@ -334,7 +334,8 @@ TEST_F(HistoryWorkspaceModelTest, ClearingAllAsksFirst) {
     EXPECT_EQ(shown(), QString());
     EXPECT_TRUE(m_model->selectedIDs().isEmpty());
     EXPECT_EQ(selected(), std::nullopt);
-    EXPECT_EQ(lastWrite().content, QByteArray("[]"));
+    m_user->history.waitUntilWritten();
+    EXPECT_EQ(m_user->historyWriter.writes.back().content, QByteArray("[]"));
 }
 
 // Detail
@@ -586,7 +587,7 @@ TEST_F(HistoryExport, OfNothingAsksNothing) {
 TEST_F(HistoryExport, ThatIsCancelledWritesAndShowsNothing) {
     m_model->exportAllEntries();
     ASSERT_TRUE(m_user->savePanel.answer(std::nullopt));
-    EXPECT_TRUE(m_user->writer.writes.empty());
+    EXPECT_TRUE(m_user->isNothingWritten());
     EXPECT_FALSE(m_model->showingExportError());
 }
 

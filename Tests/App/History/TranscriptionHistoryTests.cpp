@@ -13,7 +13,9 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <condition_variable>
 #include <limits>
+#include <mutex>
 
 #include <sys/stat.h>
 
@@ -27,31 +29,39 @@ FinishedDictation dictation(const QString &text) {
 
 class TranscriptionHistoryTest : public testing::Test {
 protected:
-    std::unique_ptr<TranscriptionHistory> start() {
-        return std::make_unique<TranscriptionHistory>(m_clock, m_fileManager, m_writer);
+    std::shared_ptr<TranscriptionHistory> start() {
+        auto history = std::make_shared<TranscriptionHistory>(m_clock, m_fileManager, m_writer);
+        m_latest = history;
+        return history;
     }
 
     /// A history that finds `content` in its file.
-    std::unique_ptr<TranscriptionHistory> startWith(const QByteArray &content) {
+    std::shared_ptr<TranscriptionHistory> startWith(const QByteArray &content) {
         m_fileManager.files[file] = content;
         return start();
     }
 
     /// A history of the entries "0", "1", ..., the last one in front, with an hour between them.
-    std::unique_ptr<TranscriptionHistory> startWithEntries(int count) {
+    std::shared_ptr<TranscriptionHistory> startWithEntries(int count) {
         auto history = start();
         for (int index = 0; index < count; ++index) {
             history->add(dictation(QString::number(index)));
             m_clock.shift(3600);
         }
+        writes();
         m_writer.writes.clear();
         return history;
     }
 
-    /// What the file holds after the last write.
-    QByteArray written() const {
-        return m_writer.writes.empty() ? "no file" : m_writer.writes.back().content;
+    /// Every write of the history that was started last.
+    const std::vector<FakeAtomicFileWriter::Write> &writes() {
+        if (const auto history = m_latest.lock())
+            history->waitUntilWritten();
+        return m_writer.writes;
     }
+
+    /// What the file holds after the last write.
+    QByteArray written() { return writes().empty() ? "no file" : writes().back().content; }
 
     static QStringList textsOf(const QList<HistoryEntry> &entries) {
         QStringList texts;
@@ -70,6 +80,9 @@ protected:
     VirtualClock m_clock;
     FakeFileManager m_fileManager;
     FakeAtomicFileWriter m_writer;
+
+private:
+    std::weak_ptr<TranscriptionHistory> m_latest;
 };
 } // namespace
 
@@ -79,7 +92,7 @@ TEST_F(TranscriptionHistoryTest, KeepsItsFileInTheApplicationFolder) {
     EXPECT_EQ(m_fileManager.folders.count(folder), 1U);
     EXPECT_EQ(m_writer.sweptFolders, std::vector { folder });
     EXPECT_TRUE(history->entries().isEmpty());
-    EXPECT_TRUE(m_writer.writes.empty());
+    EXPECT_TRUE(writes().empty());
 }
 
 TEST_F(TranscriptionHistoryTest, WithoutAnApplicationSupportFolderTheProgramEnds) {
@@ -97,7 +110,7 @@ TEST_F(TranscriptionHistoryTest, ReadsTheEntriesInFileOrder) {
     earlier.timestamp = { 1 };
     const QList<HistoryEntry> entries { earlier, fullHistoryEntry(), plainHistoryEntry() };
     EXPECT_EQ(startWith(HistoryCodec::encode(entries).value())->entries(), entries);
-    EXPECT_TRUE(m_writer.writes.empty());
+    EXPECT_TRUE(writes().empty());
 }
 
 TEST_F(TranscriptionHistoryTest, AnUnreadableFileIsAnEmptyHistory) {
@@ -110,7 +123,7 @@ TEST_F(TranscriptionHistoryTest, AMalformedFileStaysUntilTheNextChange) {
     json.replace(json.lastIndexOf("single"), 6, "triple");
     const auto history = startWith(json);
     EXPECT_TRUE(history->entries().isEmpty());
-    EXPECT_TRUE(m_writer.writes.empty());
+    EXPECT_TRUE(writes().empty());
     history->add(dictation(QStringLiteral("new")));
     EXPECT_EQ(textsOf(HistoryCodec::decode(written()).value()), QStringList(QStringLiteral("new")));
 }
@@ -127,7 +140,7 @@ TEST_F(TranscriptionHistoryTest, AnEntryTakesEverythingFromTheDictation) {
     expected.isPinned = false;
     EXPECT_EQ(history->entries(), QList { expected });
     EXPECT_FALSE(expected.id.isNull());
-    EXPECT_EQ(m_writer.writes.back(),
+    EXPECT_EQ(writes().back(),
         (FakeAtomicFileWriter::Write {
             file, HistoryCodec::encode({ expected }).value(), FilePrivacy::Private }));
 }
@@ -160,7 +173,7 @@ TEST_F(TranscriptionHistoryTest, EveryChangeWritesTheWholeHistory) {
     EXPECT_TRUE(isWritten());
     history->add(dictation(QStringLiteral("d")));
     EXPECT_TRUE(isWritten());
-    EXPECT_EQ(m_writer.writes.size(), 7U);
+    EXPECT_EQ(writes().size(), 7U);
 }
 
 TEST_F(TranscriptionHistoryTest, AFailedWriteIsMadeUpForByTheNext) {
@@ -168,7 +181,7 @@ TEST_F(TranscriptionHistoryTest, AFailedWriteIsMadeUpForByTheNext) {
     m_writer.failures.push_back(SystemError::fromErrno(ENOSPC, file));
     history->add(dictation(QStringLiteral("a")));
     EXPECT_EQ(textsOf(history->entries()), QStringList(QStringLiteral("a")));
-    EXPECT_TRUE(m_writer.writes.empty());
+    EXPECT_TRUE(writes().empty());
     history->add(dictation(QStringLiteral("b")));
     EXPECT_EQ(written(), HistoryCodec::encode(history->entries()));
 }
@@ -180,7 +193,7 @@ TEST_F(TranscriptionHistoryTest, AnEntryThatJsonCannotSayStopsTheSaving) {
     history->add(odd);
     history->add(dictation(QStringLiteral("next")));
     EXPECT_EQ(history->entries().size(), 3);
-    EXPECT_TRUE(m_writer.writes.empty());
+    EXPECT_TRUE(writes().empty());
     history->deleteEntry(history->entries()[1].id);
     EXPECT_EQ(written(), HistoryCodec::encode(history->entries()));
 }
@@ -192,9 +205,10 @@ TEST_F(TranscriptionHistoryTest, APinMovesNothingButTheDisplay) {
     EXPECT_EQ(textsOf(history->entries()), texts({ 2, 1, 0 }));
     EXPECT_EQ(textsOf(history->entriesForDisplay()), texts({ 0, 2, 1 }));
     EXPECT_EQ(history->latestEntry()->id, oldest);
+    EXPECT_EQ(writes().size(), 1U);
     history->togglePin(oldest);
     EXPECT_EQ(textsOf(history->entriesForDisplay()), texts({ 2, 1, 0 }));
-    EXPECT_EQ(m_writer.writes.size(), 2U);
+    EXPECT_EQ(writes().size(), 2U);
 }
 
 TEST_F(TranscriptionHistoryTest, PinnedEntriesAreSortedAmongThemselves) {
@@ -234,16 +248,17 @@ TEST_F(TranscriptionHistoryTest, UnknownIdsChangeNothing) {
     history->deleteEntries({ QUuid::createUuid(), QUuid::createUuid() });
     history->deleteEntries({});
     EXPECT_EQ(textsOf(history->entries()), texts({ 1, 0 }));
-    EXPECT_TRUE(m_writer.writes.empty());
+    EXPECT_TRUE(writes().empty());
 }
 
 TEST_F(TranscriptionHistoryTest, DeletesTheChosenEntries) {
     const auto history = startWithEntries(5);
     history->deleteEntry(history->entries()[0].id);
     EXPECT_EQ(textsOf(history->entries()), texts({ 3, 2, 1, 0 }));
+    EXPECT_EQ(writes().size(), 1U);
     history->deleteEntries({ history->entries()[0].id, history->entries()[2].id, QUuid::createUuid() });
     EXPECT_EQ(textsOf(history->entries()), texts({ 2, 0 }));
-    EXPECT_EQ(m_writer.writes.size(), 2U);
+    EXPECT_EQ(writes().size(), 2U);
 }
 
 TEST_F(TranscriptionHistoryTest, EqualIdsArePinnedOnceAndDeletedTogether) {
@@ -263,7 +278,80 @@ TEST_F(TranscriptionHistoryTest, ClearingLeavesAnEmptyArray) {
     EXPECT_EQ(written(), "[]");
     EXPECT_TRUE(startWith(written())->entries().isEmpty());
     history->clear();
-    EXPECT_EQ(m_writer.writes.size(), 2U);
+    history->waitUntilWritten();
+    EXPECT_EQ(writes().size(), 2U);
+}
+
+namespace {
+/// A disk that takes a write only when it is told to.
+class SlowDisk {
+public:
+    explicit SlowDisk(FakeAtomicFileWriter &writer) {
+        writer.whileWriting = [this] {
+            std::unique_lock lock(m_mutex);
+            ++m_beginningCount;
+            m_changed.notify_all();
+            m_changed.wait(lock, [this] { return m_isAwake; });
+        };
+    }
+    ~SlowDisk() { wakeUp(); }
+
+    /// Blocks until a write has begun.
+    void waitForABeginning() {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_beginningCount > 0; });
+    }
+    void wakeUp() {
+        const std::lock_guard lock(m_mutex);
+        m_isAwake = true;
+        m_changed.notify_all();
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    int m_beginningCount = 0;
+    bool m_isAwake = false;
+};
+} // namespace
+
+TEST_F(TranscriptionHistoryTest, NoOperationWaitsForTheDisk) {
+    const auto history = startWithEntries(3);
+    SlowDisk disk(m_writer);
+    history->add(dictation(QStringLiteral("a")));
+    disk.waitForABeginning();
+    const auto first = HistoryCodec::encode(history->entries()).value();
+    history->togglePin(history->entries()[1].id);
+    history->add(dictation(QStringLiteral("b")));
+    history->deleteEntry(history->entries()[3].id);
+    EXPECT_EQ(textsOf(history->entries()), QStringList({ "b", "a", "2", "0" }));
+    EXPECT_TRUE(m_writer.writes.empty());
+    disk.wakeUp();
+    // What came while the disk was busy goes there at once, in its last form.
+    ASSERT_EQ(writes().size(), 2U);
+    EXPECT_EQ(writes()[0].content, first);
+    EXPECT_EQ(writes()[1].content, HistoryCodec::encode(history->entries()));
+}
+
+TEST_F(TranscriptionHistoryTest, AWriteThatFailsLateIsMadeUpForToo) {
+    const auto history = start();
+    SlowDisk disk(m_writer);
+    m_writer.failures.push_back(SystemError::fromErrno(EIO, file));
+    history->add(dictation(QStringLiteral("a")));
+    disk.waitForABeginning();
+    history->add(dictation(QStringLiteral("b")));
+    disk.wakeUp();
+    EXPECT_EQ(written(), HistoryCodec::encode(history->entries()));
+    EXPECT_EQ(writes().size(), 1U);
+}
+
+TEST_F(TranscriptionHistoryTest, ItsEndWaitsForTheDisk) {
+    auto history = start();
+    history->add(dictation(QStringLiteral("a")));
+    const auto entries = history->entries();
+    history.reset();
+    ASSERT_EQ(m_writer.writes.size(), 1U);
+    EXPECT_EQ(m_writer.writes.front().content, HistoryCodec::encode(entries));
 }
 
 TEST_F(TranscriptionHistoryTest, ObserversHearBeforeAndAfterAChange) {
@@ -278,6 +366,7 @@ TEST_F(TranscriptionHistoryTest, ObserversHearBeforeAndAfterAChange) {
     m_writer.whileWriting = [&] { note("write "); };
 
     history->add(dictation(QStringLiteral("a")));
+    history->waitUntilWritten();
     EXPECT_EQ(heard,
         (QStringList { QStringLiteral("object 1"), QStringLiteral("will 1"), QStringLiteral("changed 2"),
             QStringLiteral("write 2") }));

@@ -28,16 +28,25 @@ void RightAltTranslator::keyChanged(Key key, bool isDown, double now) {
         break;
     case Key::Other:
         // A key that comes up was pressed before, so it makes no letter with this press.
-        if (isDown && std::exchange(m_due, {}))
-            m_isPressDropped = true;
+        if (isDown)
+            otherKeyWentDown(now);
         break;
     }
+}
+
+void RightAltTranslator::otherKeyWentDown(double now) {
+    const std::optional<double> pressedAt = std::exchange(m_pressedAt, {});
+    if (std::exchange(m_due, {}))
+        m_isPressDropped = true;
+    else if (pressedAt && now <= *pressedAt + joinSeconds)
+        m_report(DictationKey::joined);
 }
 
 void RightAltTranslator::rightAltChanged(bool isDown, double now) {
     if (!isDown)
         reportHeldBackPress();
     m_isRightAltDown = isDown;
+    m_pressedAt = isDown ? std::optional(now) : std::nullopt;
     // With the left key still down, a release alone would look like a press.
     if (std::exchange(m_isPressDropped, false) && !isDown)
         return;

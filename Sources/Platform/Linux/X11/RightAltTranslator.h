@@ -7,11 +7,14 @@
 /// Turns the key presses of a keyboard into what an event tap reports of the two Alt keys.
 ///
 /// Where the right Alt key types letters together with others (AltGr), its press is held back until it is
-/// clear that no letter is typed. Times are seconds of any one clock that never goes back.
+/// clear that no letter is typed. A key that joins a press which was reported is reported too, for a while.
+/// Times are seconds of any one clock that never goes back.
 class RightAltTranslator {
 public:
     /// How long a press is held back.
     static constexpr double chordSeconds = 0.25;
+    /// For how long after a press another key shows that it was not meant for a dictation.
+    static constexpr double joinSeconds = 1.0;
 
     /// What a key is to the translation.
     enum class Key {
@@ -37,6 +40,7 @@ public:
 
 private:
     void rightAltChanged(bool isDown, double now);
+    void otherKeyWentDown(double now);
     void reportHeldBackPress();
     bool isAnyDown() const { return m_isRightAltDown || m_isLeftAltDown; }
     void reportRightAlt() const;
@@ -48,6 +52,8 @@ private:
     bool m_isLeftAltDown = false;
     /// When the press that is held back is due.
     std::optional<double> m_due;
+    /// When the present press began, until another key joins it.
+    std::optional<double> m_pressedAt;
     /// Whether another key joined the press, which then has no release either.
     bool m_isPressDropped = false;
 };
