@@ -2,6 +2,8 @@
 
 #include <QRect>
 
+#include <functional>
+
 class QWindow;
 
 /// A rectangle with round corners, in a window's logical pixels. With a radius of half its side a square is a
@@ -24,4 +26,8 @@ public:
     /// desktop cannot show translucent windows, cuts the window down to the `drawn` part.
     virtual void setShape(QWindow &window, const RoundedRectangle &touched, const RoundedRectangle &drawn)
         = 0;
+
+    /// From now on calls `pressed` each time the user presses something else than the window while it is
+    /// visible, be it the bare desktop. Turning a wheel is no press.
+    virtual void watchPressesElsewhere(QWindow &window, std::function<void()> pressed) = 0;
 };

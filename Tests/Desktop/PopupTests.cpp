@@ -105,6 +105,21 @@ TEST_F(PopupOfTheProgram, APressOfAnotherWindowHidesIt) {
     EXPECT_TRUE(repeatUntil([&] { press(window.center()); }, [] { return popup().isNull(); }));
 }
 
+TEST_F(PopupOfTheProgram, APressOfTheBareDesktopHidesIt) {
+    open();
+    press({ 600, 300 });
+    EXPECT_TRUE(isGone());
+}
+
+TEST_F(PopupOfTheProgram, APressOfItsOwnLeavesIt) {
+    open();
+    const QPoint nothing(popup().left() + 20, popup().top() + 12);
+    press(nothing);
+    press(item().center());
+    // Had the first press hidden it, the second would have opened it.
+    EXPECT_TRUE(isGone());
+}
+
 TEST_F(PopupOfTheProgram, EscapeHidesItAndTheEditorHasTheKeyboardAgain) {
     Editor editor(m_user);
     ASSERT_TRUE(editor.open());

@@ -54,3 +54,11 @@ TEST(QtOpenPanel, ShowsOneFileOfTheGivenKinds) {
     EXPECT_EQ(UserOfDialog::dialog().nameFilters().value(0).section(u' ', 0, 1), u"Upload avatar");
     user.cancel();
 }
+
+TEST(QtOpenPanel, TheProgramsWindowsWait) {
+    UserOfDialog user;
+    user.panel().run(UserOfDialog::request(), [](const auto &) {});
+    EXPECT_EQ(QGuiApplication::modalWindow(), user.dialog().windowHandle());
+    EXPECT_EQ(user.dialog().windowModality(), Qt::ApplicationModal);
+    user.cancel();
+}

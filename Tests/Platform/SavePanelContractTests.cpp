@@ -54,3 +54,11 @@ TEST(QtSavePanel, AddsTheSuffixToABareName) {
     user.choose(FileURL(folder.filePath(QStringLiteral("bare"))));
     EXPECT_EQ(answer, FileURL(folder.filePath(QStringLiteral("bare.txt"))));
 }
+
+TEST(QtSavePanel, TheProgramsWindowsWait) {
+    UserOfDialog user;
+    user.panel().run(UserOfDialog::request(), [](const auto &) {});
+    EXPECT_EQ(QGuiApplication::modalWindow(), user.dialog().windowHandle());
+    EXPECT_EQ(user.dialog().windowModality(), Qt::ApplicationModal);
+    user.cancel();
+}

@@ -99,6 +99,37 @@ TEST_F(MenuBarPopupWindowTest, GoesWithTheKeyboard) {
     pressElsewhere();
 }
 
+TEST_F(MenuBarPopupWindowTest, GoesWhenSomethingElseIsPressed) {
+    show();
+    floatingWindows.pressElsewhere();
+    EXPECT_FALSE(isShown());
+    // The press of the item itself, which is told first as one elsewhere.
+    popup.toggle(item);
+    EXPECT_FALSE(isShown());
+    popup.toggle(item);
+    EXPECT_TRUE(isShown());
+}
+
+TEST_F(MenuBarPopupWindowTest, GoesBeforeADictationIsPasted) {
+    flow.record();
+    show();
+    flow.transcribe();
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(MenuBarPopupWindowTest, OneOpenedDuringTheTranscriptionGoesToo) {
+    bool isShownAtThePaste = true;
+    QObject::connect(flow.flow.get(), &DictationFlowManager::stateChanged, &popup, [&] {
+        if (flow.flow->state().kind() == DictationState::Kind::Transcribing)
+            popup.toggle(item);
+        if (flow.flow->state().kind() == DictationState::Kind::Pasting)
+            isShownAtThePaste = isShown();
+    });
+    flow.dictate(QStringLiteral("Move the review to Thursday."));
+    EXPECT_FALSE(isShownAtThePaste);
+    EXPECT_FALSE(isShown());
+}
+
 TEST_F(MenuBarPopupWindowTest, ThePressThatTookTheKeyboardDoesNotOpenItAgain) {
     show();
     pressElsewhere();
@@ -135,16 +166,18 @@ TEST_F(MenuBarPopupWindowTest, OneThatGrowsStaysAtItsItem) {
     const QRect below(500, screen->geometry().bottom() - 24, 24, 24);
     popup.toggle(below);
     const QRect before = popup.frame();
-    flow.dictate(QStringLiteral("Move the review to Thursday."));
+    flow.fakes.hotkey->isTrusted = false;
+    flow.flow->requestAccessibility();
+    flow.clock.advance(1);
     ASSERT_TRUE(untilTrue([&] { return popup.frame().height() > before.height(); }));
     EXPECT_EQ(popup.frame().bottom(), before.bottom());
     EXPECT_EQ(floatingWindows.shapes.constLast().first.frame.size(), popup.frame().size());
 }
 
 TEST_F(MenuBarPopupWindowTest, HiddenOneDrawsNothing) {
-    show();
     flow.record();
     flow.transcribe();
+    show();
     int frames = 0;
     QObject::connect(popup.window(), &QQuickWindow::frameSwapped, popup.window(), [&frames] { ++frames; });
     ASSERT_TRUE(untilTrue([&] { return frames > 2; })) << "the spinner turns";

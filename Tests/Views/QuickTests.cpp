@@ -3,6 +3,7 @@
 #include "Views/DictationLiveFixture.h"
 #include "Views/HealthFixture.h"
 #include "Views/HistoryFixture.h"
+#include "Views/KeyHolder.h"
 #include "Views/OnboardingFixture.h"
 #include "Views/PopupFixture.h"
 #include "Views/ProfileFixture.h"
@@ -25,6 +26,7 @@ public Q_SLOTS:
         qmlRegisterType<DictationLiveFixture>("TolmiTesting", 1, 0, "DictationLiveFixture");
         qmlRegisterType<HealthFixture>("TolmiTesting", 1, 0, "HealthFixture");
         qmlRegisterType<HistoryFixture>("TolmiTesting", 1, 0, "HistoryFixture");
+        qmlRegisterType<KeyHolder>("TolmiTesting", 1, 0, "KeyHolder");
         qmlRegisterType<OnboardingFixture>("TolmiTesting", 1, 0, "OnboardingFixture");
         qmlRegisterType<PopupFixture>("TolmiTesting", 1, 0, "PopupFixture");
         qmlRegisterType<ProfileFixture>("TolmiTesting", 1, 0, "ProfileFixture");

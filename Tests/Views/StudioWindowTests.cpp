@@ -7,6 +7,7 @@
 #include "TolmiApp/Studio/TolmiStudioWindowModel.h"
 #include "Views/ViewsFixture.h"
 
+#include <QPointer>
 #include <QQuickItem>
 #include <QQuickView>
 
@@ -60,6 +61,26 @@ TEST_F(StudioWindowTest, StaysLoadedWhenItIsClosed) {
     EXPECT_TRUE(window.view()->isVisible());
     EXPECT_EQ(window.view()->rootObject(), root);
     EXPECT_EQ(model.selection(), QStringLiteral("templates"));
+}
+
+TEST_F(StudioWindowTest, AClosedOneHasNoWorkspace) {
+    const auto workspace
+        = [this] { return window.view()->rootObject()->property("workspace").value<QObject *>(); };
+    window.show();
+    ASSERT_TRUE(untilTrue([&] { return workspace() != nullptr; }));
+    const QPointer<QObject> first = workspace();
+    // The one before is fading out when the window goes.
+    router.setDestination(StudioDestination::Templates);
+    const QPointer<QObject> second = workspace();
+    ASSERT_TRUE(first && second && first != second);
+    window.view()->close();
+    EXPECT_TRUE(untilTrue([&] { return !first && !second; }));
+    EXPECT_EQ(workspace(), nullptr);
+    router.setDestination(StudioDestination::Health);
+    EXPECT_EQ(workspace(), nullptr);
+    window.show();
+    ASSERT_TRUE(untilTrue([&] { return workspace() != nullptr; }));
+    EXPECT_EQ(workspace()->property("name"), QStringLiteral("health"));
 }
 
 TEST_F(StudioWindowTest, GrowsForTheHistoryAndStaysLarge) {

@@ -15,5 +15,6 @@ void showFileDialog(QFileDialog *dialog, QStandardPaths::StandardLocation folder
             const bool isChosen = result == QDialog::Accepted && !path.isEmpty();
             answer(isChosen ? std::optional(FileURL(path)) : std::nullopt);
         });
-    dialog->open();
+    // open() would bind it to a window that it has not, and no window would wait.
+    dialog->show();
 }

@@ -14,40 +14,60 @@ FocusScope {
     readonly property int rowHeight: 86
     property bool isPointedAt: false
 
-    activeFocusOnTab: true
-    onActiveFocusChanged: isPointedAt = false
-    Accessible.focusable: true
-    Accessible.role: Accessible.List
-    Accessible.name: texts.routeHistory
-    Keys.onUpPressed: moveFocus(-1)
-    Keys.onDownPressed: moveFocus(1)
-    Keys.onDeletePressed: model.deleteFocusedEntry()
-    Keys.onSpacePressed: model.toggleFocusedTick()
-    Keys.onPressed: event => {
-        const steps = ({
-            [Qt.Key_Home]: -list.count, [Qt.Key_End]: list.count,
-            [Qt.Key_PageUp]: -pageRows(), [Qt.Key_PageDown]: pageRows()
-        })[event.key];
-        if (steps === undefined)
-            return;
-        moveFocus(steps);
-        event.accepted = true;
+    /// Takes the keyboard to the list itself, from whatever in it has it.
+    function takeKeyboard(reason: int) {
+        place.forceActiveFocus(reason);
     }
-
     function pageRows(): int {
         return Math.max(1, Math.floor(list.height / (rowHeight + list.spacing)) - 1);
     }
     /// Moves the focus and shows where it went.
     function moveFocus(rows: int) {
+        takeKeyboard(Qt.TabFocusReason);
         isPointedAt = false;
         model.moveFocus(rows);
+        showFocus();
+    }
+    function showFocus() {
         list.positionViewAtIndex(model.focusedRow, ListView.Contain);
         if (model.focusedRow === 0)
             list.positionViewAtBeginning();
     }
+    function deleteFocused() {
+        takeKeyboard(Qt.TabFocusReason);
+        isPointedAt = false;
+        model.deleteFocusedEntry();
+        showFocus();
+    }
 
     Item {
+        id: place
+
         anchors.fill: parent
+        focus: true
+        activeFocusOnTab: true
+        onActiveFocusChanged: control.isPointedAt = false
+        Accessible.focusable: true
+        Accessible.role: Accessible.List
+        Accessible.name: control.texts.routeHistory
+        Keys.onUpPressed: control.moveFocus(-1)
+        Keys.onDownPressed: control.moveFocus(1)
+        Keys.onPressed: event => {
+            const steps = ({
+                [Qt.Key_Home]: -list.count, [Qt.Key_End]: list.count,
+                [Qt.Key_PageUp]: -control.pageRows(), [Qt.Key_PageDown]: control.pageRows()
+            })[event.key];
+            if (steps !== undefined)
+                control.moveFocus(steps);
+            else if (event.key !== Qt.Key_Delete && event.key !== Qt.Key_Space)
+                return;
+            // A held key moves on and on, but neither deletes nor ticks more than once.
+            else if (!event.isAutoRepeat && event.key === Qt.Key_Delete)
+                control.deleteFocused();
+            else if (!event.isAutoRepeat)
+                control.model.toggleFocusedTick();
+            event.accepted = true;
+        }
 
         ListView {
             id: list
@@ -87,9 +107,10 @@ FocusScope {
                 height: control.rowHeight
                 model: control.model
                 texts: control.texts
-                isListNavigated: control.activeFocus && !control.isPointedAt
+                isListNavigated: place.activeFocus && !control.isPointedAt
+                onKeyboardReturned: control.takeKeyboard(Qt.TabFocusReason)
                 onTapped: {
-                    control.forceActiveFocus(Qt.MouseFocusReason);
+                    control.takeKeyboard(Qt.MouseFocusReason);
                     control.isPointedAt = true;
                     control.model.focusEntry(entryID);
                 }

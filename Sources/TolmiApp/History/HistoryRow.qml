@@ -24,6 +24,8 @@ Item {
 
     /// The user points at this entry.
     signal tapped
+    /// The row is about to go, and with it the button that has the keyboard.
+    signal keyboardReturned
 
     implicitHeight: 86
     Accessible.role: Accessible.ListItem
@@ -157,6 +159,10 @@ Item {
         symbol: "trash"
         focusPolicy: row.tabFocus
         toolTip: row.texts.historyDelete
-        onClicked: row.model.deleteEntry(row.entryID)
+        onClicked: {
+            if (activeFocus)
+                row.keyboardReturned();
+            row.model.deleteEntry(row.entryID);
+        }
     }
 }

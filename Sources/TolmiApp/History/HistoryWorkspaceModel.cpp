@@ -236,8 +236,16 @@ void HistoryWorkspaceModel::deleteEntry(const QUuid &id) {
 }
 
 void HistoryWorkspaceModel::deleteFocusedEntry() {
-    if (detail().isPresent)
-        deleteEntry(QUuid(detail().entryID));
+    if (!detail().isPresent)
+        return;
+    const QUuid id = detail().entryID;
+    focusNeighbour();
+    deleteEntry(id);
+}
+
+void HistoryWorkspaceModel::focusNeighbour() {
+    const bool isLast = focusedRow() == m_rows.rowCount() - 1;
+    moveFocus(isLast ? -1 : 1);
 }
 
 void HistoryWorkspaceModel::deleteSelectedEntries() {
@@ -316,6 +324,13 @@ void HistoryWorkspaceModel::copyRawText() {
 void HistoryWorkspaceModel::copyRefinedText() {
     if (detail().isPresent)
         copyToClipboard(detail().refinedText);
+}
+
+void HistoryWorkspaceModel::copyFocusedText() {
+    if (detail().refinedText.isEmpty())
+        copyRawText();
+    else
+        copyRefinedText();
 }
 
 void HistoryWorkspaceModel::copyToClipboard(const QString &text) {

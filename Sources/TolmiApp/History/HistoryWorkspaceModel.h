@@ -99,6 +99,7 @@ public:
 
     Q_INVOKABLE void togglePin(const QUuid &id);
     Q_INVOKABLE void deleteEntry(const QUuid &id);
+    /// What the delete key does: it goes to the neighbouring entry.
     Q_INVOKABLE void deleteFocusedEntry();
     Q_INVOKABLE void deleteSelectedEntries();
 
@@ -115,6 +116,8 @@ public:
     /// Put a text of the focused entry on the clipboard.
     Q_INVOKABLE void copyRawText();
     Q_INVOKABLE void copyRefinedText();
+    /// The refined text, or the raw one where there is no other.
+    Q_INVOKABLE void copyFocusedText();
 
     /// Plays, pauses or resumes the recording of the focused entry.
     Q_INVOKABLE void toggleFocusedPlayback();
@@ -134,6 +137,7 @@ private:
     void noticeChangedEntries();
     void ensureFocusedEntryStillValid();
     void focusFirst();
+    void focusNeighbour();
     void refreshFocus();
     void refreshDetail();
     void refreshWords();

@@ -22,7 +22,7 @@ Item {
     }
     Shortcut {
         sequences: [StandardKey.Copy]
-        onActivated: view.model.copyRefinedText()
+        onActivated: view.model.copyFocusedText()
     }
     StudioText {
         x: Metrics.workspacePadding
@@ -43,7 +43,7 @@ Item {
         isOnBackdrop: true
         value: view.model.searchText
         onEdited: newText => view.model.searchText = newText
-        Keys.onDownPressed: list.forceActiveFocus(Qt.TabFocusReason)
+        Keys.onDownPressed: list.takeKeyboard(Qt.TabFocusReason)
         Keys.onEscapePressed: {
             clear();
             view.model.searchText = "";

@@ -21,10 +21,18 @@ void MenuBarPopupModel::observeFlow() {
     const DictationFlowManager *const flow = m_flow.get();
     connect(flow, &DictationFlowManager::stateChanged, this, &MenuBarPopupModel::stateChanged);
     connect(flow, &DictationFlowManager::stateChanged, this, &MenuBarPopupModel::stateLabelChanged);
+    connect(flow, &DictationFlowManager::stateChanged, this, [this] { freeKeyboard(); });
     connect(flow, &DictationFlowManager::accessibilityGrantedChanged, this,
         &MenuBarPopupModel::accessibilityGrantedChanged);
     connect(
         flow, &DictationFlowManager::lastTranscriptChanged, this, &MenuBarPopupModel::lastTranscriptChanged);
+}
+
+void MenuBarPopupModel::freeKeyboard() {
+    const DictationState::Kind kind = m_flow->state().kind();
+    // The second for a popup that was opened in between.
+    if (kind == DictationState::Kind::Transcribing || kind == DictationState::Kind::Pasting)
+        Q_EMIT targetNeedsKeyboard();
 }
 
 void MenuBarPopupModel::observeSettings() {

@@ -97,6 +97,8 @@ public:
 
 Q_SIGNALS:
     void stateChanged();
+    /// A dictation has been spoken: the keyboard belongs to the application that gets the text.
+    void targetNeedsKeyboard();
     void stateLabelChanged();
     void accessibilityGrantedChanged();
     void lastTranscriptChanged();
@@ -106,6 +108,7 @@ Q_SIGNALS:
 
 private:
     void observeFlow();
+    void freeKeyboard();
     void observeSettings();
     SettingsStore &settings() const;
 

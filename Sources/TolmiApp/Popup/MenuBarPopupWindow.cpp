@@ -62,7 +62,9 @@ void MenuBarPopupWindow::load() {
     connect(m_view, SIGNAL(closeRequested()), this, SLOT(close()));
     connect(m_view, &QQuickItem::heightChanged, this, &MenuBarPopupWindow::place);
     connect(m_window.get(), &QWindow::activeChanged, this, &MenuBarPopupWindow::closeWithoutKeyboard);
+    connect(&m_dependencies.model, &MenuBarPopupModel::targetNeedsKeyboard, this, &MenuBarPopupWindow::close);
     m_dependencies.floatingWindows.prepare(*m_window);
+    m_dependencies.floatingWindows.watchPressesElsewhere(*m_window, [this] { closeForElsewhere(); });
 }
 
 double MenuBarPopupWindow::now() const {
@@ -72,8 +74,8 @@ double MenuBarPopupWindow::now() const {
 void MenuBarPopupWindow::toggle(const std::optional<QRect> &anchor) {
     if (m_window && m_window->isVisible())
         return close();
-    const auto lostKeyboardAt = std::exchange(m_lostKeyboardAt, std::nullopt);
-    if (lostKeyboardAt && now() - *lostKeyboardAt < secondsOfAPress)
+    const auto leftAt = std::exchange(m_leftAt, std::nullopt);
+    if (leftAt && now() - *leftAt < secondsOfAPress)
         return;
     open(anchor.value_or(QRect(QCursor::pos(), QSize(1, 1))));
 }
@@ -109,8 +111,11 @@ void MenuBarPopupWindow::close() {
 }
 
 void MenuBarPopupWindow::closeWithoutKeyboard() {
-    if (m_window->isActive() || !m_window->isVisible())
-        return;
-    m_lostKeyboardAt = now();
+    if (!m_window->isActive() && m_window->isVisible())
+        closeForElsewhere();
+}
+
+void MenuBarPopupWindow::closeForElsewhere() {
+    m_leftAt = now();
     close();
 }

@@ -16,7 +16,8 @@ class QQuickItem;
 class QQuickWindow;
 class ViewTexts;
 
-/// The popup of the status item as a window of the desktop: it takes the keyboard and goes when it loses it.
+/// The popup of the status item as a window of the desktop: it takes the keyboard, and goes when it loses it,
+/// when something else is pressed, and before a dictation could be pasted into it.
 class MenuBarPopupWindow final : public QObject {
     Q_OBJECT
 
@@ -55,11 +56,12 @@ private:
     void open(const QRect &anchor);
     void place();
     void closeWithoutKeyboard();
+    void closeForElsewhere();
 
     Dependencies m_dependencies;
     QRect m_anchor;
-    /// When the popup was last closed because the keyboard went elsewhere, in seconds since 1970.
-    std::optional<double> m_lostKeyboardAt;
+    /// When the popup was last closed because the user went elsewhere, in seconds since 1970.
+    std::optional<double> m_leftAt;
     std::unique_ptr<QQmlEngine> m_engine;
     std::unique_ptr<QQuickWindow> m_window;
     /// Belongs to the window.

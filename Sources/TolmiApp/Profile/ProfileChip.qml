@@ -27,8 +27,8 @@ T.Button {
         if (enabled)
             clicked();
     }
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onPressed: event => KeyPress.pressed(event, () => chip.clicked())
+    Keys.onReleased: event => KeyPress.released(event)
 
     background: Item {
         Plate {

@@ -22,13 +22,19 @@ QuickStudioWindow::QuickStudioWindow(
     , m_settings(settings)
     , m_look(look) { }
 
-QuickStudioWindow::~QuickStudioWindow() = default;
+QuickStudioWindow::~QuickStudioWindow() {
+    // Hidden on its way out, it has no workspace any more.
+    if (m_view)
+        m_view->disconnect(this);
+}
 
 void QuickStudioWindow::show() {
     if (!m_view)
         load();
-    if (!m_view->isVisible())
-        m_view->show();
+    if (m_view->isVisible())
+        return;
+    loadWorkspaceAfterFrame();
+    m_view->show();
 }
 
 void QuickStudioWindow::load() {
@@ -46,15 +52,25 @@ void QuickStudioWindow::load() {
     m_view->setInitialProperties({ { QStringLiteral("model"), QVariant::fromValue(&m_model) },
         { QStringLiteral("texts"), QVariant::fromValue(texts) }, { QStringLiteral("hasWorkspace"), false } });
     m_view->setSource(source);
-    connect(m_view.get(), &QQuickView::frameSwapped, this, &QuickStudioWindow::complete,
-        Qt::SingleShotConnection);
+    connect(m_view.get(), &QQuickView::frameSwapped, this, &logStudioShown, Qt::SingleShotConnection);
+    // What nobody sees plays no recording and asks nobody for its health.
+    connect(m_view.get(), &QWindow::visibleChanged, this, [this](bool isVisible) {
+        if (!isVisible)
+            m_view->rootObject()->setProperty("hasWorkspace", false);
+    });
     connect(&m_model, &TolmiStudioWindowModel::selectionChanged, this, [this] { applyMinimumSize(); });
     applyMinimumSize();
 }
 
 // The first frame would not show these yet: the workspace fades in, and over it the wizard of a new user.
+void QuickStudioWindow::loadWorkspaceAfterFrame() {
+    connect(m_view.get(), &QQuickView::frameSwapped, this, &QuickStudioWindow::complete,
+        Qt::ConnectionType(Qt::SingleShotConnection | Qt::UniqueConnection));
+}
+
 void QuickStudioWindow::complete() {
-    logStudioShown();
+    if (!m_view->isVisible())
+        return;
     m_view->rootObject()->setProperty("hasWorkspace", true);
     m_model.appear();
 }

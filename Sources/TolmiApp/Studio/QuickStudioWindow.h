@@ -10,7 +10,7 @@ class SettingsStore;
 class TolmiStudioWindowModel;
 
 /// The Studio as a window of the desktop. Nothing of it is loaded before it is shown first; from then on it
-/// stays loaded, also while it is closed.
+/// stays loaded, but for the workspace, which goes while the window is closed.
 class QuickStudioWindow final : public QObject {
     Q_OBJECT
 
@@ -27,6 +27,7 @@ public:
 
 private:
     void load();
+    void loadWorkspaceAfterFrame();
     void complete();
     void applyMinimumSize();
 

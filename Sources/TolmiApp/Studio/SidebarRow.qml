@@ -19,8 +19,8 @@ T.ItemDelegate {
     Accessible.name: text
     Accessible.selected: highlighted
     Accessible.onPressAction: clicked()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onPressed: event => KeyPress.pressed(event, () => row.clicked())
+    Keys.onReleased: event => KeyPress.released(event)
 
     background: Item {
         HoverVeil {

@@ -20,14 +20,21 @@ FocusScope {
             settings: "SettingsView.qml",
             onboarding: "OnboardingWizardView.qml"
         })
-    /// Whether the workspace is made. A window may put that off until its first frame stands, in which it would not be
-    /// seen yet: a workspace fades in.
+    /// Whether the workspace is there. A window has none while it is hidden, and may put it off until its first frame
+    /// stands, in which it would not be seen yet: a workspace fades in.
     property bool hasWorkspace: true
     /// The workspace that is shown now.
     property StudioWorkspace workspace: null
 
     function workspaceSize(name: string): size {
         return name === "history" ? Qt.size(Metrics.sidebarWidth + 920, 620) : Qt.size(Metrics.sidebarWidth + 700, 600);
+    }
+
+    function unloadWorkspace() {
+        sidebar.forceActiveFocus(Qt.OtherFocusReason);
+        workspace = null;
+        // Those that still fade out, too.
+        Array.from(detail.children).forEach(each => each.destroy());
     }
 
     function showWorkspace() {
@@ -50,7 +57,12 @@ FocusScope {
     focus: true
     Accessible.role: Accessible.Client
     Accessible.name: texts.appTitle
-    onHasWorkspaceChanged: showWorkspace()
+    onHasWorkspaceChanged: {
+        if (hasWorkspace)
+            showWorkspace();
+        else
+            unloadWorkspace();
+    }
     Component.onCompleted: showWorkspace()
 
     Connections {

@@ -17,8 +17,7 @@ FocusScope {
     Accessible.name: model.title
     Accessible.description: model.description
     Keys.onEscapePressed: model.dismiss()
-    Keys.onReturnPressed: answer()
-    Keys.onEnterPressed: answer()
+    Keys.onPressed: event => KeyPress.pressed(event, answer)
     Component.onCompleted: takeKeyboard()
 
     function symbolOf(phase: int): string {

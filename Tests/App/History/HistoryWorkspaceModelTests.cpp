@@ -277,11 +277,37 @@ TEST_F(HistoryWorkspaceModelTest, DeletingTheFocusedEntryFocusesTheFirst) {
     openWith(4);
     tick(2);
     m_model->focusEntry(idOf(2));
-    m_model->deleteFocusedEntry();
+    m_model->deleteEntry(idOf(2));
     EXPECT_EQ(shown(), QStringLiteral("0 1 3"));
     EXPECT_EQ(selected(), idOf(0));
     EXPECT_TRUE(m_model->selectedIDs().isEmpty());
     EXPECT_FALSE(m_model->showingClearAllConfirmation());
+}
+
+TEST_F(HistoryWorkspaceModelTest, TheDeleteKeyGoesToTheNeighbour) {
+    openWith(4);
+    tick(1);
+    m_model->focusEntry(idOf(1));
+    m_model->deleteFocusedEntry();
+    EXPECT_EQ(shown(), QStringLiteral("0 2 3"));
+    EXPECT_EQ(selected(), idOf(2));
+    EXPECT_TRUE(m_model->selectedIDs().isEmpty());
+    m_model->focusEntry(idOf(3));
+    m_model->deleteFocusedEntry();
+    EXPECT_EQ(selected(), idOf(2));
+}
+
+TEST_F(HistoryWorkspaceModelTest, TheCopiedTextIsTheRawOneWhereThereIsNoOther) {
+    HistoryEntry plain = entry(QStringLiteral("raw"));
+    plain.refinedText.clear();
+    HistoryEntry refined = entry(QStringLiteral("raw"), 1);
+    refined.refinedText = QStringLiteral("Refined.");
+    open({ plain, refined });
+    m_model->copyFocusedText();
+    EXPECT_EQ(m_user->pasteboard.content.front().representations.front().second, QByteArray("raw"));
+    m_model->moveFocus(1);
+    m_model->copyFocusedText();
+    EXPECT_EQ(m_user->pasteboard.content.front().representations.front().second, QByteArray("Refined."));
 }
 
 TEST_F(HistoryWorkspaceModelTest, DeletingAnotherEntryKeepsTheFocus) {

@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
 import Tolmi
+import TolmiTesting
 
 TestCase {
     id: test
@@ -11,6 +12,9 @@ TestCase {
     height: 300
     visible: true
 
+    KeyHolder {
+        id: keyboard
+    }
     Component {
         id: column
 
@@ -39,6 +43,11 @@ TestCase {
                 text: "Ana"
                 onClicked: parent.presses += 1
             }
+            PopupActionRow {
+                objectName: "action"
+                text: "Quit"
+                onClicked: parent.presses += 1
+            }
         }
     }
 
@@ -58,6 +67,23 @@ TestCase {
         compare(page.presses, 3);
         mouseClick(button);
         compare(page.presses, 4);
+    }
+    function test_aHeldKeyPressesOnce_data() {
+        const rows = [];
+        for (const name of ["first", "icon", "row", "chip", "action"]) {
+            for (const [tag, key] of [["space", Qt.Key_Space], ["return", Qt.Key_Return], ["enter", Qt.Key_Enter]])
+                rows.push({ tag: name + " " + tag, name: name, key: key });
+        }
+        return rows;
+    }
+    function test_aHeldKeyPressesOnce(data) {
+        const page = createTemporaryObject(column, test);
+        const button = findChild(page, data.name);
+        button.forceActiveFocus(Qt.TabFocusReason);
+        keyboard.hold(button, data.key, 5);
+        compare(page.presses, 1);
+        keyboard.hold(button, data.key, 5);
+        compare(page.presses, 2);
     }
     function test_tabWalksThroughAll() {
         const page = createTemporaryObject(column, test);

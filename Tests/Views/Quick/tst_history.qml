@@ -24,6 +24,9 @@ TestCase {
     HistoryFixture {
         id: user
     }
+    KeyHolder {
+        id: keyboard
+    }
     Component {
         id: workspace
 
@@ -39,7 +42,7 @@ TestCase {
         user.open(entries);
         view = createTemporaryObject(workspace, test);
         list = findChild(view, "historyList");
-        list.forceActiveFocus();
+        list.takeKeyboard(Qt.OtherFocusReason);
         waitForRendering(view);
     }
     function cleanup() {
@@ -177,6 +180,67 @@ TestCase {
         keyClick(Qt.Key_Delete);
         compare(titles(), ["Release notes.", "Notă pentru mine."]);
     }
+    function test_movingTheFocusLeavesTheButtonsOfTheRow_data() {
+        return [{ tag: "down", key: Qt.Key_Down }, { tag: "up", key: Qt.Key_Up }, { tag: "home", key: Qt.Key_Home },
+                { tag: "end", key: Qt.Key_End }, { tag: "page up", key: Qt.Key_PageUp },
+                { tag: "page down", key: Qt.Key_PageDown }];
+    }
+    function test_movingTheFocusLeavesTheButtonsOfTheRow(data) {
+        open(entries);
+        keyClick(Qt.Key_Down);
+        for (let presses = 0; presses < 3; ++presses)
+            keyClick(Qt.Key_Tab);
+        verify(findChild(rows()[1], "delete").activeFocus);
+        keyClick(data.key);
+        verify(!findChild(rows()[1], "delete").activeFocus);
+        keyClick(Qt.Key_Return);
+        compare(titles().length, 3);
+        keyClick(Qt.Key_Home);
+        compare(user.model.focusedRow, 0);
+    }
+    function test_theListHasTheKeyboardAfterAPressOfItsButtons() {
+        open(entries);
+        for (let presses = 0; presses < 3; ++presses)
+            keyClick(Qt.Key_Tab);
+        keyClick(Qt.Key_Return);
+        compare(titles().length, 2);
+        keyClick(Qt.Key_Return);
+        compare(titles().length, 2);
+        keyClick(Qt.Key_Down);
+        compare(user.model.focusedRow, 1);
+    }
+    function test_aHeldDeleteKeyDeletesOneEntry() {
+        open(entries);
+        keyboard.hold(view, Qt.Key_Delete, 20);
+        compare(titles(), ["The meeting moves to ten.", "Notă pentru mine."]);
+    }
+    function test_aHeldSpaceTicksOnce() {
+        open(entries);
+        keyboard.hold(view, Qt.Key_Space, 5);
+        compare(user.model.selectedText, "1 selected");
+    }
+    function test_theNeighbourOfADeletedEntryIsFocusedAndInSight() {
+        user.openMany(200);
+        view = createTemporaryObject(workspace, test);
+        list = findChild(view, "historyList");
+        list.takeKeyboard(Qt.OtherFocusReason);
+        waitForRendering(view);
+        const inside = findChild(view, "list");
+        keyClick(Qt.Key_End);
+        keyClick(Qt.Key_Up);
+        for (const expected of ["Entry 199", "Entry 197", "Entry 196"]) {
+            keyClick(Qt.Key_Delete);
+            const row = rows().find(row => row.isFocused);
+            compare(row?.title, expected);
+            const top = row.mapToItem(inside, 0, 0).y;
+            verify(top >= 0 && top + row.height <= inside.height, expected);
+        }
+    }
+    function test_copyingAnEntryWithoutRefinedTextTakesTheRawOne() {
+        open([{ raw: "only raw", refined: "" }]);
+        keyClick(Qt.Key_C, Qt.ControlModifier);
+        compare(user.clipboard(), "only raw");
+    }
     function test_deleteButton() {
         open(entries);
         press("delete", rows()[2]);
@@ -305,7 +369,7 @@ TestCase {
         user.openMany(5000);
         view = createTemporaryObject(workspace, test);
         list = findChild(view, "historyList");
-        list.forceActiveFocus();
+        list.takeKeyboard(Qt.OtherFocusReason);
         waitForRendering(view);
         verify(rows().length < 20);
         keyClick(Qt.Key_End);

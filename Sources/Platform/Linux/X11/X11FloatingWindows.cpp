@@ -2,13 +2,20 @@
 
 #include <QGuiApplication>
 #include <QRegion>
+#include <QSocketNotifier>
 #include <QWindow>
 
 // The macros of Xlib break Qt's headers, so they come after them.
+#include "Platform/Linux/X11/X11Display.h"
+#include "Platform/Linux/X11/X11Keyboard.h"
+
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
+#include <X11/extensions/XInput2.h>
 #include <X11/extensions/shape.h>
 
+#include <array>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -52,6 +59,70 @@ void combine(Display *display, const QWindow &window, int kind, const QRegion &r
         display, window.winId(), kind, 0, 0, rectangles.data(), int(rectangles.size()), ShapeSet, Unsorted);
 }
 
+/// Tells of presses of the pointer's buttons outside a window as long as this lives. It only listens:
+/// whatever is pressed gets its press.
+class PressWatch : public QObject {
+public:
+    PressWatch(std::unique_ptr<X11Display> display, int opcode, WId window, std::function<void()> pressed)
+        : m_display(std::move(display))
+        , m_opcode(opcode)
+        , m_window(window)
+        , m_pressed(std::move(pressed))
+        , m_notifier(ConnectionNumber(m_display->get()), QSocketNotifier::Read) {
+        std::array<unsigned char, XIMaskLen(XI_LASTEVENT)> bits {};
+        XISetMask(bits.data(), XI_RawButtonPress);
+        XIEventMask mask { XIAllMasterDevices, int(bits.size()), bits.data() };
+        XISelectEvents(m_display->get(), m_display->root(), &mask, 1);
+        XFlush(m_display->get());
+        connect(&m_notifier, &QSocketNotifier::activated, this, [this] { readEvents(); });
+    }
+
+private:
+    void readEvents() {
+        bool isPressedElsewhere = false;
+        while (auto event = m_display->takeEvent())
+            isPressedElsewhere |= isPress(event->xcookie) && !isPointerInside();
+        // It would be readable for ever.
+        if (m_display->isBroken())
+            m_notifier.setEnabled(false);
+        // A copy, since the window that goes now takes this with it.
+        const auto pressed = m_pressed;
+        if (isPressedElsewhere)
+            pressed();
+    }
+    bool isPress(XGenericEventCookie &cookie) {
+        if (cookie.type != GenericEvent || cookie.extension != m_opcode
+            || !XGetEventData(m_display->get(), &cookie))
+            return false;
+        constexpr int firstWheelButton = 4, lastWheelButton = 7;
+        const int button = static_cast<const XIRawEvent *>(cookie.data)->detail;
+        XFreeEventData(m_display->get(), &cookie);
+        return button < firstWheelButton || button > lastWheelButton;
+    }
+    /// What a window leaves to those below it is outside.
+    bool isPointerInside() {
+        Window root = None, child = None;
+        int rootX = 0, rootY = 0, x = 0, y = 0;
+        unsigned modifiers = 0;
+        XQueryPointer(m_display->get(), m_display->root(), &root, &child, &rootX, &rootY, &x, &y, &modifiers);
+        return child == m_window;
+    }
+
+    std::unique_ptr<X11Display> m_display;
+    int m_opcode;
+    WId m_window;
+    std::function<void()> m_pressed;
+    QSocketNotifier m_notifier;
+};
+
+std::unique_ptr<PressWatch> makePressWatch(const QWindow &window, std::function<void()> pressed) {
+    auto display = X11Display::open();
+    const auto opcode = display ? X11Keyboard::rawKeyOpcode(*display) : std::nullopt;
+    if (!opcode)
+        return {};
+    return std::make_unique<PressWatch>(std::move(display), *opcode, window.winId(), std::move(pressed));
+}
+
 } // namespace
 
 void X11FloatingWindows::prepare(QWindow &window) {
@@ -82,4 +153,12 @@ void X11FloatingWindows::setShape(
     else
         combine(server, window, ShapeBounding, nativeRegion(window, drawn));
     XFlush(server);
+}
+
+void X11FloatingWindows::watchPressesElsewhere(QWindow &window, std::function<void()> pressed) {
+    if (display() == nullptr)
+        return;
+    QObject::connect(&window, &QWindow::visibleChanged, &window,
+        [&window, pressed = std::move(pressed), watch = std::shared_ptr<PressWatch>()](
+            bool isVisible) mutable { watch = isVisible ? makePressWatch(window, pressed) : nullptr; });
 }

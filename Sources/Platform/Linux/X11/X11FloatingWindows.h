@@ -8,4 +8,5 @@ class X11FloatingWindows final : public FloatingWindows {
 public:
     void prepare(QWindow &window) override;
     void setShape(QWindow &window, const RoundedRectangle &touched, const RoundedRectangle &drawn) override;
+    void watchPressesElsewhere(QWindow &window, std::function<void()> pressed) override;
 };

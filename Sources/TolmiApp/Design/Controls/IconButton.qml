@@ -23,8 +23,8 @@ T.Button {
         if (enabled)
             clicked();
     }
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onPressed: event => KeyPress.pressed(event, () => button.clicked())
+    Keys.onReleased: event => KeyPress.released(event)
 
     background: Item {
         HoverVeil {

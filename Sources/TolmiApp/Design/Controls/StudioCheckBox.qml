@@ -15,8 +15,8 @@ T.CheckBox {
     Accessible.name: text
     // Its own would turn the mark without telling anybody.
     Accessible.onToggleAction: press()
-    Keys.onReturnPressed: press()
-    Keys.onEnterPressed: press()
+    Keys.onPressed: event => KeyPress.pressed(event, () => checkBox.press())
+    Keys.onReleased: event => KeyPress.released(event)
 
     /// What a press of the space bar does.
     function press() {

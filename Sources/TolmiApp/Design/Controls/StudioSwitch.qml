@@ -17,8 +17,8 @@ T.Switch {
     Accessible.name: label
     // Its own would turn the mark without telling anybody.
     Accessible.onToggleAction: press()
-    Keys.onReturnPressed: press()
-    Keys.onEnterPressed: press()
+    Keys.onPressed: event => KeyPress.pressed(event, () => control.press())
+    Keys.onReleased: event => KeyPress.released(event)
 
     /// What a press of the space bar does.
     function press() {
