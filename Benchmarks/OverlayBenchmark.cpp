@@ -30,6 +30,7 @@ class PlainWindows final : public FloatingWindows {
 public:
     void prepare(QWindow &) override { }
     void setShape(QWindow &, const RoundedRectangle &, const RoundedRectangle &) override { }
+    void watchPressesElsewhere(QWindow &, std::function<void()>) override { }
 };
 
 /// Counts the timers that fire in the main thread.

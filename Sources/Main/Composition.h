@@ -28,7 +28,8 @@ public:
     bool start();
 
     /// Leaves everything as the user should find it after the end: whisper-cli ended, settings and history
-    /// written, the clipboard in the hands of the desktop's clipboard manager. Takes as long as the disk does.
+    /// written, the clipboard in the hands of the desktop's clipboard manager. Takes as long as the disk
+    /// does.
     void settle();
 
 private:

@@ -13,7 +13,7 @@
 namespace {
 /// What a sweep can count with; greater numbers overflow in seconds and in bytes.
 constexpr qint64 mostRetentionHours = std::numeric_limits<qint64>::max() / 3600;
-constexpr qint64 mostRetentionMB = std::numeric_limits<qint64>::max() / (1024 * 1024);
+constexpr qint64 mostRetentionMB = std::numeric_limits<qint64>::max() / (1024LL * 1024);
 
 qint64 usable(qint64 stored, qint64 most) {
     if (stored > most)

@@ -87,20 +87,20 @@ void GlobalHotkeyManager::handleFlagsChanged(const TapEvent &event) {
     if (isOptionDown == m_isHotkeyHeld)
         return;
     m_isHotkeyHeld = isOptionDown;
-    notify(isOptionDown);
+    notify(isOptionDown ? &HotkeyManager::onKeyDown : &HotkeyManager::onKeyUp);
 }
 
-void GlobalHotkeyManager::notify(bool isDown) {
-    m_clock.post([weakSelf = weak_from_this(), isDown] {
+void GlobalHotkeyManager::notify(Callback callback) {
+    m_clock.post([weakSelf = weak_from_this(), callback] {
         if (const auto self = weakSelf.lock())
-            self->report(isDown);
+            self->report(callback);
     });
 }
 
-void GlobalHotkeyManager::report(bool isDown) {
-    const std::function<void()> &callback = isDown ? onKeyDown : onKeyUp;
+void GlobalHotkeyManager::report(Callback callback) const {
     // A stranger may sit at a locked desktop, and the text would go to whatever lies under the lock.
-    const bool isRefused = isDown && m_lock.isLocked();
-    if (callback && !isRefused)
-        callback();
+    const bool isRefused = callback == &HotkeyManager::onKeyDown && m_lock.isLocked();
+    const std::function<void()> &call = this->*callback;
+    if (call && !isRefused)
+        call();
 }

@@ -39,10 +39,12 @@ public:
     void stop() override;
 
 private:
+    using Callback = std::function<void()> HotkeyManager::*;
+
     void handle(const TapEvent &event);
     void handleFlagsChanged(const TapEvent &event);
-    void notify(bool isDown);
-    void report(bool isDown);
+    void notify(Callback callback);
+    void report(Callback callback) const;
 
     EventTapFactory &m_taps;
     AccessibilityRight &m_right;

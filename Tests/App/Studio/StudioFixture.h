@@ -15,6 +15,9 @@ protected:
         settings->setRefinementEnabled(false);
     }
 
+    /// The history's last change is written before the disk goes.
+    ~StudioFixture() override { history->waitUntilWritten(); }
+
     DictationFlowCollaborators collaborators() override {
         DictationFlowCollaborators made = fakes.asCollaborators();
         made.history = history;
