@@ -93,6 +93,7 @@ public:
         // A history of some dozens of blocks, so that a disk can end anywhere in it.
         for (int number = 0; number < 40; ++number)
             addDictation();
+        m_history->waitUntilWritten();
         if (storedCount() != 40)
             giveUp(QStringLiteral("the empty disk does not take the history"));
     }
@@ -117,6 +118,7 @@ private:
         const QByteArray before = contentOf(m_file);
         fillTo(freeBytes);
         addDictation();
+        m_history->waitUntilWritten();
         const QByteArray after = contentOf(m_file);
         const bool hasWorked = after == HistoryCodec::encode(m_history->entries());
         if (!hasWorked && after != before)
@@ -131,6 +133,7 @@ private:
     /// same size.
     void restore(const QByteArray &before) {
         m_history->deleteEntry(m_history->entries().front().id);
+        m_history->waitUntilWritten();
         if (contentOf(m_file) != before)
             giveUp(QStringLiteral("a save with room again did not bring the file up to date"));
     }
