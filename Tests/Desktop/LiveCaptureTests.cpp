@@ -104,6 +104,14 @@ protected:
     }
 };
 
+/// Where on the tape the recording begins, at `earliest` or later; -1 if nowhere. Counted in frames: the
+/// numbers stand still while the player starves.
+int beginOf(const std::vector<int> &recorded, const std::vector<int> &tape, int earliest) {
+    const auto begin
+        = std::search(tape.begin() + std::max(earliest, 0), tape.end(), recorded.begin(), recorded.end());
+    return begin == tape.end() ? -1 : int(begin - tape.begin());
+}
+
 /// A player that starves leaves silence, and its next number follows on; anything else is a frame lost or
 /// doubled on the way. Gives how often the player starved.
 int expectUnbroken(const std::vector<int> &tape) {
@@ -131,24 +139,20 @@ TEST_F(LiveCaptureTest, NoFrameIsMissingOrDoubledOverTwoHundredStarts) {
     int mostLead = 0;
     for (int start = 0; start < 200; ++start) {
         hear(gapMilliseconds(random) * framesPerMillisecond);
-        const int before = engine.newest();
+        const int before = engine.frameCount();
         capture.startRecording(url);
-        const int after = engine.newest();
+        const int after = engine.frameCount();
         hear(recordedMilliseconds(random) * framesPerMillisecond);
         capture.stopRecording();
 
         const std::vector<int> recorded = NumberedSound::read(url);
         ASSERT_GE(recorded.size(), size_t(preRollFrames)) << "start " << start;
-        const std::vector<int> tape = engine.tape();
-        const auto begin = std::find(tape.begin(), tape.end(), recorded.front());
-        ASSERT_GE(size_t(tape.end() - begin), recorded.size()) << "start " << start;
-        ASSERT_TRUE(std::equal(recorded.begin(), recorded.end(), begin)) << "start " << start;
         // The last buffer before the call may still be on its way to the pre-roll.
-        const int endOfPreRoll = recorded.front() + preRollFrames - 1;
-        ASSERT_GE(endOfPreRoll, before - 1024) << "start " << start;
-        ASSERT_LE(endOfPreRoll, after + 1024) << "start " << start;
-        leastLead = std::min(leastLead, before - recorded.front() + 1);
-        mostLead = std::max(mostLead, before - recorded.front() + 1);
+        const int begin = beginOf(recorded, engine.tape(), before - preRollFrames - 1024);
+        ASSERT_GE(begin, 0) << "start " << start;
+        ASSERT_LE(begin + preRollFrames, after + 1024) << "start " << start;
+        leastLead = std::min(leastLead, before - begin);
+        mostLead = std::max(mostLead, before - begin);
     }
     const int starvations = expectUnbroken(engine.tape());
     std::cout << "recordings begin " << leastLead / framesPerMillisecond << " to "
