@@ -69,6 +69,12 @@ test_rooms_keep_to_their_arrows() {
 }
 
 # The version has its place in CMakeLists.txt; what the configuration cannot write follows it.
+# A dry run stands still before such a list, and the commands ask one how much there is to build.
+test_no_list_of_sources_is_made_while_building() {
+  expect_none_in 'CMakeLists.txt *.cmake' "name the files, or have the build depend on their folder" \
+    'GLOB.*CONFIGURE_DEPENDS' CMakeLists.txt cmake Benchmarks Sources Tests Tools
+}
+
 test_the_changelog_begins_with_this_version() {
   local version date
   version=$(sed -nE 's/^project\(Tolmi VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
