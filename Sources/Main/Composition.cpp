@@ -134,6 +134,8 @@ bool Composition::start() {
 }
 
 void Composition::settle() {
+    // Who ends the session waits no longer than two seconds or so, and then kills.
+    m_parts->adapters.fileWriter.limitWaiting(std::chrono::milliseconds(1500));
     m_parts->adapters.processes.terminateAll();
     m_parts->adapters.pasteboard.handOver();
     m_parts->adapters.defaults.flush();

@@ -3,6 +3,7 @@
 #include "Desktop/TestPrograms.h"
 #include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Support/PasteboardContract.h"
+#include "Support/UntilTrue.h"
 
 #include <QBuffer>
 #include <QElapsedTimer>
@@ -184,6 +185,17 @@ TEST_F(X11PasteboardTests, ReadsWhatAnotherProgramCopiedMeanwhile) {
     ASSERT_EQ(items.size(), 1);
     EXPECT_THAT(items.front().representations,
         testing::Contains(testing::Pair(QStringLiteral("UTF8_STRING"), "copied")));
+}
+
+TEST_F(X11PasteboardTests, AProgramThatStandsStillDisplacesNoLaterCopy) {
+    const CopyingProgram owner("before");
+    const std::vector<PasteboardItem> saved = pasteboard.items();
+    ASSERT_TRUE(pasteboard.setDictatedText(QStringLiteral("dictated")));
+    progress->post(0);
+    EXPECT_TRUE(untilTrue([] { return clipboard(QStringLiteral("UTF8_STRING")) == "before"; }));
+    const CopyingProgram later("copied meanwhile");
+    pasteboard.restore(saved);
+    EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING")), "copied meanwhile");
 }
 
 TEST_F(X11PasteboardTests, WithoutAManagerHandingOverDoesNothing) {

@@ -57,6 +57,13 @@ TYPED_TEST(AtomicFileWriterContract, LeavesTheNewestContent) {
     EXPECT_EQ(this->files.content(), "");
 }
 
+TYPED_TEST(AtomicFileWriterContract, WritesWithoutPatienceToo) {
+    AtomicFileWriter &writer = this->files.writer();
+    writer.limitWaiting(std::chrono::milliseconds(0));
+    writer.write(this->files.file(), "last", FilePrivacy::Private);
+    EXPECT_EQ(this->files.content(), "last");
+}
+
 TYPED_TEST(AtomicFileWriterContract, ThrowsAndChangesNothing) {
     AtomicFileWriter &writer = this->files.writer();
     writer.write(this->files.file(), "first", FilePrivacy::Private);

@@ -18,6 +18,12 @@ RunningProgram::~RunningProgram() {
     quit();
 }
 
+void RunningProgram::setVariable(const QString &name, const QString &value) {
+    QProcessEnvironment environment = m_process.processEnvironment();
+    environment.insert(name, value);
+    m_process.setProcessEnvironment(environment);
+}
+
 bool RunningProgram::start(const QString &path, const QStringList &arguments) {
     // What an earlier run said must not be taken for this one's.
     m_stages.clear();

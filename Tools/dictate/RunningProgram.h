@@ -23,6 +23,9 @@ public:
     /// Ends the program as a session manager does, and kills it if it does not follow.
     ~RunningProgram();
 
+    /// What the program finds in its environment from the next start on.
+    void setVariable(const QString &name, const QString &value);
+
     /// Starts `path`, without a window unless the arguments are others, and waits until its hotkey listens;
     /// false with an explanation in output() when it does not.
     bool start(const QString &path, const QStringList &arguments = { QStringLiteral("--tray") });

@@ -62,7 +62,8 @@ public:
     /// Removes all entries.
     void clear();
 
-    /// Waits until every change so far is on the disk, or could not be put there, as long as the disk takes.
+    /// Waits until every change so far is on the disk, or could not be put there, as long as the file writer
+    /// waits for the disk.
     void waitUntilWritten();
 
 Q_SIGNALS:

@@ -57,13 +57,19 @@ FileURL linkTarget(FileURL url) {
 /// One file on its way to its place. Every operation throws SystemError with the path that the caller gave.
 class Replacement {
 public:
-    /// Absent `usersMask`: a new file that is not private follows the process's own umask.
-    Replacement(
-        const FileURL &url, const QByteArray &content, FilePrivacy privacy, std::optional<mode_t> usersMask)
+    /// How files are written, whatever they are.
+    struct Manner {
+        /// Absent: a new file that is not private follows the process's own umask.
+        std::optional<mode_t> usersMask;
+        DiskWait &diskWait;
+    };
+
+    Replacement(const FileURL &url, const QByteArray &content, FilePrivacy privacy, const Manner &manner)
         : m_path(url.path())
         , m_content(content)
         , m_privacy(privacy)
-        , m_usersMask(usersMask) {
+        , m_usersMask(manner.usersMask)
+        , m_diskWait(manner.diskWait) {
         const FileURL target = linkTarget(url);
         m_name = QFile::encodeName(target.lastPathComponent());
         const QByteArray folder = QFile::encodeName(target.deletingLastPathComponent().path());
@@ -103,7 +109,7 @@ public:
         m_temporaryName.clear();
         // The file is complete under its name. Should the folder not reach the disk before the power goes,
         // the old file is found, which is whole too: no reason to report a failure.
-        ::fsync(m_folder.get());
+        m_diskWait.waitFor(::fsync, m_folder.get());
     }
 
 private:
@@ -131,8 +137,8 @@ private:
         writeContent();
         if (m_mode && ::fchmod(m_file.get(), *m_mode) != 0)
             fail(errno);
-        if (::fdatasync(m_file.get()) != 0)
-            fail(errno);
+        if (const int error = m_diskWait.waitFor(::fdatasync, m_file.get()))
+            fail(error);
     }
 
     /// Asks for the space beforehand, so that a full disk shows before anything is written. File systems that
@@ -181,6 +187,7 @@ private:
     const QByteArray &m_content;
     const FilePrivacy m_privacy;
     const std::optional<mode_t> m_usersMask;
+    DiskWait &m_diskWait;
     QByteArray m_name;
     /// The name of the temporary file while it has one.
     QByteArray m_temporaryName;
@@ -195,7 +202,7 @@ struct FolderCloser {
 } // namespace
 
 void LinuxAtomicFileWriter::write(const FileURL &url, const QByteArray &content, FilePrivacy privacy) {
-    Replacement replacement(url, content, privacy, m_usersMask);
+    Replacement replacement(url, content, privacy, { m_usersMask, m_diskWait });
     const bool mayBeUnnamed = m_temporaryFiles == TemporaryFiles::UnnamedWherePossible;
     if (!mayBeUnnamed || !replacement.prepareUnnamed())
         replacement.prepareNamed();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/AtomicFileWriter.h"
+#include "Platform/Linux/Files/DiskWait.h"
 
 #include <optional>
 
@@ -28,9 +29,11 @@ public:
         , m_usersMask(usersMask) { }
 
     void write(const FileURL &url, const QByteArray &content, FilePrivacy privacy) override;
+    void limitWaiting(std::chrono::milliseconds time) override { m_diskWait.limit(time); }
     void sweepLeftovers(const FileURL &folder) override;
 
 private:
     const TemporaryFiles m_temporaryFiles;
     const std::optional<mode_t> m_usersMask;
+    DiskWait m_diskWait;
 };

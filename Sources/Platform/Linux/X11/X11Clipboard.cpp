@@ -16,6 +16,10 @@ using std::chrono::steady_clock;
 /// reads that has begun.
 constexpr std::chrono::seconds longestWaitForReading { 10 };
 constexpr std::chrono::milliseconds readingTime { 300 };
+/// The former content is asked for a second after the command; a little later it comes unasked, for which the
+/// thread looks now and then.
+constexpr std::chrono::milliseconds restoreTime { 1250 };
+constexpr std::chrono::milliseconds betweenLooks { 100 };
 /// What reading the primary selection may add to a paste.
 constexpr std::chrono::milliseconds primaryTime { 80 };
 } // namespace
@@ -55,7 +59,13 @@ void X11Clipboard::watchChanges() {
 void X11Clipboard::handleEvents() {
     handleArrivedEvents();
     doWhatIsDue();
-    m_display->wait(m_interruption.wakeDescriptor, m_pending ? std::optional(m_pending->at) : std::nullopt);
+    m_display->wait(m_interruption.wakeDescriptor, nextDue());
+}
+
+std::optional<X11Clipboard::Instant> X11Clipboard::nextDue() const {
+    if (m_pending)
+        return m_pending->at;
+    return m_isPasting ? std::optional(steady_clock::now() + betweenLooks) : std::nullopt;
 }
 
 void X11Clipboard::handleArrivedEvents() {
@@ -126,6 +136,7 @@ void X11Clipboard::continueReading(Instant until) {
 
 bool X11Clipboard::take(ClipboardContent content) {
     endPaste();
+    m_isRestored = false;
     return m_owner.take(std::move(content));
 }
 
@@ -137,6 +148,7 @@ bool X11Clipboard::takeDictated(const QString &text, const std::vector<Pasteboar
     m_pending.reset();
     m_isPasting = true;
     m_isRead = false;
+    m_isRestored = false;
     m_progress->begin(needsPrimary() && takePrimary(text));
     return m_owner.take(ClipboardContent::dictated(text));
 }
@@ -181,6 +193,16 @@ bool X11Clipboard::awaitsReading() const {
 
 void X11Clipboard::restore(const std::vector<PasteboardItem> &items) {
     handleArrivedEvents();
+    if (!std::exchange(m_isRestored, false))
+        beginRestore(items);
+}
+
+bool X11Clipboard::isRestoreOverdue() const {
+    const auto postedAt = m_progress->postedAt();
+    return m_isPasting && !m_pending && postedAt && steady_clock::now() >= *postedAt + restoreTime;
+}
+
+void X11Clipboard::beginRestore(const std::vector<PasteboardItem> &items) {
     if (awaitsReading())
         m_pending = PendingRestore { ClipboardContent(items), steady_clock::now() + longestWaitForReading };
     else
@@ -188,6 +210,10 @@ void X11Clipboard::restore(const std::vector<PasteboardItem> &items) {
 }
 
 void X11Clipboard::doWhatIsDue() {
+    if (isRestoreOverdue()) {
+        m_isRestored = true;
+        beginRestore(ClipboardContent(m_displaced).items());
+    }
     // Nothing is displaced any more by a text that another program has displaced.
     if (m_pending && !m_owner.owns())
         endPaste();

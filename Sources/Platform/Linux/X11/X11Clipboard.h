@@ -50,7 +50,9 @@ public:
     /// `displaced` is what was there before.
     bool takeDictated(const QString &text, const std::vector<PasteboardItem> &displaced);
     bool holdsDictatedText() const;
-    /// At once, or when the target of the paste has read the text, if that is still to come.
+    /// At once, or when the target of the paste has read the text, if that is still to come. Who does not ask
+    /// for it in time gets it without asking: a main thread that stands still must not have the next copy of
+    /// the user displaced.
     void restore(const std::vector<PasteboardItem> &items);
     void handOver(Instant until);
 
@@ -73,6 +75,9 @@ private:
     Instant limit(Instant until) const;
     void noteRead(Window reader);
     bool awaitsReading() const;
+    bool isRestoreOverdue() const;
+    std::optional<Instant> nextDue() const;
+    void beginRestore(const std::vector<PasteboardItem> &items);
     void doWhatIsDue();
     void bringBack(const ClipboardContent &content);
     void endPaste();
@@ -101,6 +106,8 @@ private:
     /// From the dictated text to what it has displaced.
     bool m_isPasting = false;
     bool m_isRead = false;
+    /// Without having been asked.
+    bool m_isRestored = false;
     ClipboardContent m_displaced;
     std::optional<ClipboardContent> m_displacedPrimary;
     std::optional<PendingRestore> m_pending;

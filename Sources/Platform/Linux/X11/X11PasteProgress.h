@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <mutex>
 #include <optional>
 
@@ -19,9 +20,12 @@ public:
     bool offersPrimary() const;
     /// Absent while the command has not been posted.
     std::optional<Window> target() const;
+    /// Absent while the command has not been posted.
+    std::optional<std::chrono::steady_clock::time_point> postedAt() const;
 
 private:
     mutable std::mutex m_mutex;
     bool m_offersPrimary = false;
     std::optional<Window> m_target;
+    std::optional<std::chrono::steady_clock::time_point> m_postedAt;
 };
