@@ -4,6 +4,7 @@
 #include "Support/StatusItemContract.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPixmap>
 #include <QProcess>
 
@@ -21,7 +22,7 @@ public:
 
     /// Presses it, each time at another point: a quick second press at the same one ends a double click.
     void press() {
-        ASSERT_TRUE(untilTrue([this] { return isInTheTray(); }));
+        ASSERT_TRUE(untilTrue([this] { return isAtRest(); }));
         m_offset = -m_offset;
         const QPoint point = m_item.geometry()->center() + QPoint(m_offset, 0);
         ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"),
@@ -31,13 +32,19 @@ public:
     }
 
 private:
-    /// The tray is at the lower edge of the screen; the item comes into being elsewhere.
-    bool isInTheTray() {
+    /// The tray is at the lower edge of the screen; the item is created elsewhere. The tray moves it about
+    /// for a moment after it has taken it, and a click would miss it.
+    bool isAtRest() {
         const auto place = m_item.geometry();
-        return place && place->top() > 1000;
+        if (place != m_place)
+            m_sinceMove.start();
+        m_place = place;
+        return place && place->top() > 1000 && m_sinceMove.hasExpired(500);
     }
 
     QtStatusItem m_item { whiteIcon() };
+    std::optional<QRect> m_place;
+    QElapsedTimer m_sinceMove;
     int m_offset = 6;
 };
 
