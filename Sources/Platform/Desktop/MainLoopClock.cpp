@@ -1,5 +1,7 @@
 #include "Platform/Desktop/MainLoopClock.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTimer>
 
 #include <algorithm>
@@ -12,14 +14,35 @@ Date MainLoopClock::now() const {
 }
 
 void MainLoopClock::post(std::function<void()> work) {
-    QMetaObject::invokeMethod(&m_context, std::move(work), Qt::QueuedConnection);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_posted.push_back(std::move(work));
+    }
+    QCoreApplication::postEvent(&m_receiver, new QEvent(QEvent::User));
+}
+
+bool MainLoopClock::Receiver::event(QEvent *event) {
+    if (event->type() != QEvent::User)
+        return QObject::event(event);
+    m_clock.runPosted();
+    return true;
+}
+
+void MainLoopClock::runPosted() {
+    std::function<void()> work;
+    {
+        const std::lock_guard lock(m_mutex);
+        work = std::move(m_posted.front());
+        m_posted.pop_front();
+    }
+    work();
 }
 
 void MainLoopClock::callAfter(double seconds, std::function<void()> work) {
     const auto delay = std::chrono::duration<double>(std::max(seconds, 0.0));
     const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(delay);
     // A timer of our own, because the work of QTimer::singleShot outlives its context.
-    auto *timer = new QTimer(&m_context);
+    auto *timer = new QTimer(&m_receiver);
     timer->setSingleShot(true);
     timer->setTimerType(Qt::PreciseTimer);
     QObject::connect(timer, &QTimer::timeout, timer, [timer, work = std::move(work)] {

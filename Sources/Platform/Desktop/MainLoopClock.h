@@ -4,6 +4,9 @@
 
 #include <QObject>
 
+#include <deque>
+#include <mutex>
+
 /// Real time and the event loop of the thread that made it.
 class MainLoopClock final : public Clock {
 public:
@@ -13,5 +16,22 @@ public:
     void block(double seconds) override;
 
 private:
-    QObject m_context;
+    /// Gets an event for each piece of posted work.
+    class Receiver : public QObject {
+    public:
+        explicit Receiver(MainLoopClock &clock)
+            : m_clock(clock) { }
+        bool event(QEvent *event) override;
+
+    private:
+        MainLoopClock &m_clock;
+    };
+
+    void runPosted();
+
+    std::mutex m_mutex;
+    /// Not left to the events: under a lock of the program's own, the thread sanitizer sees that the work is
+    /// handed from thread to thread in order.
+    std::deque<std::function<void()>> m_posted;
+    Receiver m_receiver { *this };
 };
