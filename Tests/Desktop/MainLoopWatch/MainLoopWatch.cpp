@@ -8,12 +8,16 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <fstream>
 #include <mutex>
+#include <string>
 #include <thread>
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/mman.h>
+#include <time.h>
 #include <unistd.h>
 
 namespace {
@@ -32,25 +36,46 @@ MainLoopReport *sharedReport() {
 
 MainLoopReport *const report = sharedReport();
 
-/// Sends the main loop one event after the other and waits for each.
+/// Whether the main thread waits for something other than a processor.
+bool isMainThreadAsleep() {
+    std::ifstream file("/proc/self/stat");
+    std::string process;
+    std::string name;
+    char state = 0;
+    file >> process >> name >> state;
+    return state == 'S' || state == 'D';
+}
+
+milliseconds processorTime(clockid_t clock) {
+    timespec time {};
+    clock_gettime(clock, &time);
+    return milliseconds(int64_t(time.tv_sec) * 1000 + time.tv_nsec / 1000000);
+}
+
+/// Sends the main loop one event after the other and measures how long each takes to be handled: the time
+/// that the main thread sleeps or computes meanwhile. That other programs have the processors does not count.
 class Watch {
 public:
     Watch() {
         // Children are not looked at.
         unsetenv("LD_PRELOAD");
+        pthread_getcpuclockid(pthread_self(), &m_mainClock);
         std::thread([this] { run(); }).detach();
     }
 
 private:
     void run() {
-        for (;; std::this_thread::sleep_for(milliseconds(5))) {
+        for (;;) {
+            const auto before = steady_clock::now();
+            std::this_thread::sleep_for(milliseconds(5));
+            const auto step = std::chrono::duration_cast<milliseconds>(steady_clock::now() - before);
             const std::lock_guard lock(m_mutex);
             if (m_hasEnded)
                 return;
-            if (!m_isAwaited)
-                send();
+            if (m_isAwaited)
+                note(step);
             else
-                note();
+                send();
         }
     }
 
@@ -61,22 +86,27 @@ private:
         if (!std::exchange(m_isStarted, true))
             qAddPostRoutine(end);
         m_isAwaited = true;
-        m_sent = steady_clock::now();
+        m_asleep = milliseconds(0);
+        m_computedBefore = processorTime(m_mainClock);
         QMetaObject::invokeMethod(
             application, [this] { m_isAwaited = false; }, Qt::QueuedConnection);
     }
 
-    void note() {
-        const auto pause = std::chrono::duration_cast<milliseconds>(steady_clock::now() - m_sent).count();
-        report->longestPause = std::max<int64_t>(report->longestPause, pause);
+    void note(milliseconds step) {
+        if (isMainThreadAsleep())
+            m_asleep += step;
+        const milliseconds pause = m_asleep + processorTime(m_mainClock) - m_computedBefore;
+        report->longestPause = std::max<int64_t>(report->longestPause, pause.count());
     }
 
     static void end();
 
+    clockid_t m_mainClock {};
     std::mutex m_mutex;
     bool m_isStarted = false;
     bool m_hasEnded = false;
-    steady_clock::time_point m_sent;
+    milliseconds m_asleep { 0 };
+    milliseconds m_computedBefore { 0 };
     std::atomic<bool> m_isAwaited = false;
 };
 
