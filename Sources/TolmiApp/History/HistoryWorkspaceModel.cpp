@@ -15,6 +15,7 @@ using AudioState = HistoryEntryDetail::AudioState;
 
 namespace {
 constexpr double minute = 60;
+constexpr double undoSeconds = 10;
 /// Entries that are made ready for the search in one turn of the main loop, a few milliseconds of work.
 constexpr int preparedAtOnce = 500;
 
@@ -47,6 +48,7 @@ HistoryWorkspaceModel::HistoryWorkspaceModel(const Dependencies &dependencies,
     connect(&m_history, &TranscriptionHistory::entriesChanged, this, words);
     connect(&m_settings, &SettingsStore::uiLanguageChanged, this, words);
     connect(this, &HistoryWorkspaceModel::selectedIDsChanged, this, words);
+    connect(this, &HistoryWorkspaceModel::undoableCountChanged, this, words);
     const auto playback = &HistoryWorkspaceModel::playbackShown;
     connect(&m_audioPlayback, &HistoryAudioPlaybackController::playingEntryIDChanged, this, playback);
     connect(&m_audioPlayback, &HistoryAudioPlaybackController::isPlayingChanged, this, playback);
@@ -167,6 +169,15 @@ QString HistoryWorkspaceModel::selectedText() const {
     return L10n::selectedCount(selectedIDs().size(), m_settings.uiLanguage());
 }
 
+QString HistoryWorkspaceModel::undoText() const {
+    return m_texts.text(
+        L10n::Phrase::historyDeletedCount, m_settings.uiLanguage(), { QString::number(undoableCount()) });
+}
+
+QString HistoryWorkspaceModel::undoTitle() const {
+    return m_texts.text(L10n::Phrase::historyUndo, m_settings.uiLanguage());
+}
+
 QString HistoryWorkspaceModel::copyRawTitle() const {
     return L10n::copyTitle(text(Key::historyRaw), m_settings.uiLanguage());
 }
@@ -239,8 +250,41 @@ void HistoryWorkspaceModel::deleteFocusedEntry() {
     if (!detail().isPresent)
         return;
     const QUuid id = detail().entryID;
+    const QList<PlacedHistoryEntry> removed = m_history.placesOf(id);
+    if (selectedIDs().contains(id))
+        m_deletedTicks.insert(id);
     focusNeighbour();
     deleteEntry(id);
+    offerUndo(removed);
+}
+
+void HistoryWorkspaceModel::offerUndo(const QList<PlacedHistoryEntry> &removed) {
+    m_deletions += removed;
+    setUndoableCount(int(m_deletions.size()));
+    m_platform.clock.callAfter(undoSeconds, [self = QPointer(this), offer = ++m_undoOffers] {
+        if (self && self->m_undoOffers == offer)
+            self->forgetDeletions();
+    });
+}
+
+void HistoryWorkspaceModel::forgetDeletions() {
+    m_deletions.clear();
+    m_deletedTicks.clear();
+    setUndoableCount(0);
+}
+
+void HistoryWorkspaceModel::undoDeletion() {
+    if (!canUndo())
+        return;
+    const QList<PlacedHistoryEntry> removed = m_deletions;
+    const QSet<QUuid> ticks = selectedIDs() | m_deletedTicks;
+    forgetDeletions();
+    m_history.restore(removed);
+    setSelectedIDs(ticks);
+    m_rows.setTickedIDs(ticks);
+    // A search may have been begun meanwhile that hides it.
+    if (const QUuid &last = removed.constLast().entry.id; m_rows.rowOf(last) >= 0)
+        focusEntry(last);
 }
 
 void HistoryWorkspaceModel::focusNeighbour() {
@@ -263,6 +307,7 @@ void HistoryWorkspaceModel::askToClearAll() {
 
 void HistoryWorkspaceModel::clearAll() {
     setShowingClearAllConfirmation(false);
+    forgetDeletions();
     m_history.clear();
     setSelectedIDs({});
     m_rows.setTickedIDs({});

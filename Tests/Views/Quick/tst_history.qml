@@ -236,6 +236,63 @@ TestCase {
             verify(top >= 0 && top + row.height <= inside.height, expected);
         }
     }
+    function test_aDeletionIsUndone() {
+        open(entries);
+        const bar = findChild(view, "undoBar");
+        verify(!bar.visible);
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Delete);
+        verify(bar.visible);
+        compare(shownText("undoText"), "Deleted: 1");
+        compare(bar.Accessible.name, "Deleted: 1");
+        press("undo");
+        compare(titles(), ["Release notes.", "The meeting moves to ten.", "Notă pentru mine."]);
+        compare(user.model.focusedRow, 1);
+        verify(!bar.visible);
+        // The keyboard is back in the list.
+        keyClick(Qt.Key_Delete);
+        compare(titles().length, 2);
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
+        compare(titles().length, 3);
+    }
+    function test_undoIsReachedByTab() {
+        open([entries[0]]);
+        keyClick(Qt.Key_Delete);
+        compare(titles(), []);
+        keyClick(Qt.Key_Tab);
+        verify(findChild(view, "undo").activeFocus);
+        keyClick(Qt.Key_Return);
+        compare(titles(), ["The meeting moves to ten."]);
+        verify(!findChild(view, "undoBar").visible);
+        keyClick(Qt.Key_Space);
+        compare(user.model.selectedText, "1 selected");
+    }
+    function test_undoLeavesTheKeyboardInTheListWhenItGoes() {
+        open(entries);
+        keyClick(Qt.Key_Delete);
+        findChild(view, "undo").forceActiveFocus(Qt.TabFocusReason);
+        user.pass(10);
+        verify(!findChild(view, "undoBar").visible);
+        keyClick(Qt.Key_End);
+        compare(user.model.focusedRow, 1);
+    }
+    function test_undoTakesTheKeyboardFromNobodyElseWhenItGoes() {
+        open(entries);
+        keyClick(Qt.Key_Delete);
+        findChild(view, "undo").forceActiveFocus(Qt.TabFocusReason);
+        findChild(view, "search").forceActiveFocus(Qt.MouseFocusReason);
+        user.pass(10);
+        verify(!findChild(view, "undoBar").visible);
+        verify(findChild(view, "search").activeFocus);
+    }
+    function test_aDeletionByAButtonIsFinal() {
+        open(entries);
+        press("delete", rows()[2]);
+        verify(!findChild(view, "undoBar").visible);
+        press("tick", rows()[0]);
+        press("deleteSelected");
+        verify(!findChild(view, "undoBar").visible);
+    }
     function test_copyingAnEntryWithoutRefinedTextTakesTheRawOne() {
         open([{ raw: "only raw", refined: "" }]);
         keyClick(Qt.Key_C, Qt.ControlModifier);
@@ -351,6 +408,9 @@ TestCase {
         compare(findChild(findChild(view, "refined"), "copy").text, "Copiaza Rafinat");
         compare(shownText("language"), "Limba: EN");
         compare(rows()[1].relativeDate, "acum");
+        keyClick(Qt.Key_Delete);
+        compare(shownText("undoText"), "Sterse: 1");
+        compare(findChild(view, "undo").text, "Anuleaza");
     }
     function test_emptyLargeAndForeignTextsAreShown() {
         open([{ raw: "", refined: "" }, { raw: "only raw", refined: "", minutesAgo: 1 },
