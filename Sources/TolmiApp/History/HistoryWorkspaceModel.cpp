@@ -9,12 +9,16 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <cmath>
 
 using L10n::Key;
 using AudioState = HistoryEntryDetail::AudioState;
 
 namespace {
 constexpr double minute = 60;
+/// How often the workspace looks whether the minute is over: timers stand still while the machine sleeps, and
+/// the clock may be set.
+constexpr double tickSeconds = 5;
 constexpr double undoSeconds = 10;
 /// Entries that are made ready for the search in one turn of the main loop, a few milliseconds of work.
 constexpr int preparedAtOnce = 500;
@@ -57,7 +61,7 @@ HistoryWorkspaceModel::HistoryWorkspaceModel(const Dependencies &dependencies,
     m_rows.setEntries(m_history.entriesForDisplay());
     refreshWords();
     ensureFocusedEntryStillValid();
-    callAfter(minute, &HistoryWorkspaceModel::tickEveryMinute);
+    callAfter(tickSeconds, &HistoryWorkspaceModel::tick);
     callAfter(0, &HistoryWorkspaceModel::prepareSearchStepByStep);
 }
 
@@ -186,11 +190,14 @@ QString HistoryWorkspaceModel::copyRefinedTitle() const {
     return L10n::copyTitle(text(Key::historyRefined), m_settings.uiLanguage());
 }
 
-void HistoryWorkspaceModel::tickEveryMinute() {
-    m_rows.setNow(m_platform.clock.now());
-    // A recording may have gone in the meantime.
-    refreshDetail();
-    callAfter(minute, &HistoryWorkspaceModel::tickEveryMinute);
+void HistoryWorkspaceModel::tick() {
+    const Date now = m_platform.clock.now();
+    if (std::abs(now - m_rows.context().now) >= minute) {
+        m_rows.setNow(now);
+        // A recording may have gone in the meantime.
+        refreshDetail();
+    }
+    callAfter(tickSeconds, &HistoryWorkspaceModel::tick);
 }
 
 void HistoryWorkspaceModel::prepareSearchStepByStep() {

@@ -158,7 +158,7 @@ private:
     void exportEntries(QList<HistoryEntry> entries, const QString &suggestedName);
     void showExportError(const QString &message);
     void copyToClipboard(const QString &text);
-    void tickEveryMinute();
+    void tick();
     void prepareSearchStepByStep();
     /// Runs `work` after `seconds` if the workspace is still shown then.
     void callAfter(double seconds, void (HistoryWorkspaceModel::*work)());

@@ -512,6 +512,19 @@ TEST_F(HistoryWorkspaceModelTest, RelativeDatesMoveOnceAMinute) {
     EXPECT_EQ(relativeDate(), QStringLiteral("3 min. ago"));
 }
 
+TEST_F(HistoryWorkspaceModelTest, RelativeDatesAreRightAfterASleepAndAfterTheClockIsSet) {
+    openWith(1);
+    const auto relativeDate = [this] {
+        return m_model->rows()->data(m_model->rows()->index(0), HistoryRows::RelativeDateRole).toString();
+    };
+    m_user->clock.jump(3600);
+    m_user->clock.advance(5);
+    EXPECT_EQ(relativeDate(), QStringLiteral("1 hr. ago"));
+    m_user->clock.jump(-3000);
+    m_user->clock.advance(5);
+    EXPECT_EQ(relativeDate(), QStringLiteral("10 min. ago"));
+}
+
 TEST_F(HistoryWorkspaceModelTest, AWorkspaceThatHasGoneTicksNoMore) {
     openWith(1);
     m_tester = nullptr;
