@@ -23,6 +23,7 @@ public:
     int liveModels() const { return m_liveModels; }
     int quits() const { return m_quits; }
 
+    Q_INVOKABLE void tell(const QString &title, const QString &message) { m_model.tell(title, message); }
     Q_INVOKABLE void speakRomanian() { m_settings.store.setUiLanguage(AppLanguage::Romanian); }
 
 private:

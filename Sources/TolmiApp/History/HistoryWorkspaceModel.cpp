@@ -343,16 +343,19 @@ void HistoryWorkspaceModel::exportEntries(QList<HistoryEntry> entries, const QSt
         suggestedName + u'-' + stamp + QStringLiteral(".txt") };
     // The user may leave the workspace before choosing; the file is written nevertheless.
     m_platform.savePanel.run(request,
-        [self = QPointer(this), &settings = m_settings, &fileWriter = m_platform.fileWriter,
+        [self = QPointer(this), &settings = m_settings, texts = m_texts, platform = m_platform,
             entries = std::move(entries)](const std::optional<FileURL> &url) {
             if (!url)
                 return;
             const QString document = HistoryExportFormatter::format(entries, settings.uiLanguage());
             try {
-                fileWriter.write(*url, document.toUtf8(), FilePrivacy::AsUsual);
+                platform.fileWriter.write(*url, document.toUtf8(), FilePrivacy::AsUsual);
             } catch (const LocalizedError &error) {
                 if (self)
                     self->showExportError(error.errorDescription());
+                else
+                    platform.tellElsewhere(texts.text(Key::historyExportFailed, settings.uiLanguage()),
+                        error.errorDescription());
             }
         });
 }

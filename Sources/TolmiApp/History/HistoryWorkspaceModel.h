@@ -25,6 +25,8 @@ struct HistoryWorkspacePlatform {
     FileViewer &fileViewer;
     SavePanel &savePanel;
     const DateTexts &dates;
+    /// Tells the user of a failure, by title and message, once the workspace is not shown any more.
+    std::function<void(const QString &, const QString &)> tellElsewhere;
 };
 
 /// The workspace in which past dictations are searched, read, heard, copied, pinned, exported and deleted. It

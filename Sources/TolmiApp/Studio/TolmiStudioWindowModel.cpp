@@ -32,6 +32,12 @@ void TolmiStudioWindowModel::appear() {
         setIsShowingOnboarding(true);
 }
 
+void TolmiStudioWindowModel::tell(const QString &title, const QString &message) {
+    setNoticeTitle(title);
+    setNoticeMessage(message);
+    setShowingNotice(true);
+}
+
 QObject *TolmiStudioWindowModel::makeWorkspaceModel(const QString &name, QObject *owner) {
     const auto destination = caseOfRawValue<StudioDestination>(name);
     const auto factory = destination ? m_content.workspaces.find(*destination) : m_content.workspaces.end();

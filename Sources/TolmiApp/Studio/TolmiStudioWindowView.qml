@@ -121,6 +121,14 @@ FocusScope {
             }
         }
     }
+    StudioDialog {
+        objectName: "noticeDialog"
+        visible: studio.model.showingNotice
+        title: studio.model.noticeTitle
+        message: studio.model.noticeMessage
+        confirmText: studio.texts.commonOK
+        onClosed: studio.model.dismissNotice()
+    }
     Repeater {
         model: studio.model.destinations
 

@@ -746,13 +746,16 @@ TEST_F(HistoryExport, ThatFailsIsToldAndKeepsTheEntries) {
     EXPECT_EQ(shown(), QStringLiteral("0 1 2"));
     m_model->dismissExportError();
     EXPECT_FALSE(m_model->showingExportError());
+    EXPECT_TRUE(m_user->notices.isEmpty());
 }
 
-TEST_F(HistoryExport, ThatFailsAfterTheWorkspaceHasGoneIsQuiet) {
+TEST_F(HistoryExport, ThatFailsAfterTheWorkspaceHasGoneIsToldElsewhere) {
     m_user->writer.failures.push_back(SystemError::fromErrno(ENOSPC, chosen().path()));
     m_model->exportAllEntries();
     m_tester = nullptr;
     m_model = nullptr;
     ASSERT_TRUE(m_user->savePanel.answer(chosen()));
     EXPECT_TRUE(m_user->writer.writes.empty());
+    EXPECT_EQ(m_user->notices,
+        QStringList(QStringLiteral("Export failed: No space left on device: /home/user/history.txt")));
 }

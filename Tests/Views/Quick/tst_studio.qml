@@ -111,6 +111,19 @@ TestCase {
         compare(fixture.quits, 1);
     }
 
+    function test_keysOfANoticeAreItsOwn() {
+        fixture.tell("Export failed", "No space left on device");
+        const dialog = findChild(studio, "noticeDialog");
+        tryVerify(() => dialog.opened);
+        compare([dialog.title, dialog.message], ["Export failed", "No space left on device"]);
+        keyClick(Qt.Key_4, Qt.ControlModifier);
+        compare(selection(), "commandCenter");
+        keyClick(Qt.Key_Return);
+        tryVerify(() => !dialog.visible);
+        verify(!fixture.model.showingNotice);
+        keyClick(Qt.Key_4, Qt.ControlModifier);
+        compare(selection(), "history");
+    }
     function test_tabLeavesTheSidebarForTheWorkspace() {
         keyClick(Qt.Key_Down);
         keyClick(Qt.Key_Tab);
