@@ -425,6 +425,37 @@ TestCase {
         press("copy", raw);
         compare(user.clipboard().length, 100000);
     }
+    function test_theDetailIsScrolledByKeys() {
+        open([{ raw: "word ".repeat(3000), refined: "Word. ".repeat(3000) }]);
+        const page = findChild(view, "detailPage");
+        const end = page.contentHeight - page.height;
+        verify(end > 1000);
+        findChild(findChild(view, "raw"), "copy").forceActiveFocus(Qt.TabFocusReason);
+        compare(page.contentY, 0);
+        keyClick(Qt.Key_Down);
+        compare(page.contentY, 48);
+        keyClick(Qt.Key_Up);
+        keyClick(Qt.Key_Up);
+        compare(page.contentY, 0);
+        keyClick(Qt.Key_PageDown);
+        compare(page.contentY, page.height - 48);
+        keyClick(Qt.Key_End);
+        compare(page.contentY, end);
+        keyClick(Qt.Key_PageUp);
+        verify(page.contentY < end);
+        keyClick(Qt.Key_Home);
+        compare(page.contentY, 0);
+        // The text itself, where one selects, scrolls as well.
+        keyClick(Qt.Key_Tab);
+        keyClick(Qt.Key_Down);
+        compare(page.contentY, 48);
+        keyClick(Qt.Key_Tab);
+        const copy = findChild(findChild(view, "refined"), "copy");
+        verify(copy.activeFocus);
+        const top = copy.mapToItem(page, 0, 0).y;
+        verify(top >= 0 && top + copy.height <= page.height);
+        compare(user.model.focusedRow, 0);
+    }
     function test_aLongListMakesFewRows() {
         user.openMany(5000);
         view = createTemporaryObject(workspace, test);
