@@ -111,6 +111,30 @@ TestCase {
         compare(fixture.quits, 1);
     }
 
+    function test_keysWorkUnderTheWizard() {
+        fixture.model.isShowingOnboarding = true;
+        const wizards = () => findAll(studio.Window.contentItem, item => item.objectName === "standIn");
+        tryVerify(() => wizards().length === 2);
+        tryVerify(() => !studio.activeFocus);
+        keyClick(Qt.Key_4, Qt.ControlModifier);
+        compare(selection(), "history");
+        keyClick(Qt.Key_Comma, Qt.ControlModifier);
+        compare(selection(), "settings");
+        verify(!studio.activeFocus);
+        keyClick(Qt.Key_Q, Qt.ControlModifier);
+        compare(fixture.quits, 1);
+        fixture.model.isShowingOnboarding = false;
+    }
+    function test_theWizardKeepsTheKeyboardWhileTheWindowIsHidden() {
+        fixture.model.isShowingOnboarding = true;
+        tryVerify(() => !studio.activeFocus);
+        studio.hasWorkspace = false;
+        verify(!studio.activeFocus);
+        studio.hasWorkspace = true;
+        verify(!studio.activeFocus);
+        fixture.model.isShowingOnboarding = false;
+        tryVerify(() => row("Command Center").activeFocus);
+    }
     function test_keysOfANoticeAreItsOwn() {
         fixture.tell("Export failed", "No space left on device");
         const dialog = findChild(studio, "noticeDialog");
