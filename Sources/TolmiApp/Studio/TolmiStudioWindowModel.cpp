@@ -26,6 +26,7 @@ QVariantList TolmiStudioWindowModel::destinations() {
 }
 
 void TolmiStudioWindowModel::appear() {
+    setOffersToQuit(!m_content.hasStatusItem());
     if (std::exchange(m_hasEvaluatedOnboardingOnLaunch, true))
         return;
     if (m_settings.shouldShowOnboardingReminder())

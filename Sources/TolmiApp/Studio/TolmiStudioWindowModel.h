@@ -29,6 +29,8 @@ class TolmiStudioWindowModel final : public ObservableObject {
     TOLMI_PUBLISHED_READONLY(bool, showingNotice, setShowingNotice)
     TOLMI_PUBLISHED_READONLY(QString, noticeTitle, setNoticeTitle)
     TOLMI_PUBLISHED_READONLY(QString, noticeMessage, setNoticeMessage)
+    /// Whether the window offers to end the program, which is otherwise done at the status item.
+    TOLMI_PUBLISHED_READONLY(bool, offersToQuit, setOffersToQuit)
     /// The name of the workspace that is shown; an empty or unknown one is not taken.
     Q_PROPERTY(QString selection READ selection WRITE setSelection NOTIFY selectionChanged)
     /// The workspaces in their order, each with `name`, `titleKey` (of its text) and `symbol`.
@@ -42,6 +44,8 @@ public:
         StudioWorkspaces workspaces {};
         /// None presents no wizard.
         StudioModelFactory onboarding {};
+        /// Whether the desktop shows the status item.
+        std::function<bool()> hasStatusItem = [] { return true; };
         /// Ends the program.
         std::function<void()> quit {};
     };

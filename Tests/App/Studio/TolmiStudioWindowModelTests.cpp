@@ -157,6 +157,20 @@ TEST_F(TolmiStudioWindowModelTest, ANoticeStaysUntilItIsRead) {
     EXPECT_FALSE(model.showingNotice());
 }
 
+TEST_F(TolmiStudioWindowModelTest, OffersToQuitWhereNothingElseDoes) {
+    bool hasTray = true;
+    TolmiStudioWindowModel window(
+        settings.store, router, { .hasStatusItem = [&hasTray] { return hasTray; } });
+    window.appear();
+    EXPECT_FALSE(window.offersToQuit());
+    hasTray = false;
+    window.appear();
+    EXPECT_TRUE(window.offersToQuit());
+    hasTray = true;
+    window.appear();
+    EXPECT_FALSE(window.offersToQuit());
+}
+
 TEST_F(TolmiStudioWindowModelTest, Quits) {
     model.quit();
     EXPECT_EQ(quits, 1);

@@ -148,6 +148,27 @@ TestCase {
         keyClick(Qt.Key_4, Qt.ControlModifier);
         compare(selection(), "history");
     }
+    function test_withoutATrayTheProgramEndsInTheSidebar() {
+        verify(!findChild(studio, "quit"));
+        fixture.setTray(false);
+        fixture.model.isShowingOnboarding = false;
+        tryVerify(() => studio.activeFocus);
+        const quit = findChild(studio, "quit");
+        verify(quit.visible);
+        compare(quit.text, "Quit Tolmi");
+        compare(quit.Accessible.role, Accessible.Button);
+        row("Command Center").forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Tab);
+        verify(quit.activeFocus);
+        keyClick(Qt.Key_Down);
+        compare(selection(), "commandCenter");
+        keyClick(Qt.Key_Return);
+        compare(fixture.quits, 1);
+        mouseClick(quit);
+        compare(fixture.quits, 2);
+        fixture.setTray(true);
+        tryVerify(() => !findChild(studio, "quit"));
+    }
     function test_tabLeavesTheSidebarForTheWorkspace() {
         keyClick(Qt.Key_Down);
         keyClick(Qt.Key_Tab);
