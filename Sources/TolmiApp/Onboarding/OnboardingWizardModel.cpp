@@ -196,6 +196,9 @@ void OnboardingWizardModel::removeAvatar() {
 }
 
 void OnboardingWizardModel::showAvatarError(L10n::Key key) {
+    // A new picture takes the place of the one before, which is gone even if nothing comes of it.
+    refreshCustomAvatar();
+    m_profile.refreshPicture();
     setAvatarErrorMessage(text(key));
 }
 
