@@ -38,6 +38,7 @@ struct Popup {
 struct Interface::Parts {
     explicit Parts(Program given);
 
+    TolmiStudioWindowModel::Content studioContent();
     StatusItemController::Actions statusActions();
     MenuBarPopupModel::Actions popupActions();
     std::function<void()> opening(StudioDestination destination);
@@ -48,7 +49,7 @@ struct Interface::Parts {
     const Program program;
     Workspaces workspaces { program };
     StudioRouter router { program.adapters.application };
-    TolmiStudioWindowModel studioModel { program.flow->settings(), router, workspaces.content() };
+    TolmiStudioWindowModel studioModel { program.flow->settings(), router, studioContent() };
     QuickStudioWindow studio { studioModel, program.flow->settings(), program.adapters.look };
     std::unique_ptr<Popup> popup;
     QtStatusItem statusItem { QApplication::windowIcon() };
@@ -60,6 +61,12 @@ Interface::Parts::Parts(Program given)
     QObject::connect(&program.updater, &AppUpdater::canCheckForUpdatesChanged, &status,
         [this] { tellWhetherUpdatesCanBeChecked(); });
     tellWhetherUpdatesCanBeChecked();
+}
+
+TolmiStudioWindowModel::Content Interface::Parts::studioContent() {
+    TolmiStudioWindowModel::Content content = workspaces.content();
+    content.hasStatusItem = [this] { return statusItem.availability().isAvailable(); };
+    return content;
 }
 
 std::function<void()> Interface::Parts::opening(StudioDestination destination) {

@@ -74,7 +74,8 @@ std::unique_ptr<QObject> Workspaces::history(TolmiStudioWindowModel &studio) {
         HistoryWorkspaceModel::Dependencies {
             *m_program.history, m_program.flow->settings(), studio.historySelection() },
         HistoryWorkspacePlatform { adapters.clock, adapters.fileManager, adapters.fileWriter,
-            adapters.pasteboard, adapters.audioPlayers, adapters.fileViewer, adapters.savePanel, m_dates },
+            adapters.pasteboard, adapters.audioPlayers, adapters.fileViewer, adapters.savePanel, m_dates,
+            [&studio](const QString &title, const QString &message) { studio.tell(title, message); } },
         PlatformTexts::forLinux());
 }
 

@@ -118,3 +118,17 @@ TEST_F(HistoryClicks, DeletedEntryIsGoneFromTheFile) {
     EXPECT_EQ(historyEntries().size(), 3);
     EXPECT_TRUE(isShown(build));
 }
+
+TEST_F(HistoryClicks, UndoBringsBackWhatTheDeleteKeyTook) {
+    open();
+    choose(heard);
+    const QJsonArray before = historyEntries();
+    m_user.type("Delete");
+    ASSERT_TRUE(untilTrue([this] { return stored(heard).isEmpty(); }));
+    EXPECT_TRUE(untilTrue([this] { return !isShown(heard); }));
+    clickButton("Undo");
+    EXPECT_TRUE(untilTrue([this] { return isShown(heard); }));
+    EXPECT_TRUE(untilTrue([&before] { return historyEntries() == before; }));
+    control("push button", "Play");
+    EXPECT_TRUE(untilTrue([this] { return !isShown("push button", "Undo"); }));
+}

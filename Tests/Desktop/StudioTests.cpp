@@ -114,6 +114,29 @@ TEST_F(Studio, ShortcutsReachTheWorkspacesAndTheEnd) {
     EXPECT_TRUE(untilTrue([this] { return !m_program.isRunning(); }));
 }
 
+TEST_F(Studio, ComesBackMaximised) {
+    const auto isMaximised = [] {
+        return answerOf(QStringLiteral("bash"),
+            { QStringLiteral("-c"), QStringLiteral("xprop -id $(xdotool getactivewindow) _NET_WM_STATE") })
+            .contains(QStringLiteral("MAXIMIZED_VERT"));
+    };
+    start({});
+    ASSERT_TRUE(untilTrue([] { return hasKeyboard(); }));
+    answerOf(QStringLiteral("wmctrl"),
+        { QStringLiteral("-r"), QStringLiteral(":ACTIVE:"), QStringLiteral("-b"),
+            QStringLiteral("add,maximized_vert,maximized_horz") });
+    ASSERT_TRUE(untilTrue(isMaximised));
+    ASSERT_TRUE(untilTrue([this] {
+        m_user.typeWithControl("w");
+        return !isThere();
+    }));
+    RunningProgram second;
+    EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM), {}));
+    ASSERT_TRUE(untilTrue([] { return hasKeyboard(); }));
+    EXPECT_TRUE(isMaximised());
+    EXPECT_GT(width(), 1800);
+}
+
 TEST_F(Studio, FloatingSignIsSeenBesideIt) {
     start({});
     ASSERT_TRUE(goesToTheHistory());

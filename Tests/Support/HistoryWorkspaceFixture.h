@@ -48,8 +48,12 @@ struct HistoryWorkspaceFixture {
     DateTexts dates { { QStringLiteral("UTC"), false } };
     TranscriptionHistory history;
     HistorySelection selection;
+    /// What the user was told elsewhere, "TITLE: MESSAGE".
+    QStringList notices;
     HistoryWorkspacePlatform platform { clock, files, writer, pasteboard, players, fileViewer, savePanel,
-        dates };
+        dates, [this](const QString &title, const QString &message) {
+            notices.append(title + QStringLiteral(": ") + message);
+        } };
 
 private:
     FileManager &withHistory(const QList<HistoryEntry> &entries) {

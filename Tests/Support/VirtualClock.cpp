@@ -49,6 +49,12 @@ void VirtualClock::advance(double seconds) {
     m_now.secondsSinceReferenceDate = std::max(m_now.secondsSinceReferenceDate, end);
 }
 
+void VirtualClock::jump(double seconds) {
+    shift(seconds);
+    for (auto &[due, work] : std::exchange(m_calls, {}))
+        m_calls.emplace(due + seconds, std::move(work));
+}
+
 void VirtualClock::forgetPending() {
     // Calls are taken out first: what an abandoned task releases may still ask this clock for something.
     while (takePosted() || !m_calls.empty())

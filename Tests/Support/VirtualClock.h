@@ -32,6 +32,10 @@ public:
     /// Moves the time without running anything.
     void shift(double seconds) { m_now = m_now + seconds; }
 
+    /// Moves the wall clock alone, as a sleep of the machine or a user who sets it does: what is to come
+    /// stays as far away as it was.
+    void jump(double seconds);
+
     /// Drops everything that is still to come, as the end of the clock does.
     void forgetPending();
 

@@ -56,6 +56,10 @@ void HistoryFixture::open(const QList<HistoryEntry> &entries) {
     Q_EMIT opened();
 }
 
+void HistoryFixture::pass(double seconds) {
+    m_user->clock.advance(seconds);
+}
+
 void HistoryFixture::setRomanian() {
     m_user->settings.store.setUiLanguage(AppLanguage::Romanian);
 }

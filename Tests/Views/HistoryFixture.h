@@ -24,6 +24,8 @@ public:
     /// The same with so many entries, named "Entry 0", "Entry 1" and so on.
     Q_INVOKABLE void openMany(int count);
 
+    /// Lets so many seconds pass.
+    Q_INVOKABLE void pass(double seconds);
     Q_INVOKABLE void setRomanian();
     Q_INVOKABLE void setVanished(const QString &recording);
     Q_INVOKABLE void setUnplayable();

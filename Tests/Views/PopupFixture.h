@@ -29,6 +29,7 @@ public:
     Q_INVOKABLE QString language() const { return m_flow.store.language(); }
     Q_INVOKABLE bool refinementEnabled() const { return m_flow.store.refinementEnabled(); }
     Q_INVOKABLE void setRefinementEnabled(bool isEnabled) { m_flow.store.setRefinementEnabled(isEnabled); }
+    Q_INVOKABLE void setName(const QString &name) { m_flow.store.setProfileDisplayName(name); }
     Q_INVOKABLE void setUpdatesPossible() { m_model.setCanCheckForUpdates(true); }
     /// How often the user was asked for the right to watch keys.
     Q_INVOKABLE int promptCount() const;

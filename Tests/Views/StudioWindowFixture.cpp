@@ -2,7 +2,10 @@
 
 StudioWindowFixture::StudioWindowFixture()
     : m_model(m_settings.store, m_router,
-        { .workspaces = workspaces(), .onboarding = counting(), .quit = [this] { ++m_quits; } }) {
+        { .workspaces = workspaces(),
+            .onboarding = counting(),
+            .hasStatusItem = [this] { return m_hasTray; },
+            .quit = [this] { ++m_quits; } }) {
     m_settings.store.setUiLanguage(AppLanguage::English);
 }
 

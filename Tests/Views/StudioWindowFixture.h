@@ -23,6 +23,11 @@ public:
     int liveModels() const { return m_liveModels; }
     int quits() const { return m_quits; }
 
+    Q_INVOKABLE void setTray(bool hasTray) {
+        m_hasTray = hasTray;
+        m_model.appear();
+    }
+    Q_INVOKABLE void tell(const QString &title, const QString &message) { m_model.tell(title, message); }
     Q_INVOKABLE void speakRomanian() { m_settings.store.setUiLanguage(AppLanguage::Romanian); }
 
 private:
@@ -35,6 +40,7 @@ private:
     StudioRouter m_router { m_application };
     int m_liveModels = 0;
     int m_quits = 0;
+    bool m_hasTray = true;
     TolmiStudioWindowModel m_model;
     ViewTexts m_texts { m_settings.store, PlatformTexts::forLinux() };
 };

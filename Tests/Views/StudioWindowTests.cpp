@@ -109,6 +109,14 @@ TEST_F(StudioWindowTest, GoesToTheWorkspaceThatIsChosenBeforeTheFirstFrame) {
     EXPECT_EQ(workspace->property("name"), QStringLiteral("templates"));
 }
 
+TEST_F(StudioWindowTest, AMaximisedOneComesBackMaximised) {
+    window.show();
+    window.view()->showMaximized();
+    window.view()->close();
+    window.show();
+    EXPECT_EQ(window.view()->windowState(), Qt::WindowMaximized);
+}
+
 TEST_F(StudioWindowTest, ShowingItAgainLeavesItAsItIs) {
     window.show();
     window.view()->resize(1300, 900);

@@ -1,6 +1,7 @@
 #include "TolmiApp/Updates/UpdateWindow.h"
 
 #include "Support/SettingsStoreFixture.h"
+#include "Support/UntilTrue.h"
 #include "TolmiApp/Updates/UpdateDialogModel.h"
 #include "Views/ViewsFixture.h"
 
@@ -66,6 +67,20 @@ TEST_F(UpdateWindowTest, TakesTheKeyboardOnlyWhenItWasAskedFor) {
     prompt.dismiss();
     prompt.showChecking();
     EXPECT_FALSE(isSilent());
+}
+
+TEST_F(UpdateWindowTest, ACheckThatIsAskedForBringsItToTheFront) {
+    const auto isInFront = [this] { return QGuiApplication::focusWindow() == window.view(); };
+    find();
+    QWindow other;
+    other.show();
+    other.requestActivate();
+    ASSERT_TRUE(untilTrue([&] { return QGuiApplication::focusWindow() == &other; }));
+    prompt.showUpToDate();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(isInFront());
+    prompt.showChecking();
+    EXPECT_TRUE(untilTrue(isInFront));
 }
 
 TEST_F(UpdateWindowTest, ClosingItIsAnAnswer) {

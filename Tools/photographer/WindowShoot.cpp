@@ -171,6 +171,10 @@ QStringList WindowShoot::shootChoices(const Stage &stage) {
     missing += saveStudio(stage, QStringLiteral("studio-history-question"));
     stage.user.type("Escape");
     pause(settling);
+    missing += click(stage, "list item", longestExample(m_look));
+    stage.user.type("Delete");
+    missing += saveStudio(stage, QStringLiteral("studio-history-undo"));
+    stage.user.typeWithControl("z");
     return missing;
 }
 

@@ -1,8 +1,7 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tolmi
 
-/// Everything about the focused entry.
+/// Everything about the focused entry. The arrow keys scroll it.
 GlassPanel {
     id: panel
 
@@ -24,23 +23,31 @@ GlassPanel {
         text: panel.texts.historySelectToInspect
         color: TolmiPalette.secondaryText
     }
-    Flickable {
+    ScrollPage {
         id: scroll
 
+        objectName: "detailPage"
         anchors.fill: parent
+        padding: 17
         visible: panel.model.detail.isPresent
-        contentWidth: width
-        contentHeight: column.height + 34
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        T.ScrollBar.vertical: StudioScrollBar { }
+        // From whatever in the pane has the keyboard and has no use for these keys itself.
+        Keys.onPressed: event => {
+            const line = 48;
+            const distance = ({
+                [Qt.Key_Up]: -line, [Qt.Key_Down]: line,
+                [Qt.Key_PageUp]: line - height, [Qt.Key_PageDown]: height - line,
+                [Qt.Key_Home]: -contentHeight, [Qt.Key_End]: contentHeight
+            })[event.key];
+            if (distance === undefined)
+                return;
+            scrollBy(distance);
+            event.accepted = true;
+        }
 
         Column {
             id: column
 
-            x: 17
-            y: 17
-            width: scroll.width - 34
+            width: parent.width
             spacing: Metrics.cardGap
 
             Column {

@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Tolmi
 
 /// The entries that the search leaves, the pinned ones first, or what to do while there are none. The arrow keys move the
-/// focus, the space bar ticks, the delete key deletes.
+/// focus, the space bar ticks, the delete key deletes, which a bar below offers to undo.
 FocusScope {
     id: control
 
@@ -39,11 +39,18 @@ FocusScope {
         model.deleteFocusedEntry();
         showFocus();
     }
+    function undo() {
+        takeKeyboard(Qt.TabFocusReason);
+        isPointedAt = false;
+        model.undoDeletion();
+        showFocus();
+    }
 
     Item {
         id: place
 
-        anchors.fill: parent
+        width: parent.width
+        height: parent.height - (undoBar.visible ? undoBar.height + Metrics.listGap : 0)
         focus: true
         activeFocusOnTab: true
         onActiveFocusChanged: control.isPointedAt = false
@@ -149,6 +156,49 @@ FocusScope {
                 text: control.model.hasEntries ? control.texts.historyNoResultsHint
                                                : control.texts.historyNoTranscriptionsHint
             }
+        }
+    }
+    Item {
+        id: undoBar
+
+        objectName: "undoBar"
+        y: parent.height - height
+        width: parent.width
+        height: 44
+        visible: control.model.canUndo
+        // Whoever had the keyboard in the bar has it in the list, unless it has been taken elsewhere since.
+        onVisibleChanged: {
+            if (!visible && undo.focus)
+                place.focus = true;
+        }
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: control.model.undoText
+
+        Plate {
+            anchors.fill: parent
+            radius: Metrics.listRowRadius
+            material: TolmiPalette.material
+            fill: TolmiPalette.panelFill
+            border: TolmiPalette.chipStroke
+        }
+        StudioText {
+            objectName: "undoText"
+            anchors.verticalCenter: parent.verticalCenter
+            x: 16
+            width: undo.x - x - Metrics.besideGap
+            text: control.model.undoText
+            Accessible.ignored: true
+        }
+        StudioButton {
+            id: undo
+
+            objectName: "undo"
+            anchors.verticalCenter: parent.verticalCenter
+            x: parent.width - width - 8
+            isSmall: true
+            tone: StudioButton.Muted
+            text: control.model.undoTitle
+            onClicked: control.undo()
         }
     }
 }

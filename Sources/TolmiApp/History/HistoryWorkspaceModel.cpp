@@ -9,12 +9,17 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <cmath>
 
 using L10n::Key;
 using AudioState = HistoryEntryDetail::AudioState;
 
 namespace {
 constexpr double minute = 60;
+/// How often the workspace looks whether the minute is over: timers stand still while the machine sleeps, and
+/// the clock may be set.
+constexpr double tickSeconds = 5;
+constexpr double undoSeconds = 10;
 /// Entries that are made ready for the search in one turn of the main loop, a few milliseconds of work.
 constexpr int preparedAtOnce = 500;
 
@@ -47,6 +52,7 @@ HistoryWorkspaceModel::HistoryWorkspaceModel(const Dependencies &dependencies,
     connect(&m_history, &TranscriptionHistory::entriesChanged, this, words);
     connect(&m_settings, &SettingsStore::uiLanguageChanged, this, words);
     connect(this, &HistoryWorkspaceModel::selectedIDsChanged, this, words);
+    connect(this, &HistoryWorkspaceModel::undoableCountChanged, this, words);
     const auto playback = &HistoryWorkspaceModel::playbackShown;
     connect(&m_audioPlayback, &HistoryAudioPlaybackController::playingEntryIDChanged, this, playback);
     connect(&m_audioPlayback, &HistoryAudioPlaybackController::isPlayingChanged, this, playback);
@@ -55,7 +61,7 @@ HistoryWorkspaceModel::HistoryWorkspaceModel(const Dependencies &dependencies,
     m_rows.setEntries(m_history.entriesForDisplay());
     refreshWords();
     ensureFocusedEntryStillValid();
-    callAfter(minute, &HistoryWorkspaceModel::tickEveryMinute);
+    callAfter(tickSeconds, &HistoryWorkspaceModel::tick);
     callAfter(0, &HistoryWorkspaceModel::prepareSearchStepByStep);
 }
 
@@ -167,6 +173,15 @@ QString HistoryWorkspaceModel::selectedText() const {
     return L10n::selectedCount(selectedIDs().size(), m_settings.uiLanguage());
 }
 
+QString HistoryWorkspaceModel::undoText() const {
+    return m_texts.text(
+        L10n::Phrase::historyDeletedCount, m_settings.uiLanguage(), { QString::number(undoableCount()) });
+}
+
+QString HistoryWorkspaceModel::undoTitle() const {
+    return m_texts.text(L10n::Phrase::historyUndo, m_settings.uiLanguage());
+}
+
 QString HistoryWorkspaceModel::copyRawTitle() const {
     return L10n::copyTitle(text(Key::historyRaw), m_settings.uiLanguage());
 }
@@ -175,11 +190,14 @@ QString HistoryWorkspaceModel::copyRefinedTitle() const {
     return L10n::copyTitle(text(Key::historyRefined), m_settings.uiLanguage());
 }
 
-void HistoryWorkspaceModel::tickEveryMinute() {
-    m_rows.setNow(m_platform.clock.now());
-    // A recording may have gone in the meantime.
-    refreshDetail();
-    callAfter(minute, &HistoryWorkspaceModel::tickEveryMinute);
+void HistoryWorkspaceModel::tick() {
+    const Date now = m_platform.clock.now();
+    if (std::abs(now - m_rows.context().now) >= minute) {
+        m_rows.setNow(now);
+        // A recording may have gone in the meantime.
+        refreshDetail();
+    }
+    callAfter(tickSeconds, &HistoryWorkspaceModel::tick);
 }
 
 void HistoryWorkspaceModel::prepareSearchStepByStep() {
@@ -239,8 +257,41 @@ void HistoryWorkspaceModel::deleteFocusedEntry() {
     if (!detail().isPresent)
         return;
     const QUuid id = detail().entryID;
+    const QList<PlacedHistoryEntry> removed = m_history.placesOf(id);
+    if (selectedIDs().contains(id))
+        m_deletedTicks.insert(id);
     focusNeighbour();
     deleteEntry(id);
+    offerUndo(removed);
+}
+
+void HistoryWorkspaceModel::offerUndo(const QList<PlacedHistoryEntry> &removed) {
+    m_deletions += removed;
+    setUndoableCount(int(m_deletions.size()));
+    m_platform.clock.callAfter(undoSeconds, [self = QPointer(this), offer = ++m_undoOffers] {
+        if (self && self->m_undoOffers == offer)
+            self->forgetDeletions();
+    });
+}
+
+void HistoryWorkspaceModel::forgetDeletions() {
+    m_deletions.clear();
+    m_deletedTicks.clear();
+    setUndoableCount(0);
+}
+
+void HistoryWorkspaceModel::undoDeletion() {
+    if (!canUndo())
+        return;
+    const QList<PlacedHistoryEntry> removed = m_deletions;
+    const QSet<QUuid> ticks = selectedIDs() | m_deletedTicks;
+    forgetDeletions();
+    m_history.restore(removed);
+    setSelectedIDs(ticks);
+    m_rows.setTickedIDs(ticks);
+    // A search may have been begun meanwhile that hides it.
+    if (const QUuid &last = removed.constLast().entry.id; m_rows.rowOf(last) >= 0)
+        focusEntry(last);
 }
 
 void HistoryWorkspaceModel::focusNeighbour() {
@@ -263,6 +314,7 @@ void HistoryWorkspaceModel::askToClearAll() {
 
 void HistoryWorkspaceModel::clearAll() {
     setShowingClearAllConfirmation(false);
+    forgetDeletions();
     m_history.clear();
     setSelectedIDs({});
     m_rows.setTickedIDs({});
@@ -291,16 +343,19 @@ void HistoryWorkspaceModel::exportEntries(QList<HistoryEntry> entries, const QSt
         suggestedName + u'-' + stamp + QStringLiteral(".txt") };
     // The user may leave the workspace before choosing; the file is written nevertheless.
     m_platform.savePanel.run(request,
-        [self = QPointer(this), &settings = m_settings, &fileWriter = m_platform.fileWriter,
+        [self = QPointer(this), &settings = m_settings, texts = m_texts, platform = m_platform,
             entries = std::move(entries)](const std::optional<FileURL> &url) {
             if (!url)
                 return;
             const QString document = HistoryExportFormatter::format(entries, settings.uiLanguage());
             try {
-                fileWriter.write(*url, document.toUtf8(), FilePrivacy::AsUsual);
+                platform.fileWriter.write(*url, document.toUtf8(), FilePrivacy::AsUsual);
             } catch (const LocalizedError &error) {
                 if (self)
                     self->showExportError(error.errorDescription());
+                else
+                    platform.tellElsewhere(texts.text(Key::historyExportFailed, settings.uiLanguage()),
+                        error.errorDescription());
             }
         });
 }

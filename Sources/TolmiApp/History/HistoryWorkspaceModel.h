@@ -25,6 +25,8 @@ struct HistoryWorkspacePlatform {
     FileViewer &fileViewer;
     SavePanel &savePanel;
     const DateTexts &dates;
+    /// Tells the user of a failure, by title and message, once the workspace is not shown any more.
+    std::function<void(const QString &, const QString &)> tellElsewhere;
 };
 
 /// The workspace in which past dictations are searched, read, heard, copied, pinned, exported and deleted. It
@@ -46,6 +48,8 @@ class HistoryWorkspaceModel final : public ObservableObject {
     /// The notice that a recording is not heard, and what to do about it.
     TOLMI_PUBLISHED_READONLY(bool, showingAudioError, setShowingAudioError)
     TOLMI_PUBLISHED_READONLY(QString, audioErrorMessage, setAudioErrorMessage)
+    /// How many entries the delete key has taken away that can still be brought back.
+    TOLMI_PUBLISHED_READONLY(int, undoableCount, setUndoableCount)
     /// The row of the focused entry; -1 when nothing is shown.
     TOLMI_PUBLISHED_READONLY(int, focusedRow, setFocusedRow)
     /// The focused entry.
@@ -58,6 +62,9 @@ class HistoryWorkspaceModel final : public ObservableObject {
     Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectedIDsChanged)
     Q_PROPERTY(QString countText READ countText NOTIFY wordsChanged)
     Q_PROPERTY(QString selectedText READ selectedText NOTIFY wordsChanged)
+    Q_PROPERTY(bool canUndo READ canUndo NOTIFY undoableCountChanged)
+    Q_PROPERTY(QString undoText READ undoText NOTIFY wordsChanged)
+    Q_PROPERTY(QString undoTitle READ undoTitle NOTIFY wordsChanged)
     Q_PROPERTY(QString copyRawTitle READ copyRawTitle NOTIFY wordsChanged)
     Q_PROPERTY(QString copyRefinedTitle READ copyRefinedTitle NOTIFY wordsChanged)
     /// What the button beside the recording of the focused entry does.
@@ -85,6 +92,9 @@ public:
     bool hasSelection() const { return !selectedIDs().isEmpty(); }
     QString countText() const;
     QString selectedText() const;
+    bool canUndo() const { return undoableCount() > 0; }
+    QString undoText() const;
+    QString undoTitle() const;
     QString copyRawTitle() const;
     QString copyRefinedTitle() const;
     bool isFocusedEntryPlaying() const;
@@ -99,8 +109,10 @@ public:
 
     Q_INVOKABLE void togglePin(const QUuid &id);
     Q_INVOKABLE void deleteEntry(const QUuid &id);
-    /// What the delete key does: it goes to the neighbouring entry.
+    /// What the delete key does: it goes to the neighbouring entry, and can be undone for ten seconds.
     Q_INVOKABLE void deleteFocusedEntry();
+    /// Brings back what the delete key has taken away and can still be undone, ticks included.
+    Q_INVOKABLE void undoDeletion();
     Q_INVOKABLE void deleteSelectedEntries();
 
     /// Asks before everything is deleted; one of the other two answers.
@@ -138,6 +150,8 @@ private:
     void ensureFocusedEntryStillValid();
     void focusFirst();
     void focusNeighbour();
+    void offerUndo(const QList<PlacedHistoryEntry> &removed);
+    void forgetDeletions();
     void refreshFocus();
     void refreshDetail();
     void refreshWords();
@@ -146,7 +160,7 @@ private:
     void exportEntries(QList<HistoryEntry> entries, const QString &suggestedName);
     void showExportError(const QString &message);
     void copyToClipboard(const QString &text);
-    void tickEveryMinute();
+    void tick();
     void prepareSearchStepByStep();
     /// Runs `work` after `seconds` if the workspace is still shown then.
     void callAfter(double seconds, void (HistoryWorkspaceModel::*work)());
@@ -162,4 +176,9 @@ private:
     HistoryRows m_rows;
     /// Ids of the history's entries in its order, by which a changed list is told from a changed entry.
     QList<QUuid> m_entryIDs;
+    /// What the delete key has taken away, and what of it was ticked.
+    QList<PlacedHistoryEntry> m_deletions;
+    QSet<QUuid> m_deletedTicks;
+    /// Tells the last offer to undo from those before it, which it extends.
+    int m_undoOffers = 0;
 };

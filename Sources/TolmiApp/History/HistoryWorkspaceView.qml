@@ -24,6 +24,11 @@ Item {
         sequences: [StandardKey.Copy]
         onActivated: view.model.copyFocusedText()
     }
+    Shortcut {
+        sequences: [StandardKey.Undo]
+        enabled: view.model.canUndo
+        onActivated: list.undo()
+    }
     StudioText {
         x: Metrics.workspacePadding
         y: 20

@@ -26,6 +26,17 @@ QList<HistoryEntry> sortedForDisplay(QList<HistoryEntry> entries) {
     std::stable_sort(entries.begin(), entries.end(), displaySort);
     return entries;
 }
+
+QList<HistoryEntry>::const_iterator placeIn(
+    const QList<HistoryEntry> &entries, const PlacedHistoryEntry &place) {
+    const auto isBehind = [&place](const HistoryEntry &other) { return other.id == place.idBehind; };
+    const auto isOlder
+        = [&place](const HistoryEntry &other) { return other.timestamp < place.entry.timestamp; };
+    const auto behind = std::find_if(entries.cbegin(), entries.cend(), isBehind);
+    return behind != entries.cend() || !place.idBehind
+        ? behind
+        : std::find_if(entries.cbegin(), entries.cend(), isOlder);
+}
 } // namespace
 
 /// The newest content of the file, until its write begins. What a slow disk has not taken by then is left
@@ -125,6 +136,28 @@ void TranscriptionHistory::deleteEntries(const QSet<QUuid> &ids) {
     });
     if (isChanged)
         saveAnew();
+}
+
+QList<PlacedHistoryEntry> TranscriptionHistory::placesOf(const QUuid &id) const {
+    QList<PlacedHistoryEntry> places;
+    for (qsizetype index = 0; index < m_entries.size(); ++index) {
+        if (m_entries[index].id != id)
+            continue;
+        const bool isLast = index == m_entries.size() - 1;
+        places.append({ m_entries[index], isLast ? std::nullopt : std::optional(m_entries[index + 1].id) });
+    }
+    return places;
+}
+
+void TranscriptionHistory::restore(const QList<PlacedHistoryEntry> &removed) {
+    if (removed.isEmpty())
+        return;
+    changeEntries([&removed](QList<HistoryEntry> &entries) {
+        for (auto place = removed.crbegin(); place != removed.crend(); ++place)
+            entries.insert(placeIn(entries, *place), place->entry);
+        return true;
+    });
+    saveAnew();
 }
 
 void TranscriptionHistory::clear() {

@@ -16,6 +16,12 @@
 #include <memory>
 #include <optional>
 
+/// An entry and its place, told by the entry right behind it; none behind the last one.
+struct PlacedHistoryEntry {
+    HistoryEntry entry;
+    std::optional<QUuid> idBehind;
+};
+
 /// Every finished dictation, in memory and in one private file that is rewritten at every change.
 ///
 /// Main thread only; the disk is left to a thread of its own, which puts every change there in order and may
@@ -58,6 +64,13 @@ public:
     /// Removes the entries with these ids; their recordings stay.
     void deleteEntry(const QUuid &id);
     void deleteEntries(const QSet<QUuid> &ids);
+
+    /// The entries with this id and their places, from front to back.
+    QList<PlacedHistoryEntry> placesOf(const QUuid &id) const;
+
+    /// Puts removed entries, in the order in which they were removed, back in their places. Where the entry
+    /// behind has gone too, the place is before the first that is older.
+    void restore(const QList<PlacedHistoryEntry> &removed);
 
     /// Removes all entries.
     void clear();

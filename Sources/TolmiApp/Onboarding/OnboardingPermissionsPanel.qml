@@ -23,6 +23,12 @@ FocusScope {
 
         width: parent.width
         height: Math.max(36, words.height)
+        Accessible.role: Accessible.ListItem
+        Accessible.name: panel.texts.labelled(title, isComplete ? panel.texts.healthGranted
+                                                                : panel.texts.healthAccessibilityMissing)
+        Accessible.description: problem
+        Accessible.checkable: true
+        Accessible.checked: isComplete
 
         Symbol {
             y: 9
@@ -42,6 +48,7 @@ FocusScope {
                 width: Math.min(Math.ceil(implicitWidth), parent.width)
                 role: Typography.strong
                 text: row.title
+                Accessible.ignored: true
             }
             StudioText {
                 width: parent.width
@@ -50,6 +57,7 @@ FocusScope {
                 color: TolmiPalette.secondaryText
                 wrapMode: Text.Wrap
                 visible: text !== ""
+                Accessible.ignored: true
             }
         }
         StudioButton {

@@ -8,6 +8,9 @@ Row {
     property var titles: []
     /// A symbol for each title.
     property var symbols: []
+    /// For each title whether its step is done, and how that is said.
+    property var done: []
+    property var nameOfDone: title => title
     property int currentIndex: 0
     readonly property real chipsWidth: {
         let sum = 0;
@@ -30,14 +33,18 @@ Row {
             required property string modelData
             required property int index
             readonly property real chipWidth: chip.width
+            readonly property bool isDone: progress.done[index] ?? false
 
             Item {
                 id: chip
 
                 width: label.x + label.width + 12
                 height: 30
-                Accessible.role: Accessible.StaticText
-                Accessible.name: step.modelData
+                Accessible.role: Accessible.ListItem
+                Accessible.name: step.isDone ? progress.nameOfDone(step.modelData) : step.modelData
+                Accessible.checkable: true
+                Accessible.checked: step.isDone
+                Accessible.selectable: true
                 Accessible.selected: step.index === progress.currentIndex
 
                 Plate {

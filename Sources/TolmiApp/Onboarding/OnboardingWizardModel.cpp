@@ -83,15 +83,23 @@ int OnboardingWizardModel::currentStepIndex() const {
 
 QStringList OnboardingWizardModel::stepSymbols() const {
     QStringList symbols;
-    const int current = currentStepIndex();
-    for (int index = 0; index < int(stepOrder.size()); ++index) {
-        if (index < current || (index == current && canAdvance()))
+    const QList<bool> done = stepsDone();
+    for (int index = 0; index < done.size(); ++index) {
+        if (done[index])
             symbols.append(QStringLiteral("checkmark.circle.fill"));
         else
-            symbols.append(
-                index == current ? QStringLiteral("circle.inset.filled") : QStringLiteral("circle"));
+            symbols.append(index == currentStepIndex() ? QStringLiteral("circle.inset.filled")
+                                                       : QStringLiteral("circle"));
     }
     return symbols;
+}
+
+QList<bool> OnboardingWizardModel::stepsDone() const {
+    QList<bool> done;
+    const int current = currentStepIndex();
+    for (int index = 0; index < int(stepOrder.size()); ++index)
+        done.append(index < current || (index == current && canAdvance()));
+    return done;
 }
 
 bool OnboardingWizardModel::canAdvance() const {
@@ -196,6 +204,9 @@ void OnboardingWizardModel::removeAvatar() {
 }
 
 void OnboardingWizardModel::showAvatarError(L10n::Key key) {
+    // A new picture takes the place of the one before, which is gone even if nothing comes of it.
+    refreshCustomAvatar();
+    m_profile.refreshPicture();
     setAvatarErrorMessage(text(key));
 }
 

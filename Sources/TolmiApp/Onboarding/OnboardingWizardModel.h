@@ -32,6 +32,8 @@ class OnboardingWizardModel final : public ObservableObject {
     Q_PROPERTY(int currentStepIndex READ currentStepIndex NOTIFY currentStepChanged)
     /// For each step the symbol that tells whether it is done, on screen or ahead.
     Q_PROPERTY(QStringList stepSymbols READ stepSymbols NOTIFY progressChanged)
+    /// For each step whether it is done.
+    Q_PROPERTY(QList<bool> stepsDone READ stepsDone NOTIFY progressChanged)
     /// Whether the step on screen is done.
     Q_PROPERTY(bool canAdvance READ canAdvance NOTIFY progressChanged)
     Q_PROPERTY(QString continueButtonTitle READ continueButtonTitle NOTIFY progressChanged)
@@ -85,6 +87,7 @@ public:
 
     int currentStepIndex() const;
     QStringList stepSymbols() const;
+    QList<bool> stepsDone() const;
     bool canAdvance() const;
     QString continueButtonTitle() const;
 

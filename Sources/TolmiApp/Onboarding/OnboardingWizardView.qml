@@ -58,6 +58,8 @@ FocusScope {
         titles: [wizard.texts.onboardingStepProfileTitle, wizard.texts.onboardingStepPermissionsTitle,
             wizard.texts.onboardingStepDictationTitle]
         symbols: wizard.model.stepSymbols
+        done: wizard.model.stepsDone
+        nameOfDone: title => wizard.texts.labelled(title, wizard.texts.stateDone)
         currentIndex: wizard.model.currentStepIndex
     }
     GlassPanel {

@@ -107,11 +107,7 @@ FocusScope {
         x: 1
         width: view.width - 2
     }
-    /// Rows that reach nearer to the edge than the words in them, which keep the padding of every section.
     component Actions: Column {
-        x: 6
-        width: view.width - 12
-        topPadding: 6
-        bottomPadding: 6
+        padding: Metrics.popupPadding
     }
 }

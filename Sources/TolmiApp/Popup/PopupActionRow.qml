@@ -11,8 +11,8 @@ T.Button {
     /// Keys, as words.
     property string shortcut
 
-    implicitWidth: 308
-    implicitHeight: 34
+    implicitWidth: 292
+    implicitHeight: 28
     opacity: enabled ? 1 : 0.42
     hoverEnabled: true
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
@@ -26,13 +26,18 @@ T.Button {
     Keys.onPressed: event => KeyPress.pressed(event, () => row.clicked())
     Keys.onReleased: event => KeyPress.released(event)
 
+    // The words stand in line with those of other sections, what lies behind them reaches nearer to the edges.
     background: Item {
         HoverVeil {
+            anchors.leftMargin: -8
+            anchors.rightMargin: -8
             radius: Metrics.chipRadius
             isShown: row.hovered || row.down
         }
         FocusRing {
             anchors.margins: 0
+            anchors.leftMargin: -8
+            anchors.rightMargin: -8
             radius: Metrics.chipRadius
             visible: row.visualFocus
         }
@@ -42,14 +47,13 @@ T.Button {
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
-            x: 8
             name: row.symbol
             size: 16
             color: TolmiPalette.frost
         }
         StudioText {
             anchors.verticalCenter: parent.verticalCenter
-            x: 33
+            x: 25
             width: keys.x - x - 8
             role: Typography.value
             text: row.text
@@ -60,7 +64,7 @@ T.Button {
             id: keys
 
             anchors.verticalCenter: parent.verticalCenter
-            x: parent.width - width - 8
+            x: parent.width - width
             role: Typography.caption
             text: row.shortcut
             color: TolmiPalette.tertiaryText

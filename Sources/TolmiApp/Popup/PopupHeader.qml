@@ -35,8 +35,6 @@ Item {
         endColor: TolmiPalette.cloud
     }
     StudioText {
-        id: title
-
         x: 56
         y: 22
         role: Typography.strong
@@ -54,7 +52,6 @@ Item {
         x: parent.width - width - Metrics.popupPadding
         y: Metrics.popupPadding
         isSmall: true
-        maximumTextWidth: Math.floor(parent.width - Metrics.popupPadding - textMargins - title.x - title.width - 12)
         text: header.model.profile.displayName
         picture: header.model.profile.picture
         symbol: header.model.profile.symbol

@@ -10,11 +10,10 @@ T.Button {
     property alias picture: avatar.picture
     property string symbol: "person.crop.circle.fill"
     property bool isSmall: false
-    /// Wider names are elided.
-    property real maximumTextWidth: isSmall ? 90 : 160
-
     /// What the chip takes beside the name.
     readonly property real textMargins: isSmall ? 35 : 45
+    /// Longer names are elided.
+    readonly property real maximumWidth: isSmall ? 90 : 205
 
     implicitWidth: label.width + textMargins
     implicitHeight: isSmall ? 24 : 34
@@ -61,7 +60,7 @@ T.Button {
 
             anchors.verticalCenter: parent.verticalCenter
             x: chip.isSmall ? 26 : 33
-            width: Math.min(Math.ceil(implicitWidth), chip.maximumTextWidth)
+            width: Math.min(Math.ceil(implicitWidth), chip.maximumWidth - chip.textMargins)
             role: chip.isSmall ? Typography.mark : Typography.strong
             text: chip.text
             Accessible.ignored: true

@@ -38,7 +38,7 @@ ProfileWorkspaceModel::ProfileWorkspaceModel(
     , m_flow(std::move(flow))
     , m_dependencies(std::move(dependencies))
     , m_profile(settings()) {
-    setReadiness(readinessInput());
+    refreshReadiness();
     observeSettings();
     observeProgress();
 }
@@ -70,6 +70,10 @@ void ProfileWorkspaceModel::observeProgress() {
     connect(store, &SettingsStore::profileAvatarIDChanged, this, refresh);
     connect(store, &SettingsStore::profileAvatarThumbnailRelativePathChanged, this, refresh);
     connect(m_flow.get(), &DictationFlowManager::accessibilityGrantedChanged, this, refresh);
+    // The microphone may be granted in the system's settings; a dictation asks for it.
+    const auto readiness = &ProfileWorkspaceModel::refreshReadiness;
+    connect(m_flow.get(), &DictationFlowManager::rightsChecked, this, readiness);
+    connect(m_flow.get(), &DictationFlowManager::stateChanged, this, readiness);
     connect(&m_dependencies.history, &TranscriptionHistory::entriesChanged, this, refresh);
 }
 
@@ -92,8 +96,12 @@ ProfileReadinessInput ProfileWorkspaceModel::readinessInput() const {
         .hasSuccessfulDictationTest = !m_dependencies.history.entries().isEmpty() };
 }
 
-void ProfileWorkspaceModel::refresh() {
+void ProfileWorkspaceModel::refreshReadiness() {
     setReadiness(readinessInput());
+}
+
+void ProfileWorkspaceModel::refresh() {
+    refreshReadiness();
     m_profile.refreshPicture();
 }
 

@@ -97,6 +97,7 @@ Q_SIGNALS:
 private:
     void observeSettings();
     void observeProgress();
+    void refreshReadiness();
     SettingsStore &settings() const;
     AppLanguage language() const;
     ProfileReadinessInput readinessInput() const;

@@ -34,7 +34,8 @@ void QuickStudioWindow::show() {
     if (m_view->isVisible())
         return;
     loadWorkspaceAfterFrame();
-    m_view->show();
+    // Not by show(), which takes a maximised window back to its usual size.
+    m_view->setVisible(true);
 }
 
 void QuickStudioWindow::load() {

@@ -1,7 +1,8 @@
 import QtQuick
 import Tolmi
 
-/// The places of the Studio. The arrow keys go from one to the next, and Tab leaves.
+/// The places of the Studio. The arrow keys go from one to the next, and Tab leaves. Where nothing else offers it, the
+/// program is ended at the foot.
 FocusScope {
     id: sidebar
 
@@ -20,14 +21,6 @@ FocusScope {
     }
 
     implicitWidth: Metrics.sidebarWidth
-    Keys.onUpPressed: select(selectedIndex() - 1)
-    Keys.onDownPressed: select(selectedIndex() + 1)
-    Keys.onPressed: event => {
-        if (event.key !== Qt.Key_Home && event.key !== Qt.Key_End)
-            return;
-        select(event.key === Qt.Key_Home ? 0 : rows.count - 1);
-        event.accepted = true;
-    }
 
     GradientFill {
         anchors.fill: parent
@@ -66,6 +59,14 @@ FocusScope {
         spacing: 2
         Accessible.role: Accessible.List
         Accessible.name: sidebar.texts.appTitle
+        Keys.onUpPressed: sidebar.select(sidebar.selectedIndex() - 1)
+        Keys.onDownPressed: sidebar.select(sidebar.selectedIndex() + 1)
+        Keys.onPressed: event => {
+            if (event.key !== Qt.Key_Home && event.key !== Qt.Key_End)
+                return;
+            sidebar.select(event.key === Qt.Key_Home ? 0 : rows.count - 1);
+            event.accepted = true;
+        }
 
         Repeater {
             id: rows
@@ -84,6 +85,20 @@ FocusScope {
                 focus: highlighted
                 onClicked: sidebar.model.selection = modelData.name
             }
+        }
+    }
+    Loader {
+        x: 10
+        y: parent.height - height - 10
+        width: parent.width - 20
+        active: sidebar.model.offersToQuit
+
+        sourceComponent: SidebarRow {
+            objectName: "quit"
+            symbol: "power"
+            text: sidebar.texts.menuBarQuit
+            Accessible.role: Accessible.Button
+            onClicked: sidebar.model.quit()
         }
     }
 }

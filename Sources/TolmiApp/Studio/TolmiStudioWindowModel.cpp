@@ -26,10 +26,17 @@ QVariantList TolmiStudioWindowModel::destinations() {
 }
 
 void TolmiStudioWindowModel::appear() {
+    setOffersToQuit(!m_content.hasStatusItem());
     if (std::exchange(m_hasEvaluatedOnboardingOnLaunch, true))
         return;
     if (m_settings.shouldShowOnboardingReminder())
         setIsShowingOnboarding(true);
+}
+
+void TolmiStudioWindowModel::tell(const QString &title, const QString &message) {
+    setNoticeTitle(title);
+    setNoticeMessage(message);
+    setShowingNotice(true);
 }
 
 QObject *TolmiStudioWindowModel::makeWorkspaceModel(const QString &name, QObject *owner) {

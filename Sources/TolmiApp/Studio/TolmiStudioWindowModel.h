@@ -25,6 +25,12 @@ class TolmiStudioWindowModel final : public ObservableObject {
     Q_OBJECT
     /// Whether the wizard of the first start lies over the workspace.
     TOLMI_PUBLISHED(bool, isShowingOnboarding, setIsShowingOnboarding)
+    /// A notice over whatever is shown, until the user has read it.
+    TOLMI_PUBLISHED_READONLY(bool, showingNotice, setShowingNotice)
+    TOLMI_PUBLISHED_READONLY(QString, noticeTitle, setNoticeTitle)
+    TOLMI_PUBLISHED_READONLY(QString, noticeMessage, setNoticeMessage)
+    /// Whether the window offers to end the program, which is otherwise done at the status item.
+    TOLMI_PUBLISHED_READONLY(bool, offersToQuit, setOffersToQuit)
     /// The name of the workspace that is shown; an empty or unknown one is not taken.
     Q_PROPERTY(QString selection READ selection WRITE setSelection NOTIFY selectionChanged)
     /// The workspaces in their order, each with `name`, `titleKey` (of its text) and `symbol`.
@@ -38,6 +44,8 @@ public:
         StudioWorkspaces workspaces {};
         /// None presents no wizard.
         StudioModelFactory onboarding {};
+        /// Whether the desktop shows the status item.
+        std::function<bool()> hasStatusItem = [] { return true; };
         /// Ends the program.
         std::function<void()> quit {};
     };
@@ -63,6 +71,10 @@ public:
 
     /// The window appears. The first time the wizard is opened if the user has not been through it.
     void appear();
+
+    /// Tells the user of something that belongs to no workspace that is shown. It waits for the window.
+    void tell(const QString &title, const QString &message);
+    Q_INVOKABLE void dismissNotice() { setShowingNotice(false); }
 
     /// A new model for the workspace of that name, which goes after `owner`; null when there is none.
     Q_INVOKABLE QObject *makeWorkspaceModel(const QString &name, QObject *owner);

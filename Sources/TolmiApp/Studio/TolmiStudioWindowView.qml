@@ -25,13 +25,18 @@ FocusScope {
     property bool hasWorkspace: true
     /// The workspace that is shown now.
     property StudioWorkspace workspace: null
+    /// A dialog over a window takes the window's shortcuts away. Those of the Studio go on under the wizard, as
+    /// shortcuts of the program while the Studio is the window in use.
+    readonly property int shortcutContext: model.isShowingOnboarding ? Qt.ApplicationShortcut : Qt.WindowShortcut
+    readonly property bool hasShortcuts: Window.active
 
     function workspaceSize(name: string): size {
         return name === "history" ? Qt.size(Metrics.sidebarWidth + 920, 620) : Qt.size(Metrics.sidebarWidth + 700, 600);
     }
 
     function unloadWorkspace() {
-        sidebar.forceActiveFocus(Qt.OtherFocusReason);
+        // The wizard, if it is there, keeps the keyboard.
+        sidebar.focus = true;
         workspace = null;
         // Those that still fade out, too.
         Array.from(detail.children).forEach(each => each.destroy());
@@ -109,6 +114,7 @@ FocusScope {
         padding: 0
         closePolicy: SheetPopup.NoAutoClose
         visible: studio.model.isShowingOnboarding && studio.model.hasOnboarding
+        onClosed: studio.forceActiveFocus(Qt.PopupFocusReason)
 
         contentItem: Loader {
             active: sheet.visible
@@ -121,6 +127,14 @@ FocusScope {
             }
         }
     }
+    StudioDialog {
+        objectName: "noticeDialog"
+        visible: studio.model.showingNotice
+        title: studio.model.noticeTitle
+        message: studio.model.noticeMessage
+        confirmText: studio.texts.commonOK
+        onClosed: studio.model.dismissNotice()
+    }
     Repeater {
         model: studio.model.destinations
 
@@ -130,20 +144,28 @@ FocusScope {
 
             Shortcut {
                 sequence: "Ctrl+" + (index + 1)
+                context: studio.shortcutContext
+                enabled: studio.hasShortcuts
                 onActivated: studio.model.selection = modelData.name
             }
         }
     }
     Shortcut {
         sequence: "Ctrl+,"
+        context: studio.shortcutContext
+        enabled: studio.hasShortcuts
         onActivated: studio.model.selection = "settings"
     }
     Shortcut {
         sequence: "Ctrl+Q"
+        context: studio.shortcutContext
+        enabled: studio.hasShortcuts
         onActivated: studio.model.quit()
     }
     Shortcut {
         sequence: "Ctrl+W"
+        context: studio.shortcutContext
+        enabled: studio.hasShortcuts
         onActivated: studio.Window.window.close()
     }
 }

@@ -24,6 +24,8 @@ void UpdateWindow::follow() {
         open();
     else if (!isWanted && m_view)
         close();
+    else if (m_model.phase() == UpdatePrompt::Phase::Checking)
+        bringToFront();
 }
 
 void UpdateWindow::open() {
@@ -52,6 +54,12 @@ void UpdateWindow::close() {
     // The answer that closes the dialog comes from a button in it.
     m_closedView = m_view.release();
     m_closedView->deleteLater();
+}
+
+// The user asks for a check while the dialog stands somewhere behind other windows.
+void UpdateWindow::bringToFront() {
+    m_view->raise();
+    m_view->requestActivate();
 }
 
 void UpdateWindow::fit() {

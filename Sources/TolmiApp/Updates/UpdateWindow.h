@@ -32,6 +32,7 @@ private:
     void follow();
     void open();
     void close();
+    void bringToFront();
     void fit();
     void rename();
 

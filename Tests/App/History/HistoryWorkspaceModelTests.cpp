@@ -297,6 +297,96 @@ TEST_F(HistoryWorkspaceModelTest, TheDeleteKeyGoesToTheNeighbour) {
     EXPECT_EQ(selected(), idOf(2));
 }
 
+TEST_F(HistoryWorkspaceModelTest, TheDeleteKeyIsUndone) {
+    openWith(4);
+    const QList<HistoryEntry> before = m_user->history.entries();
+    tick(1);
+    m_model->focusEntry(idOf(1));
+    m_model->deleteFocusedEntry();
+    EXPECT_EQ(m_model->undoText(), QStringLiteral("Deleted: 1"));
+    m_user->clock.advance(9);
+    m_model->deleteFocusedEntry();
+    m_user->clock.advance(9);
+    EXPECT_EQ(m_model->undoText(), QStringLiteral("Deleted: 2"));
+    m_model->undoDeletion();
+    EXPECT_EQ(m_user->history.entries(), before);
+    EXPECT_EQ(focused(), QStringLiteral("2"));
+    EXPECT_EQ(m_model->selectedIDs(), QSet { idOf(1) });
+    m_user->history.waitUntilWritten();
+    EXPECT_EQ(m_user->historyWriter.writes.back().content, HistoryCodec::encode(before));
+    m_model->undoDeletion();
+    EXPECT_EQ(m_user->history.entries(), before);
+}
+
+TEST_F(HistoryWorkspaceModelTest, AnUndoBringsTheRecordingBack) {
+    openWithSound();
+    m_model->togglePin(m_model->detail().entryID);
+    const QList<HistoryEntry> before = m_user->history.entries();
+    m_model->deleteFocusedEntry();
+    EXPECT_TRUE(m_user->files.fileExists(HistoryWorkspaceFixture::recordingPath(QStringLiteral("a.wav"))));
+    m_model->undoDeletion();
+    EXPECT_EQ(m_user->history.entries(), before);
+    EXPECT_EQ(m_model->detail().audioState, AudioState::Available);
+}
+
+TEST_F(HistoryWorkspaceModelTest, AnUndoIsOfferedForTenSeconds) {
+    openWith(3);
+    m_model->deleteFocusedEntry();
+    m_user->clock.advance(9.5);
+    EXPECT_TRUE(m_model->canUndo());
+    m_user->clock.advance(0.5);
+    EXPECT_FALSE(m_model->canUndo());
+    m_model->undoDeletion();
+    EXPECT_EQ(shown(), QStringLiteral("1 2"));
+    // What is past is not brought back with what is deleted next.
+    m_model->deleteFocusedEntry();
+    m_model->undoDeletion();
+    EXPECT_EQ(shown(), QStringLiteral("1 2"));
+}
+
+TEST_F(HistoryWorkspaceModelTest, ALaterDeletionHasItsTenSecondsToo) {
+    openWith(3);
+    m_model->deleteFocusedEntry();
+    m_model->undoDeletion();
+    m_user->clock.advance(5);
+    m_model->deleteFocusedEntry();
+    m_user->clock.advance(5);
+    EXPECT_TRUE(m_model->canUndo());
+}
+
+TEST_F(HistoryWorkspaceModelTest, OnlyTheDeleteKeyIsUndone) {
+    openWith(4);
+    tick(0);
+    m_model->deleteSelectedEntries();
+    m_model->deleteEntry(idOf(1));
+    EXPECT_FALSE(m_model->canUndo());
+    m_model->deleteFocusedEntry();
+    m_model->clearAll();
+    EXPECT_FALSE(m_model->canUndo());
+    m_model->undoDeletion();
+    EXPECT_FALSE(m_model->hasEntries());
+}
+
+TEST_F(HistoryWorkspaceModelTest, AnUndoUnderASearchThatHidesTheEntryLeavesTheFocus) {
+    openWith(3);
+    m_model->deleteFocusedEntry();
+    m_model->setSearchText(QStringLiteral("2"));
+    m_model->undoDeletion();
+    EXPECT_EQ(shown(), QStringLiteral("2"));
+    EXPECT_EQ(selected(), idOf(2));
+    m_model->setSearchText({});
+    EXPECT_EQ(shown(), QStringLiteral("0 1 2"));
+}
+
+TEST_F(HistoryWorkspaceModelTest, AnOfferToUndoGoesWithTheWorkspace) {
+    openWith(2);
+    m_model->deleteFocusedEntry();
+    m_tester = nullptr;
+    m_model = nullptr;
+    m_user->clock.advance(20);
+    EXPECT_EQ(m_user->history.entries().size(), 1);
+}
+
 TEST_F(HistoryWorkspaceModelTest, TheCopiedTextIsTheRawOneWhereThereIsNoOther) {
     HistoryEntry plain = entry(QStringLiteral("raw"));
     plain.refinedText.clear();
@@ -420,6 +510,19 @@ TEST_F(HistoryWorkspaceModelTest, RelativeDatesMoveOnceAMinute) {
     EXPECT_EQ(relativeDate(), QStringLiteral("1 min. ago"));
     m_user->clock.advance(120);
     EXPECT_EQ(relativeDate(), QStringLiteral("3 min. ago"));
+}
+
+TEST_F(HistoryWorkspaceModelTest, RelativeDatesAreRightAfterASleepAndAfterTheClockIsSet) {
+    openWith(1);
+    const auto relativeDate = [this] {
+        return m_model->rows()->data(m_model->rows()->index(0), HistoryRows::RelativeDateRole).toString();
+    };
+    m_user->clock.jump(3600);
+    m_user->clock.advance(5);
+    EXPECT_EQ(relativeDate(), QStringLiteral("1 hr. ago"));
+    m_user->clock.jump(-3000);
+    m_user->clock.advance(5);
+    EXPECT_EQ(relativeDate(), QStringLiteral("10 min. ago"));
 }
 
 TEST_F(HistoryWorkspaceModelTest, AWorkspaceThatHasGoneTicksNoMore) {
@@ -643,13 +746,16 @@ TEST_F(HistoryExport, ThatFailsIsToldAndKeepsTheEntries) {
     EXPECT_EQ(shown(), QStringLiteral("0 1 2"));
     m_model->dismissExportError();
     EXPECT_FALSE(m_model->showingExportError());
+    EXPECT_TRUE(m_user->notices.isEmpty());
 }
 
-TEST_F(HistoryExport, ThatFailsAfterTheWorkspaceHasGoneIsQuiet) {
+TEST_F(HistoryExport, ThatFailsAfterTheWorkspaceHasGoneIsToldElsewhere) {
     m_user->writer.failures.push_back(SystemError::fromErrno(ENOSPC, chosen().path()));
     m_model->exportAllEntries();
     m_tester = nullptr;
     m_model = nullptr;
     ASSERT_TRUE(m_user->savePanel.answer(chosen()));
     EXPECT_TRUE(m_user->writer.writes.empty());
+    EXPECT_EQ(m_user->notices,
+        QStringList(QStringLiteral("Export failed: No space left on device: /home/user/history.txt")));
 }

@@ -198,6 +198,44 @@ TEST_F(TranscriptionHistoryTest, AnEntryThatJsonCannotSayStopsTheSaving) {
     EXPECT_EQ(written(), HistoryCodec::encode(history->entries()));
 }
 
+TEST_F(TranscriptionHistoryTest, RemovedEntriesComeBackToTheirPlaces) {
+    const auto history = startWithEntries(5);
+    const QList<HistoryEntry> before = history->entries();
+    QList<PlacedHistoryEntry> removed;
+    for (const int index : { 4, 1, 2, 3 }) {
+        removed += history->placesOf(before[index].id);
+        history->deleteEntry(before[index].id);
+    }
+    history->add(dictation(QStringLiteral("new")));
+    history->restore(removed);
+    EXPECT_EQ(history->entries().mid(1), before);
+    EXPECT_EQ(written(), HistoryCodec::encode(history->entries()));
+    const size_t writesBefore = writes().size();
+    history->restore({});
+    EXPECT_EQ(writes().size(), writesBefore);
+}
+
+TEST_F(TranscriptionHistoryTest, EntriesOfOneMomentAndOneIdComeBackToTheirPlaces) {
+    HistoryEntry other = fullHistoryEntry();
+    other.id = QUuid::createUuid();
+    const QList<HistoryEntry> before { plainHistoryEntry(), other, fullHistoryEntry(), fullHistoryEntry() };
+    const auto history = startWith(HistoryCodec::encode(before).value());
+    const QList<PlacedHistoryEntry> removed = history->placesOf(plainHistoryEntry().id);
+    EXPECT_EQ(removed.size(), 3);
+    history->deleteEntry(plainHistoryEntry().id);
+    history->restore(removed);
+    EXPECT_EQ(history->entries(), before);
+}
+
+TEST_F(TranscriptionHistoryTest, AnEntryWithoutItsNeighbourComesBackBeforeAnOlderOne) {
+    const auto history = startWithEntries(4);
+    const QList<HistoryEntry> before = history->entries();
+    const QList<PlacedHistoryEntry> removed = history->placesOf(before[1].id);
+    history->deleteEntries({ before[1].id, before[2].id });
+    history->restore(removed);
+    EXPECT_EQ(textsOf(history->entries()), texts({ 3, 2, 0 }));
+}
+
 TEST_F(TranscriptionHistoryTest, APinMovesNothingButTheDisplay) {
     const auto history = startWithEntries(3);
     const QUuid oldest = history->entries()[2].id;

@@ -4,6 +4,10 @@
 #include "Support/FakeAccessibilityRight.h"
 #include "Support/SignalCounter.h"
 
+#include <QDir>
+#include <QImage>
+#include <QTemporaryDir>
+
 namespace {
 
 using enum AuthorizationStatus;
@@ -344,6 +348,26 @@ TEST_F(OnboardingWizardTest, AvatarFailuresAreToldUntilDismissed) {
     removal = L10n::Key::profileAvatarErrorGeneric;
     wizard->removeAvatar();
     EXPECT_EQ(wizard->avatarErrorMessage(), QStringLiteral("Could not update the avatar. Please try again."));
+}
+
+TEST_F(OnboardingWizardTest, APictureThatAFailedImportHasRemovedIsNotShown) {
+    const QTemporaryDir disk;
+    const QString thumbnail = disk.filePath(QStringLiteral("Tolmi/profile/avatar-thumb.jpg"));
+    ASSERT_TRUE(QDir().mkpath(disk.filePath(QStringLiteral("Tolmi/profile"))));
+    ASSERT_TRUE(QImage(4, 4, QImage::Format_RGB32).save(thumbnail, "JPEG"));
+    fileManager.applicationSupport = FileURL(disk.path());
+    fileManager.files[disk.filePath(QStringLiteral("Tolmi/profile/avatar-original.png"))] = "image";
+    fileManager.files[thumbnail] = "thumb";
+    settings->setCustomAvatar(
+        QStringLiteral("profile/avatar-original.png"), QStringLiteral("profile/avatar-thumb.jpg"));
+    open();
+    EXPECT_TRUE(wizard->hasCustomAvatar());
+    EXPECT_FALSE(wizard->profile()->picture().isNull());
+    wizard->importAvatar();
+    fileManager.files.erase(thumbnail);
+    failImport(L10n::Key::profileAvatarErrorDecodeFailed);
+    EXPECT_FALSE(wizard->hasCustomAvatar());
+    EXPECT_TRUE(wizard->profile()->picture().isNull());
 }
 
 TEST_F(OnboardingWizardTest, KnowsOfTheUsersOwnPicture) {

@@ -75,6 +75,19 @@ TEST_F(ProfileWorkspaceModelTest, PermissionsShowWhenItLooksAgain) {
     EXPECT_EQ(model.scoreText(), u"20/100");
 }
 
+TEST_F(ProfileWorkspaceModelTest, PermissionsShowWhenADictationHasAskedForThem) {
+    place.microphone.present = AuthorizationStatus::Authorized;
+    Q_EMIT place.flow->stateChanged();
+    EXPECT_EQ(model.scoreText(), u"20/100");
+}
+
+TEST_F(ProfileWorkspaceModelTest, PermissionsShowWhenTheFlowLooksAtThem) {
+    place.microphone.present = AuthorizationStatus::Authorized;
+    Q_EMIT place.fakes.application.didBecomeActive();
+    place.clock.runPosted();
+    EXPECT_EQ(model.scoreText(), u"20/100");
+}
+
 TEST_F(ProfileWorkspaceModelTest, OnlyAnAuthorisedMicrophoneCounts) {
     for (const AuthorizationStatus status : { AuthorizationStatus::NotDetermined,
              AuthorizationStatus::Restricted, AuthorizationStatus::Denied }) {

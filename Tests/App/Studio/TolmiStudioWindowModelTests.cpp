@@ -146,6 +146,31 @@ TEST_F(TolmiStudioWindowModelTest, FactoriesReachTheWindow) {
     EXPECT_EQ(router.destination(), StudioDestination::History);
 }
 
+TEST_F(TolmiStudioWindowModelTest, ANoticeStaysUntilItIsRead) {
+    model.tell(QStringLiteral("Export failed"), QStringLiteral("No space left on device"));
+    EXPECT_TRUE(model.showingNotice());
+    EXPECT_EQ(model.noticeTitle(), QStringLiteral("Export failed"));
+    EXPECT_EQ(model.noticeMessage(), QStringLiteral("No space left on device"));
+    model.appear();
+    EXPECT_TRUE(model.showingNotice());
+    model.dismissNotice();
+    EXPECT_FALSE(model.showingNotice());
+}
+
+TEST_F(TolmiStudioWindowModelTest, OffersToQuitWhereNothingElseDoes) {
+    bool hasTray = true;
+    TolmiStudioWindowModel window(
+        settings.store, router, { .hasStatusItem = [&hasTray] { return hasTray; } });
+    window.appear();
+    EXPECT_FALSE(window.offersToQuit());
+    hasTray = false;
+    window.appear();
+    EXPECT_TRUE(window.offersToQuit());
+    hasTray = true;
+    window.appear();
+    EXPECT_FALSE(window.offersToQuit());
+}
+
 TEST_F(TolmiStudioWindowModelTest, Quits) {
     model.quit();
     EXPECT_EQ(quits, 1);

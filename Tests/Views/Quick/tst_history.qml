@@ -236,6 +236,63 @@ TestCase {
             verify(top >= 0 && top + row.height <= inside.height, expected);
         }
     }
+    function test_aDeletionIsUndone() {
+        open(entries);
+        const bar = findChild(view, "undoBar");
+        verify(!bar.visible);
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Delete);
+        verify(bar.visible);
+        compare(shownText("undoText"), "Deleted: 1");
+        compare(bar.Accessible.name, "Deleted: 1");
+        press("undo");
+        compare(titles(), ["Release notes.", "The meeting moves to ten.", "Notă pentru mine."]);
+        compare(user.model.focusedRow, 1);
+        verify(!bar.visible);
+        // The keyboard is back in the list.
+        keyClick(Qt.Key_Delete);
+        compare(titles().length, 2);
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
+        compare(titles().length, 3);
+    }
+    function test_undoIsReachedByTab() {
+        open([entries[0]]);
+        keyClick(Qt.Key_Delete);
+        compare(titles(), []);
+        keyClick(Qt.Key_Tab);
+        verify(findChild(view, "undo").activeFocus);
+        keyClick(Qt.Key_Return);
+        compare(titles(), ["The meeting moves to ten."]);
+        verify(!findChild(view, "undoBar").visible);
+        keyClick(Qt.Key_Space);
+        compare(user.model.selectedText, "1 selected");
+    }
+    function test_undoLeavesTheKeyboardInTheListWhenItGoes() {
+        open(entries);
+        keyClick(Qt.Key_Delete);
+        findChild(view, "undo").forceActiveFocus(Qt.TabFocusReason);
+        user.pass(10);
+        verify(!findChild(view, "undoBar").visible);
+        keyClick(Qt.Key_End);
+        compare(user.model.focusedRow, 1);
+    }
+    function test_undoTakesTheKeyboardFromNobodyElseWhenItGoes() {
+        open(entries);
+        keyClick(Qt.Key_Delete);
+        findChild(view, "undo").forceActiveFocus(Qt.TabFocusReason);
+        findChild(view, "search").forceActiveFocus(Qt.MouseFocusReason);
+        user.pass(10);
+        verify(!findChild(view, "undoBar").visible);
+        verify(findChild(view, "search").activeFocus);
+    }
+    function test_aDeletionByAButtonIsFinal() {
+        open(entries);
+        press("delete", rows()[2]);
+        verify(!findChild(view, "undoBar").visible);
+        press("tick", rows()[0]);
+        press("deleteSelected");
+        verify(!findChild(view, "undoBar").visible);
+    }
     function test_copyingAnEntryWithoutRefinedTextTakesTheRawOne() {
         open([{ raw: "only raw", refined: "" }]);
         keyClick(Qt.Key_C, Qt.ControlModifier);
@@ -351,6 +408,9 @@ TestCase {
         compare(findChild(findChild(view, "refined"), "copy").text, "Copiaza Rafinat");
         compare(shownText("language"), "Limba: EN");
         compare(rows()[1].relativeDate, "acum");
+        keyClick(Qt.Key_Delete);
+        compare(shownText("undoText"), "Sterse: 1");
+        compare(findChild(view, "undo").text, "Anuleaza");
     }
     function test_emptyLargeAndForeignTextsAreShown() {
         open([{ raw: "", refined: "" }, { raw: "only raw", refined: "", minutesAgo: 1 },
@@ -364,6 +424,37 @@ TestCase {
         compare(findChild(raw, "transcript").text.length, raw.longestShownText + 1);
         press("copy", raw);
         compare(user.clipboard().length, 100000);
+    }
+    function test_theDetailIsScrolledByKeys() {
+        open([{ raw: "word ".repeat(3000), refined: "Word. ".repeat(3000) }]);
+        const page = findChild(view, "detailPage");
+        const end = page.contentHeight - page.height;
+        verify(end > 1000);
+        findChild(findChild(view, "raw"), "copy").forceActiveFocus(Qt.TabFocusReason);
+        compare(page.contentY, 0);
+        keyClick(Qt.Key_Down);
+        compare(page.contentY, 48);
+        keyClick(Qt.Key_Up);
+        keyClick(Qt.Key_Up);
+        compare(page.contentY, 0);
+        keyClick(Qt.Key_PageDown);
+        compare(page.contentY, page.height - 48);
+        keyClick(Qt.Key_End);
+        compare(page.contentY, end);
+        keyClick(Qt.Key_PageUp);
+        verify(page.contentY < end);
+        keyClick(Qt.Key_Home);
+        compare(page.contentY, 0);
+        // The text itself, where one selects, scrolls as well.
+        keyClick(Qt.Key_Tab);
+        keyClick(Qt.Key_Down);
+        compare(page.contentY, 48);
+        keyClick(Qt.Key_Tab);
+        const copy = findChild(findChild(view, "refined"), "copy");
+        verify(copy.activeFocus);
+        const top = copy.mapToItem(page, 0, 0).y;
+        verify(top >= 0 && top + copy.height <= page.height);
+        compare(user.model.focusedRow, 0);
     }
     function test_aLongListMakesFewRows() {
         user.openMany(5000);

@@ -56,6 +56,24 @@ ViewCase {
         compare(fixture.closings, 1);
         verify(fixture.isFinished);
     }
+    function test_whatIsDoneIsTold() {
+        const names = () => shown(item => item.Accessible.role === Accessible.ListItem).map(item => item.Accessible.name);
+        const done = () => shown(item => item.Accessible.role === Accessible.ListItem).map(item => item.Accessible.checked);
+        compare(names(), ["Profile", "Permissions", "Dictation Test"]);
+        compare(done(), [false, false, false]);
+        fixture.refuseRights();
+        goTo(1);
+        compare(names(), ["Profile: Done", "Permissions", "Dictation Test", "Microphone: Access missing",
+                          "Accessibility: Access missing"]);
+        compare(done(), [true, false, false, false, false]);
+        const microphone = shown(item => item.Accessible.name === "Microphone: Access missing")[0];
+        compare(microphone.Accessible.description,
+                "Access denied. Allow Tolmi to use the microphone in your desktop's privacy settings.");
+        press("Grant microphone");
+        fixture.answerMicrophone(true);
+        compare(names()[3], "Microphone: Granted");
+        compare(done()[3], true);
+    }
     function test_nameUserDoesNotPass() {
         typeName("User");
         verify(!button("Continue").enabled);

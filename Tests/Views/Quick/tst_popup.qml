@@ -35,6 +35,12 @@ TestCase {
         view.destroy();
         wait(0);
     }
+    function findChildren(item, matches) {
+        let found = matches(item) ? [item] : [];
+        for (let index = 0; index < item.children.length; ++index)
+            found = found.concat(findChildren(item.children[index], matches));
+        return found;
+    }
     /// A popup over a flow that is set up.
     function open(isTrusted = true): var {
         const fixture = createTemporaryObject(fixtures, test);
@@ -48,6 +54,36 @@ TestCase {
 
     function test_isAsWideAsThePanel() {
         compare(open().view.width, 320);
+    }
+    function test_sectionsKeepTheirContentAwayFromTheirEdges() {
+        const popup = open();
+        popup.fixture.setUpdatesPossible();
+        const sections = findChildren(popup.view, item => item instanceof Divider);
+        compare(sections.length, 4);
+        const tops = [0].concat(sections.map(item => item.y + item.height));
+        const bottoms = sections.map(item => item.y).concat([popup.view.height]);
+        const controls = findChildren(popup.view, item => item instanceof PopupControlRow);
+        const ofSections = [[popup.child("profile"), popup.child("stateBadge")],
+                            [popup.child("hotkeyReminder"), popup.child("hotkeyReminder")],
+                            [controls[0], controls[2]],
+                            [popup.child("openStudio"), popup.child("checkForUpdates")],
+                            [popup.child("quit"), popup.child("quit")]];
+        for (const [index, [first, last]] of ofSections.entries()) {
+            compare(first.mapToItem(popup.view, 0, 0).y - tops[index], 14, first);
+            compare(bottoms[index] - last.mapToItem(popup.view, 0, last.height).y, 14, last);
+        }
+        for (const name of ["openStudio", "settings", "checkForUpdates", "quit"]) {
+            compare(popup.child(name).mapToItem(popup.view, 0, 0).x, 14);
+            compare(popup.child(name).width, 292);
+        }
+    }
+    function test_aLongNameLeavesTheChipNarrow() {
+        const popup = open();
+        popup.fixture.setName("Maria Alexandra Konstantinopolska");
+        const chip = popup.child("profile");
+        compare(chip.width, 90);
+        popup.fixture.setName("Ana");
+        verify(chip.width < 90);
     }
     function test_tellsHowToDictate() {
         const popup = open();

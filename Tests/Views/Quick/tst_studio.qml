@@ -111,6 +111,64 @@ TestCase {
         compare(fixture.quits, 1);
     }
 
+    function test_keysWorkUnderTheWizard() {
+        fixture.model.isShowingOnboarding = true;
+        const wizards = () => findAll(studio.Window.contentItem, item => item.objectName === "standIn");
+        tryVerify(() => wizards().length === 2);
+        tryVerify(() => !studio.activeFocus);
+        keyClick(Qt.Key_4, Qt.ControlModifier);
+        compare(selection(), "history");
+        keyClick(Qt.Key_Comma, Qt.ControlModifier);
+        compare(selection(), "settings");
+        verify(!studio.activeFocus);
+        keyClick(Qt.Key_Q, Qt.ControlModifier);
+        compare(fixture.quits, 1);
+        fixture.model.isShowingOnboarding = false;
+    }
+    function test_theWizardKeepsTheKeyboardWhileTheWindowIsHidden() {
+        fixture.model.isShowingOnboarding = true;
+        tryVerify(() => !studio.activeFocus);
+        studio.hasWorkspace = false;
+        verify(!studio.activeFocus);
+        studio.hasWorkspace = true;
+        verify(!studio.activeFocus);
+        fixture.model.isShowingOnboarding = false;
+        tryVerify(() => row("Command Center").activeFocus);
+    }
+    function test_keysOfANoticeAreItsOwn() {
+        fixture.tell("Export failed", "No space left on device");
+        const dialog = findChild(studio, "noticeDialog");
+        tryVerify(() => dialog.opened);
+        compare([dialog.title, dialog.message], ["Export failed", "No space left on device"]);
+        keyClick(Qt.Key_4, Qt.ControlModifier);
+        compare(selection(), "commandCenter");
+        keyClick(Qt.Key_Return);
+        tryVerify(() => !dialog.visible);
+        verify(!fixture.model.showingNotice);
+        keyClick(Qt.Key_4, Qt.ControlModifier);
+        compare(selection(), "history");
+    }
+    function test_withoutATrayTheProgramEndsInTheSidebar() {
+        verify(!findChild(studio, "quit"));
+        fixture.setTray(false);
+        fixture.model.isShowingOnboarding = false;
+        tryVerify(() => studio.activeFocus);
+        const quit = findChild(studio, "quit");
+        verify(quit.visible);
+        compare(quit.text, "Quit Tolmi");
+        compare(quit.Accessible.role, Accessible.Button);
+        row("Command Center").forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Tab);
+        verify(quit.activeFocus);
+        keyClick(Qt.Key_Down);
+        compare(selection(), "commandCenter");
+        keyClick(Qt.Key_Return);
+        compare(fixture.quits, 1);
+        mouseClick(quit);
+        compare(fixture.quits, 2);
+        fixture.setTray(true);
+        tryVerify(() => !findChild(studio, "quit"));
+    }
     function test_tabLeavesTheSidebarForTheWorkspace() {
         keyClick(Qt.Key_Down);
         keyClick(Qt.Key_Tab);

@@ -2,17 +2,18 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A page that scrolls where it is higher than its place, with the usual distance around what stands in it.
+/// A page that scrolls where it is higher than its place, by default with the usual distance around what stands in it.
 Flickable {
     id: page
 
     default property alias content: inside.data
+    property int padding: Metrics.workspacePadding
     /// Widest that what stands in the page becomes; in a wider page it stands in the middle.
     property real widthLimit: Infinity
     readonly property Item focusedItem: Window.activeFocusItem
 
     contentWidth: width
-    contentHeight: inside.height + 2 * Metrics.workspacePadding
+    contentHeight: inside.height + 2 * padding
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     T.ScrollBar.vertical: StudioScrollBar { }
@@ -31,7 +32,7 @@ Flickable {
     /// stays where it is, so that a press into a long text does not move it away.
     function reveal(item: Item) {
         const top = item.mapToItem(inside, 0, 0).y;
-        const bottom = top + item.height + 2 * Metrics.workspacePadding;
+        const bottom = top + item.height + 2 * padding;
         const isHigher = bottom - top > height;
         if (isHigher && top < contentY + height && bottom > contentY)
             return;
@@ -41,12 +42,17 @@ Flickable {
             contentY = Math.min(top, Math.min(bottom, contentHeight) - height);
     }
 
+    /// Scrolls by so many pixels, at most to the ends.
+    function scrollBy(distance: real) {
+        contentY = Math.max(0, Math.min(contentHeight - height, contentY + distance));
+    }
+
     Item {
         id: inside
 
         x: Math.round((page.width - width) / 2)
-        y: Metrics.workspacePadding
-        width: Math.min(page.width - 2 * Metrics.workspacePadding, page.widthLimit)
+        y: page.padding
+        width: Math.min(page.width - 2 * page.padding, page.widthLimit)
         height: childrenRect.height
     }
 }

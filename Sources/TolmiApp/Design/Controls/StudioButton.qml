@@ -19,6 +19,7 @@ T.Button {
     property string toolTip
     readonly property color foreground: tone === StudioButton.Primary ? TolmiPalette.ink
                                         : tone === StudioButton.Danger ? "white" : TolmiPalette.frost
+    property real pressOpacity: down ? 0.9 : 1
     readonly property int cornerRadius: isSmall ? Metrics.chipRadius : Metrics.buttonRadius
 
     width: isWide && parent ? parent.width : implicitWidth
@@ -26,7 +27,7 @@ T.Button {
     implicitHeight: isSmall ? 28 : 36
     horizontalPadding: isSmall ? 10 : 14
     verticalPadding: isSmall ? 6 : 10
-    opacity: !enabled ? 0.42 : down ? 0.9 : 1
+    opacity: enabled ? pressOpacity : 0.42
     hoverEnabled: true
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     Accessible.focusable: activeFocusOnTab
@@ -83,6 +84,14 @@ T.Button {
             return Qt.rgba(1, 1, 1, 0.1);
         default:
             return TolmiPalette.focusFill;
+        }
+    }
+
+    Behavior on pressOpacity {
+        SpringAnimation {
+            spring: Motion.buttonPress.spring
+            damping: Motion.buttonPress.damping
+            epsilon: 0.0005
         }
     }
 
