@@ -10,7 +10,7 @@ constexpr Date morning = Date::fromSecondsSince1970(1763702801);
 const QString english = QStringLiteral("en");
 const QString romanian = QStringLiteral("ro");
 
-const DateTexts::Customs bucharest { QStringLiteral("Europe/Bucharest"), false };
+const DateTexts::Conventions bucharest { QStringLiteral("Europe/Bucharest"), false };
 
 /// Blanks of every width as the plain one, since libraries differ in which they set.
 QString plain(QString text) {

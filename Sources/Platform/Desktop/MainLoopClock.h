@@ -4,7 +4,7 @@
 
 #include <QObject>
 
-/// Real time and the event loop of the thread that made it.
+/// Real time and the event loop of the thread that created it.
 class MainLoopClock final : public Clock {
 public:
     Date now() const override;

@@ -10,16 +10,16 @@
 
 class QDBusMessage;
 
-/// What the login manager and the screen savers tell over the message buses. They are asked without waiting,
-/// at the start and whenever one of them tells of a change. What is told then counts for nothing by itself:
-/// on the bus of the system anybody may speak.
+/// The lock state that the login manager and the screen savers report over D-Bus. They are queried
+/// asynchronously, at start and at each change signal. The content of a signal is not trusted, because anyone
+/// can send one on the system bus.
 class DBusSessionLock final : public QObject, public SessionLock {
     Q_OBJECT
 
 public:
     using Connect = QDBusConnection (*)();
 
-    /// `connectToSystemBus` may take its time; it runs on a thread of its own.
+    /// `connectToSystemBus` may block; it runs on a separate thread.
     explicit DBusSessionLock(const QDBusConnection &sessionBus = QDBusConnection::sessionBus(),
         Connect connectToSystemBus = &systemBus);
 
@@ -29,10 +29,10 @@ private Q_SLOTS:
     void ask();
 
 private:
-    /// One who knows, and what it said last.
+    /// A service that knows the state, and its latest reply.
     struct Source {
         QDBusConnection bus;
-        /// Builds the question anew; a message is sent once.
+        /// Creates the query; each message can be sent only once.
         QDBusMessage (*question)();
         bool isLocked = false;
     };
