@@ -10,7 +10,7 @@ enum class Listener {
     /// Only programs of this user, root or system accounts.
     Trusted,
     /// At least one program of another user, or it cannot be determined.
-    Stranger,
+    Untrusted,
 };
 
 /// Reports whose programs listen at local addresses, where any user of the machine can listen for what others

@@ -24,7 +24,7 @@ void GuardedHttpClient::check(const QUrl &url) const {
     case Listener::Nobody:
         // Sending anyway would let a hostile program open the port between this check and the request.
         throw HttpError(HttpError::Code::CannotConnect);
-    case Listener::Stranger:
+    case Listener::Untrusted:
         throw HttpError(HttpError::Code::UntrustedServer);
     }
 }

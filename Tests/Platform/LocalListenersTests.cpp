@@ -105,24 +105,24 @@ struct ListenerCase {
 
 class ListenerTable : public testing::TestWithParam<ListenerCase> { };
 
-INSTANTIATE_TEST_SUITE_P(Strangers, ListenerTable,
+INSTANTIATE_TEST_SUITE_P(Untrusted, ListenerTable,
     testing::Values(
-        ListenerCase { "Exact", "http://127.0.0.1:11434/api", { "127.0.0.1" }, Listener::Stranger },
+        ListenerCase { "Exact", "http://127.0.0.1:11434/api", { "127.0.0.1" }, Listener::Untrusted },
         ListenerCase { "OtherAddress", "http://127.0.0.1:11434", { "127.0.0.2" }, Listener::Nobody },
-        ListenerCase { "Wildcard", "http://127.0.0.1:11434", { "0.0.0.0" }, Listener::Stranger },
-        ListenerCase { "BothWildcards", "http://127.0.0.1:11434", { "::" }, Listener::Stranger },
-        ListenerCase { "Mapped", "http://127.0.0.1:11434", { "::ffff:127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "MappedUrl", "http://[::ffff:127.0.0.1]:11434", { "127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "IPv6", "http://[::1]:11434", { "::1" }, Listener::Stranger },
-        ListenerCase { "IPv6Wildcard", "http://[::1]:11434", { "::" }, Listener::Stranger },
+        ListenerCase { "Wildcard", "http://127.0.0.1:11434", { "0.0.0.0" }, Listener::Untrusted },
+        ListenerCase { "BothWildcards", "http://127.0.0.1:11434", { "::" }, Listener::Untrusted },
+        ListenerCase { "Mapped", "http://127.0.0.1:11434", { "::ffff:127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "MappedUrl", "http://[::ffff:127.0.0.1]:11434", { "127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "IPv6", "http://[::1]:11434", { "::1" }, Listener::Untrusted },
+        ListenerCase { "IPv6Wildcard", "http://[::1]:11434", { "::" }, Listener::Untrusted },
         ListenerCase { "IPv4IsNotIPv6", "http://[::1]:11434", { "127.0.0.1", "0.0.0.0" }, Listener::Nobody },
-        ListenerCase { "NameByIPv4", "http://localhost:11434", { "127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "NameByIPv6", "http://localhost:11434", { "::1" }, Listener::Stranger },
-        ListenerCase { "NameInCapitals", "http://LOCALHOST.:11434", { "::1" }, Listener::Stranger },
-        ListenerCase { "NameBelow", "http://a.localhost:11434", { "127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "NoAddress", "http://0.0.0.0:11434", { "127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "NoIPv6Address", "http://[::]:11434", { "::1" }, Listener::Stranger },
-        ListenerCase { "ShortForm", "http://127.1:11434", { "127.0.0.1" }, Listener::Stranger },
+        ListenerCase { "NameByIPv4", "http://localhost:11434", { "127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "NameByIPv6", "http://localhost:11434", { "::1" }, Listener::Untrusted },
+        ListenerCase { "NameInCapitals", "http://LOCALHOST.:11434", { "::1" }, Listener::Untrusted },
+        ListenerCase { "NameBelow", "http://a.localhost:11434", { "127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "NoAddress", "http://0.0.0.0:11434", { "127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "NoIPv6Address", "http://[::]:11434", { "::1" }, Listener::Untrusted },
+        ListenerCase { "ShortForm", "http://127.1:11434", { "127.0.0.1" }, Listener::Untrusted },
         ListenerCase { "OtherPort", "http://127.0.0.1:11435", { "127.0.0.1" }, Listener::Nobody },
         ListenerCase { "UsualPort", "http://127.0.0.1", { "127.0.0.1" }, Listener::Nobody },
         ListenerCase { "OfTheNetwork", "http://localhost:11434", { "192.168.1.2" }, Listener::Nobody },
@@ -149,13 +149,13 @@ TEST(LinuxLocalListeners, OneStrangerAmongTrustedOnesIsEnough) {
     const QUrl url(QStringLiteral("http://localhost:1"));
     EXPECT_EQ(listeners.listenerAt(url), Listener::Trusted);
     sockets.push_back({ ipv6, 1, stranger });
-    EXPECT_EQ(listeners.listenerAt(url), Listener::Stranger);
+    EXPECT_EQ(listeners.listenerAt(url), Listener::Untrusted);
     EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://127.0.0.1:1"))), Listener::Trusted);
 }
 
 TEST(LinuxLocalListeners, TrustNobodyWhenTheKernelDoesNotTell) {
     const LinuxLocalListeners listeners([] { return std::optional<std::vector<ListeningSocket>>(); });
-    EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://localhost:1"))), Listener::Stranger);
+    EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://localhost:1"))), Listener::Untrusted);
     EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://example.org"))), Listener::Elsewhere);
 }
 
@@ -182,7 +182,7 @@ TEST(LinuxLocalListeners, KnowAnotherUsersServer) {
     ASSERT_TRUE(server.waitForReadyRead(30000)) << server.readAllStandardError().toStdString();
     const QString port = QString::fromUtf8(server.readLine()).trimmed();
     EXPECT_EQ(LinuxLocalListeners().listenerAt(QUrl(QStringLiteral("http://localhost:") + port)),
-        Listener::Stranger);
+        Listener::Untrusted);
     server.closeWriteChannel();
     EXPECT_TRUE(server.waitForFinished());
 }

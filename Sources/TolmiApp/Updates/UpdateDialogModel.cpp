@@ -9,7 +9,7 @@ namespace {
 using L10n::Phrase;
 using Phase = UpdatePrompt::Phase;
 
-/// The words of one phase.
+/// The texts of one phase.
 struct Words {
     Phrase title;
     std::optional<Phrase> hint;
@@ -52,7 +52,7 @@ UpdateDialogModel::UpdateDialogModel(
     connect(&prompt, &UpdatePrompt::messageChanged, this, &UpdateDialogModel::contentChanged);
     connect(&prompt, &UpdatePrompt::filePathChanged, this, &UpdateDialogModel::contentChanged);
     connect(&prompt, &UpdatePrompt::progressChanged, this, &UpdateDialogModel::progressChanged);
-    // The words first: whoever hears of the phase finds those that belong to it.
+    // contentChanged first, so that the texts are up to date when the phase changes.
     connect(&prompt, &UpdatePrompt::phaseChanged, this, &UpdateDialogModel::contentChanged);
     connect(&prompt, &UpdatePrompt::phaseChanged, this, &UpdateDialogModel::phaseChanged);
 }
@@ -120,7 +120,7 @@ QString UpdateDialogModel::progressLabel() const {
 }
 
 void UpdateDialogModel::act() {
-    // Each answer may change the phase at once, so only one of them is given.
+    // Each call may change the phase at once, so only one may run.
     if (phase() == Phase::Downloaded)
         m_showFile(FileURL(m_prompt.filePath()));
     else if (phase() == Phase::Failed)

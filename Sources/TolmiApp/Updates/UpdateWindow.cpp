@@ -38,18 +38,17 @@ void UpdateWindow::open() {
     connect(m_view->rootObject(), &QQuickItem::implicitHeightChanged, this, &UpdateWindow::fit);
     rename();
     fit();
-    // What the updater found by itself must not take the keys that the user types elsewhere; X11 windows look
-    // at this property.
-    const bool isAskedFor = m_model.phase() != UpdatePrompt::Phase::Found;
-    m_view->setProperty("_q_showWithoutActivating", !isAskedFor);
+    // A dialog from an automatic check must not steal the focus; X11 windows read this property.
+    const bool isUserInitiated = m_model.phase() != UpdatePrompt::Phase::Found;
+    m_view->setProperty("_q_showWithoutActivating", !isUserInitiated);
     m_view->show();
-    if (isAskedFor)
+    if (isUserInitiated)
         m_view->requestActivate();
 }
 
 void UpdateWindow::close() {
     m_view->hide();
-    // The answer that closes the dialog comes from a button in it.
+    // Deleted later, because the call may come from one of its own buttons.
     m_closedView = m_view.release();
     m_closedView->deleteLater();
 }

@@ -55,7 +55,7 @@ protected:
             probes.push_back({ endpoint, timeout });
             return answer(isReachable);
         };
-        functions.isStrangerAt = [this](const QUrl &) { return isStrangerThere; };
+        functions.isUntrustedAt = [this](const QUrl &) { return isListenerUntrusted; };
         return StudioHealthCheckService(std::move(functions), std::move(texts));
     }
     static Task<bool> answer(bool isReachable) { co_return isReachable; }
@@ -85,7 +85,7 @@ protected:
     bool isExecutable = true;
     bool isThere = true;
     bool isReachable = true;
-    bool isStrangerThere = false;
+    bool isListenerUntrusted = false;
     QStringList calls;
     std::vector<ProbeCall> probes;
 };
@@ -283,7 +283,7 @@ TEST_F(StudioHealthCheckServiceTest, TheUsualFunctionsAskThePlatform) {
     FakeAccessibilityRight right;
     FakeHttpClient http;
     FakeLocalListeners listeners;
-    listeners.replies = { Listener::Trusted, Listener::Nobody, Listener::Stranger };
+    listeners.replies = { Listener::Trusted, Listener::Nobody, Listener::Untrusted };
     const StudioHealthCheckService checks(
         StudioHealthCheckService::Platform { permission, right, files, http, listeners },
         PlatformTexts::forLinux());
@@ -310,7 +310,7 @@ TEST_F(StudioHealthCheckServiceTest, TheUsualFunctionsAskThePlatform) {
 }
 
 TEST_P(InBothLanguages, AStrangersServerIsUnreachableAndTheHintSaysWhy) {
-    isStrangerThere = true;
+    isListenerUntrusted = true;
     EXPECT_EQ(run()[4],
         item(ollama, Key::healthOllama, Status::Error, Key::healthUnreachable,
             L10n::text(L10n::Phrase::healthStrangerHint, input.uiLanguage)));

@@ -121,12 +121,12 @@ Listener LinuxLocalListeners::listenerAt(const QUrl &url) const {
         return Listener::Elsewhere;
     auto sockets = m_sockets();
     if (!sockets)
-        return Listener::Stranger;
+        return Listener::Untrusted;
     const int port = url.port(url.scheme() == u"https" ? 443 : 80);
     std::erase_if(*sockets,
         [&](const ListeningSocket &socket) { return socket.port != port || !mayAnswerAt(socket, *address); });
     if (sockets->empty())
         return Listener::Nobody;
     const bool areTrusted = std::ranges::all_of(*sockets, isTrustedAccount, &ListeningSocket::owner);
-    return areTrusted ? Listener::Trusted : Listener::Stranger;
+    return areTrusted ? Listener::Trusted : Listener::Untrusted;
 }

@@ -2,12 +2,12 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A page that scrolls where it is higher than its place, with the usual distance around what stands in it.
+/// A page with standard margins that scrolls if its content does not fit.
 Flickable {
     id: page
 
     default property alias content: inside.data
-    /// Widest that what stands in the page becomes; in a wider page it stands in the middle.
+    /// Maximum width of the content, which is centred in a wider page.
     property real widthLimit: Infinity
     readonly property Item focusedItem: Window.activeFocusItem
 
@@ -27,8 +27,8 @@ Flickable {
             ancestor = ancestor.parent;
         return ancestor !== null;
     }
-    /// Scrolls as little as brings the whole item into sight. An item that is higher than the page and partly in sight
-    /// stays where it is, so that a press into a long text does not move it away.
+    /// Scrolls the minimum distance that makes the whole item visible. An item higher than the page is not moved if
+    /// partly visible, so that clicking into a long text does not scroll it away.
     function reveal(item: Item) {
         const top = item.mapToItem(inside, 0, 0).y;
         const bottom = top + item.height + 2 * Metrics.workspacePadding;
