@@ -88,7 +88,7 @@ double distance(const Bands &left, const Bands &right) {
 
 TEST(SystemSoundFiles, AreWhatTheSynthesiserMakes) {
     for (const Recipe &recipe : recipes())
-        EXPECT_TRUE(fileContent(recipe.name).toStdString() == waveFile(cook(recipe))) << recipe.name;
+        EXPECT_TRUE(fileContent(recipe.name).toStdString() == waveFile(render(recipe))) << recipe.name;
 }
 
 TEST(PulseSystemSounds, KnowsThemByTheirExactNames) {
