@@ -11,12 +11,12 @@
 #include <unistd.h>
 
 namespace {
-/// One kind of machine, and how a test has somebody listen on it.
+/// An implementation under test, and how to start listeners.
 class Machine {
 public:
     virtual ~Machine() = default;
     virtual const LocalListeners &listeners() const = 0;
-    /// An address at which a program of the user listens.
+    /// Starts a server of this user and returns its address.
     virtual QUrl startOwnServer() = 0;
     virtual void stopServer() = 0;
 };
@@ -71,7 +71,7 @@ TEST_P(LocalListenersContract, AServerOfTheUserIsTrustedAsLongAsItListens) {
 
 constexpr uid_t stranger = 60000;
 
-/// What the kernel says about a socket of `owner`, listening unless the state is another.
+/// The kernel's table row for a socket of `owner`, by default listening.
 QByteArray line(const QByteArray &address, uid_t owner, const QByteArray &state = "0A") {
     return "   0: " + address + " 00000000:0000 " + state + " 00000000:00000000 00:00000000 00000000 "
         + QByteArray::number(owner).rightJustified(5) + "        0 12345 1 0000000000000000 100 0 0 10 0\n";
@@ -98,8 +98,8 @@ TEST(ListeningSockets, AreReadFromTheKernelsTables) {
 struct ListenerCase {
     const char *name;
     const char *url;
-    /// Where the strangers listen, all at port 11434; the user listens nowhere.
-    std::vector<const char *> strangers;
+    /// Addresses where other users listen, all at port 11434; this user does not listen.
+    std::vector<const char *> untrusted;
     Listener expected;
 };
 
@@ -134,14 +134,14 @@ INSTANTIATE_TEST_SUITE_P(Untrusted, ListenerTable,
 TEST_P(ListenerTable, IsReadForTheAddressOfTheUrl) {
     const LinuxLocalListeners listeners([] {
         std::vector<ListeningSocket> sockets;
-        for (const char *address : GetParam().strangers)
+        for (const char *address : GetParam().untrusted)
             sockets.push_back({ QHostAddress(QString::fromUtf8(address)), 11434, stranger });
         return std::optional(sockets);
     });
     EXPECT_EQ(listeners.listenerAt(QUrl(QString::fromUtf8(GetParam().url))), GetParam().expected);
 }
 
-TEST(LinuxLocalListeners, OneStrangerAmongTrustedOnesIsEnough) {
+TEST(LinuxLocalListeners, OneUntrustedListenerIsEnough) {
     const QHostAddress ipv4(QHostAddress::LocalHost);
     const QHostAddress ipv6(QHostAddress::LocalHostIPv6);
     std::vector<ListeningSocket> sockets { { ipv4, 1, ::geteuid() }, { ipv6, 1, 0 }, { ipv6, 1, 998 } };
@@ -153,7 +153,7 @@ TEST(LinuxLocalListeners, OneStrangerAmongTrustedOnesIsEnough) {
     EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://127.0.0.1:1"))), Listener::Trusted);
 }
 
-TEST(LinuxLocalListeners, TrustNobodyWhenTheKernelDoesNotTell) {
+TEST(LinuxLocalListeners, TrustNobodyIfTheTablesAreUnreadable) {
     const LinuxLocalListeners listeners([] { return std::optional<std::vector<ListeningSocket>>(); });
     EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://localhost:1"))), Listener::Untrusted);
     EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://example.org"))), Listener::Elsewhere);

@@ -30,12 +30,12 @@ TestCase {
 
     property MenuBarPopupView view: null
 
-    /// Before the model of the view goes.
+    /// Before the view's model is destroyed.
     function cleanup() {
         view.destroy();
         wait(0);
     }
-    /// A popup over a flow that is set up.
+    /// A popup with a flow.
     function open(isTrusted = true): var {
         const fixture = createTemporaryObject(fixtures, test);
         fixture.start(isTrusted);
