@@ -50,7 +50,7 @@ void ensureEngineRunning(AudioEngine &engine) {
 /// Seconds: how often a recording checks that the engine runs, when it reports missing sound, and how much
 /// silence it writes at most (in case the clock is set).
 constexpr double checkInterval = 0.25;
-constexpr double patience = 3.0;
+constexpr double soundTimeout = 3.0;
 constexpr double longestGap = 4.0;
 } // namespace
 
@@ -288,7 +288,7 @@ void LiveAudioCapture::checkForSound(Watch &watch) {
             recording->isInGap = true;
     });
     startEngine();
-    if (m_platform.clock.now() - *watch.lostSince < patience)
+    if (m_platform.clock.now() - *watch.lostSince < soundTimeout)
         return;
     watch.lostSince = std::nullopt;
     if (onSoundLost)

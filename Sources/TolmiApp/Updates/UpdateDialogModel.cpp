@@ -10,14 +10,14 @@ using L10n::Phrase;
 using Phase = UpdatePrompt::Phase;
 
 /// The texts of one phase.
-struct Words {
+struct PhaseTexts {
     Phrase title;
     std::optional<Phrase> hint;
     std::optional<Phrase> action;
     Phrase dismissal;
 };
 
-Words wordsOf(Phase phase) {
+PhaseTexts textsOf(Phase phase) {
     switch (phase) {
     case Phase::Found:
         return { Phrase::updateFoundTitle, Phrase::updateFoundHint, Phrase::updateDownload,
@@ -66,7 +66,7 @@ QString UpdateDialogModel::windowTitle() const {
 }
 
 QString UpdateDialogModel::title() const {
-    return text(wordsOf(phase()).title, { m_prompt.version() });
+    return text(textsOf(phase()).title, { m_prompt.version() });
 }
 
 QString UpdateDialogModel::problem() const {
@@ -74,7 +74,7 @@ QString UpdateDialogModel::problem() const {
 }
 
 QString UpdateDialogModel::hint() const {
-    const std::optional<Phrase> phrase = wordsOf(phase()).hint;
+    const std::optional<Phrase> phrase = textsOf(phase()).hint;
     return phrase ? text(*phrase, { m_installedVersion }) : QString();
 }
 
@@ -99,12 +99,12 @@ QString UpdateDialogModel::filePathLabel() const {
 }
 
 QString UpdateDialogModel::actionText() const {
-    const std::optional<Phrase> phrase = wordsOf(phase()).action;
+    const std::optional<Phrase> phrase = textsOf(phase()).action;
     return phrase ? text(*phrase) : QString();
 }
 
 QString UpdateDialogModel::dismissText() const {
-    return text(wordsOf(phase()).dismissal);
+    return text(textsOf(phase()).dismissal);
 }
 
 double UpdateDialogModel::progress() const {

@@ -26,14 +26,14 @@ public:
     bool isLocked() override;
 
 private Q_SLOTS:
-    void ask();
+    void query();
 
 private:
     /// A service that knows the state, and its latest reply.
     struct Source {
         QDBusConnection bus;
         /// Creates the query; each message can be sent only once.
-        QDBusMessage (*question)();
+        QDBusMessage (*makeQuery)();
         bool isLocked = false;
     };
 
@@ -41,7 +41,7 @@ private:
 
     void listenOnSessionBus(QDBusConnection bus);
     void listenOnSystemBus(QDBusConnection bus);
-    void ask(std::size_t source);
+    void query(std::size_t source);
 
     std::vector<Source> m_sources;
     SerialQueue m_connecting { QStringLiteral("Tolmi.DBusSessionLock") };

@@ -45,9 +45,9 @@ PortalDesktopLook::PortalDesktopLook(const QDBusConnection &bus) {
 
 void PortalDesktopLook::askForAll(QDBusConnection bus) {
     qDBusRegisterMetaType<Namespaces>();
-    auto question = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"));
-    question << QStringList { appearanceSpace, gnomeSpace, plasmaSpace };
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    auto query = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"));
+    query << QStringList { appearanceSpace, gnomeSpace, plasmaSpace };
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(query), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         const QDBusPendingReply<Namespaces> answer = *watcher;

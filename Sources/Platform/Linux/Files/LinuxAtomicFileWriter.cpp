@@ -39,8 +39,8 @@ bool isTemporaryName(const QByteArray &name) {
 
 /// The final target of the links at `url`, which need not exist. For a link cycle, one of the links.
 FileURL linkTarget(FileURL url) {
-    constexpr int mostLinks = 40; // the kernel's limit
-    for (int count = 0; count < mostLinks; ++count) {
+    constexpr int maxLinks = 40; // the kernel's limit
+    for (int count = 0; count < maxLinks; ++count) {
         std::array<char, PATH_MAX> target;
         const ssize_t length
             = ::readlink(QFile::encodeName(url.path()).constData(), target.data(), target.size());
@@ -81,7 +81,7 @@ public:
         if (!m_file.isValid())
             return false;
         fill();
-        return giveName();
+        return linkTemporaryName();
     }
 
     /// Writes a file that has a temporary name from the start.
@@ -158,7 +158,7 @@ private:
         }
     }
 
-    bool giveName() {
+    bool linkTemporaryName() {
         std::array<char, 32> descriptorPath;
         std::snprintf(descriptorPath.data(), descriptorPath.size(), "/proc/self/fd/%d", m_file.get());
         int result = 0;

@@ -103,7 +103,7 @@ public:
     }
 
 private:
-    static constexpr int mostLinks = 40;
+    static constexpr int maxLinks = 40;
 
     /// Puts the components of `path` before the remaining ones.
     void push(const QByteArray &path) {
@@ -140,7 +140,7 @@ private:
     bool follow(const QByteArray &folder) {
         std::array<char, PATH_MAX> target;
         const ssize_t size = ::readlink(m_path.constData(), target.data(), target.size());
-        if (size <= 0 || ++m_linkCount > mostLinks)
+        if (size <= 0 || ++m_linkCount > maxLinks)
             return false;
         m_isLink = false;
         push(QByteArray(target.data(), size));

@@ -176,7 +176,7 @@ QByteArray readRest(int descriptor) {
 }
 
 /// Sends SIGTERM to the child of `descriptor`; does nothing if it has ended.
-void askToEnd(int descriptor) {
+void sendTerminate(int descriptor) {
     ::pidfd_send_signal(descriptor, SIGTERM, nullptr, 0);
 }
 } // namespace
@@ -192,9 +192,9 @@ public:
         const std::lock_guard lock(m_mutex);
         m_descriptors.erase(descriptor);
     }
-    void askAllToEnd() {
+    void terminateAll() {
         const std::lock_guard lock(m_mutex);
-        std::ranges::for_each(m_descriptors, &askToEnd);
+        std::ranges::for_each(m_descriptors, &sendTerminate);
     }
 
 private:
@@ -223,7 +223,7 @@ public:
 
     void terminate() override {
         if (!m_status)
-            askToEnd(m_child.get());
+            sendTerminate(m_child.get());
     }
 
     bool waitUntilExit(double seconds) override {
@@ -278,5 +278,5 @@ std::unique_ptr<Process> LinuxProcessLauncher::launch(
 }
 
 void LinuxProcessLauncher::terminateAll() {
-    m_children->askAllToEnd();
+    m_children->terminateAll();
 }

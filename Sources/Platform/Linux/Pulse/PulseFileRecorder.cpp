@@ -10,7 +10,7 @@
 
 namespace {
 /// Decibels; reported for silence.
-constexpr float leastPower = -120.0F;
+constexpr float silencePower = -120.0F;
 
 /// The level meter reads the power fifty times a second.
 constexpr int buffersPerSecond = 50;
@@ -24,7 +24,7 @@ float power(const AudioBuffer &buffer) {
         squares += sample * sample;
     const float decibels = 10.0F * std::log10(squares / float(buffer.frameLength));
     // The logarithm of digital silence is minus infinity.
-    return std::max(leastPower, decibels);
+    return std::max(silencePower, decibels);
 }
 
 void logFailure(const LocalizedError &error) {
@@ -36,7 +36,7 @@ PulseFileRecorder::PulseFileRecorder(Platform platform, const FileURL &url, cons
     : m_audioFiles(platform.audioFiles)
     , m_url(url)
     , m_settings(settings)
-    , m_averagePower(leastPower)
+    , m_averagePower(silencePower)
     , m_processing(QStringLiteral("Tolmi.PulseFileRecorder"))
     , m_stream(platform.connection, AudioFormat { double(settings.sampleRate), settings.channelCount }) { }
 

@@ -29,7 +29,7 @@ public:
     // Any thread.
     void setDidEnd(DidEnd observer);
     int begin();
-    void cease();
+    void cancel();
     bool isWanted() const;
 
     /// Whether the server plays the playback numbered `run`.
@@ -59,7 +59,7 @@ private:
     void seek(qint64 frame);
     void breakOff();
     void end(bool successfully);
-    void later(void (Playback::*operation)());
+    void enqueue(void (Playback::*operation)());
     void setCorked(bool isCorked);
 
     PulseConnection &m_connection;
@@ -89,12 +89,12 @@ struct PulseOutputStream::Playback::Callbacks {
     static void state(pa_stream *native, void *self) {
         playback(self).m_connection.notify();
         if (!PA_STREAM_IS_GOOD(pa_stream_get_state(native)))
-            playback(self).later(&Playback::breakOff);
+            playback(self).enqueue(&Playback::breakOff);
     }
-    static void write(pa_stream *, size_t, void *self) { playback(self).later(&Playback::feed); }
+    static void write(pa_stream *, size_t, void *self) { playback(self).enqueue(&Playback::feed); }
     static void drained(pa_stream *, int isDone, void *self) {
         if (isDone)
-            playback(self).later(&Playback::drained);
+            playback(self).enqueue(&Playback::drained);
     }
 };
 
@@ -109,7 +109,7 @@ int PulseOutputStream::Playback::begin() {
     return ++m_latestRun;
 }
 
-void PulseOutputStream::Playback::cease() {
+void PulseOutputStream::Playback::cancel() {
     {
         const std::lock_guard lock(m_mutex);
         m_isWanted = false;
@@ -312,7 +312,7 @@ void PulseOutputStream::Playback::end(bool successfully) {
         m_didEnd(successfully);
 }
 
-void PulseOutputStream::Playback::later(void (Playback::*operation)()) {
+void PulseOutputStream::Playback::enqueue(void (Playback::*operation)()) {
     m_queue.async([weak = weak_from_this(), operation] {
         if (const auto self = weak.lock())
             ((*self).*operation)();
@@ -325,7 +325,7 @@ PulseOutputStream::PulseOutputStream(Platform platform, std::unique_ptr<SndFileR
 
 PulseOutputStream::~PulseOutputStream() {
     m_playback->setDidEnd(nullptr);
-    m_playback->cease();
+    m_playback->cancel();
     doOnQueue(&Playback::close);
 }
 
@@ -350,12 +350,12 @@ std::shared_future<bool> PulseOutputStream::play() {
 }
 
 void PulseOutputStream::pause() {
-    m_playback->cease();
+    m_playback->cancel();
     doOnQueue(&Playback::pause);
 }
 
 void PulseOutputStream::stop() {
-    m_playback->cease();
+    m_playback->cancel();
     doOnQueue(&Playback::rewind);
 }
 
