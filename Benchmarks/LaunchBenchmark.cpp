@@ -159,7 +159,7 @@ int main(int argc, char **argv) {
         median(tray.residentMegabytes), median(tray.anonymousMegabytes));
     const Series empty = measure(
         { QGuiApplication::applicationFilePath(), { QStringLiteral("--empty-window") }, "frame" }, count, 0);
-    // With a fresh home the Studio opens by itself.
+    // In a home as fresh as this one the Studio opens by itself.
     const Series studio = measure({ tolmi, {}, "tolmi.stages: studio" }, count, 0);
     printTime("empty QML window, to its first frame", empty, "");
     printTime("Studio, to its first frame", studio, "");

@@ -14,10 +14,10 @@ public:
     /// Absent if the desktop has no preference or has not answered yet.
     virtual std::optional<Appearance> appearance() const = 0;
 
-    /// Whether animations should be reduced; false until the desktop has answered.
+    /// Whether things should stand still where they can; false while the desktop has not told.
     virtual bool isMotionReduced() const = 0;
 
 Q_SIGNALS:
-    /// One of the two has changed.
+    /// One of the two is different now.
     void changed();
 };

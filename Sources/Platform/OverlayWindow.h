@@ -12,7 +12,7 @@ class OverlayWindow {
 public:
     virtual ~OverlayWindow() = default;
 
-    /// The main screen without the desktop's panels; absent if there is no screen.
+    /// The main screen without the bars that the desktop keeps there; absent when there is no screen.
     virtual std::optional<QRect> visibleFrame() const = 0;
 
     /// Moves the window's top-left corner to `origin`.

@@ -77,7 +77,7 @@ TEST(SerialQueue, HasOneNamedThread) {
     EXPECT_STREQ(name.data(), "Tolmi.SerialQue");
 }
 
-TEST(SerialQueue, CanBeDestroyedUnused) {
+TEST(SerialQueue, UnusedOneEnds) {
     const SerialQueue queue(QStringLiteral("test"));
 }
 

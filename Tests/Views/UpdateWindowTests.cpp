@@ -49,7 +49,7 @@ TEST_F(UpdateWindowTest, ExistsOnlyWhileThereIsSomethingToShow) {
     EXPECT_TRUE(window.view()->isVisible());
 }
 
-TEST_F(UpdateWindowTest, FitsItsContent) {
+TEST_F(UpdateWindowTest, IsAsLargeAsWhatItShows) {
     prompt.showChecking();
     const QSize small = window.view()->size();
     find();

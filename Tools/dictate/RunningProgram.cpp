@@ -19,7 +19,7 @@ RunningProgram::~RunningProgram() {
 }
 
 bool RunningProgram::start(const QString &path, const QStringList &arguments) {
-    // Discards the output of an earlier run.
+    // What an earlier run said must not be taken for this one's.
     m_stages.clear();
     m_state.clear();
     m_process.start(path, arguments);

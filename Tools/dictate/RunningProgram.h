@@ -23,8 +23,8 @@ public:
     /// Terminates the program as a session manager does, and kills it if it does not exit.
     ~RunningProgram();
 
-    /// Starts `path`, by default without a window, and waits until its hotkey listens; on failure returns
-    /// false, with an explanation in output().
+    /// Starts `path`, without a window unless the arguments are others, and waits until its hotkey listens;
+    /// false with an explanation in output() when it does not.
     bool start(const QString &path, const QStringList &arguments = { QStringLiteral("--tray") });
 
     /// Current time in seconds by the clock of the stages.

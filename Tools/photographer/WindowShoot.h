@@ -27,7 +27,7 @@ private:
     QStringList shootWizardInTrouble();
     QStringList shootDailyLife();
     QStringList shootScenes(const Stage &stage, const QString &suffix);
-    /// A menu and a confirmation dialog.
+    /// A menu and a question.
     QStringList shootChoices(const Stage &stage);
     QStringList shootTemplate(const Stage &stage);
     /// A dictation in progress.

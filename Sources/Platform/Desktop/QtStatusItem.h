@@ -19,7 +19,7 @@ public:
 
 private:
     std::function<void()> m_activated;
-    // The menu must outlive the tray icon that shows it.
+    // The menu outlives the tray icon that shows it.
     QMenu m_menu;
     QSystemTrayIcon m_icon;
 };

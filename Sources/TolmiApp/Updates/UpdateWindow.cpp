@@ -38,11 +38,12 @@ void UpdateWindow::open() {
     connect(m_view->rootObject(), &QQuickItem::implicitHeightChanged, this, &UpdateWindow::fit);
     rename();
     fit();
-    // A dialog from an automatic check must not steal the focus; X11 windows read this property.
-    const bool isUserInitiated = m_model.phase() != UpdatePrompt::Phase::Found;
-    m_view->setProperty("_q_showWithoutActivating", !isUserInitiated);
+    // What the updater found by itself must not take the keys that the user types elsewhere; X11 windows look
+    // at this property.
+    const bool isAskedFor = m_model.phase() != UpdatePrompt::Phase::Found;
+    m_view->setProperty("_q_showWithoutActivating", !isAskedFor);
     m_view->show();
-    if (isUserInitiated)
+    if (isAskedFor)
         m_view->requestActivate();
 }
 

@@ -18,7 +18,7 @@ public:
     /// Sets up an engine with what all views of the program need, such as the palette.
     using PrepareEngine = std::function<void(QQmlEngine &)>;
 
-    /// The model must outlive the window.
+    /// The model outlives the window.
     UpdateWindow(UpdateDialogModel &model, PrepareEngine prepareEngine);
     ~UpdateWindow() override;
 

@@ -262,7 +262,7 @@ TEST_F(LiveAudioCaptureTest, TheBufferOfTheEngineIsNotKept) {
     EXPECT_EQ(written(), expected);
 }
 
-TEST_F(LiveAudioCaptureTest, ThePreRollContinuesDuringAndAfterARecording) {
+TEST_F(LiveAudioCaptureTest, ThePreRollRollsOnDuringARecordingAndSurvivesIt) {
     makeCapture();
     capture->startRecording(url);
     feedCounting(40);

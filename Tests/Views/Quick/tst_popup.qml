@@ -35,7 +35,7 @@ TestCase {
         view.destroy();
         wait(0);
     }
-    /// A popup with a flow.
+    /// A popup over a flow that is set up.
     function open(isTrusted = true): var {
         const fixture = createTemporaryObject(fixtures, test);
         fixture.start(isTrusted);

@@ -15,31 +15,31 @@ const QString freedesktopSaver = QStringLiteral("org.freedesktop.ScreenSaver");
 const QString gnomeSaver = QStringLiteral("org.gnome.ScreenSaver");
 
 /// The call must not start the service.
-QDBusMessage methodCall(
+QDBusMessage question(
     const QString &service, const QString &path, const QString &interface, const QString &name) {
     QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, name);
     message.setAutoStartService(false);
     return message;
 }
 
-QDBusMessage freedesktopQuery() {
-    return methodCall(freedesktopSaver, QStringLiteral("/org/freedesktop/ScreenSaver"), freedesktopSaver,
+QDBusMessage freedesktopQuestion() {
+    return question(freedesktopSaver, QStringLiteral("/org/freedesktop/ScreenSaver"), freedesktopSaver,
         QStringLiteral("GetActive"));
 }
 
-QDBusMessage gnomeQuery() {
-    return methodCall(
+QDBusMessage gnomeQuestion() {
+    return question(
         gnomeSaver, QStringLiteral("/org/gnome/ScreenSaver"), gnomeSaver, QStringLiteral("GetActive"));
 }
 
-QDBusMessage loginQuery() {
-    return methodCall(loginManager, QStringLiteral("/org/freedesktop/login1/session/auto"), properties,
+QDBusMessage loginQuestion() {
+    return question(loginManager, QStringLiteral("/org/freedesktop/login1/session/auto"), properties,
                QStringLiteral("Get"))
         << loginSession << QStringLiteral("LockedHint");
 }
 
 /// A screen saver replies with a bool, the login manager with a bool in a variant.
-bool isTrue(const QDBusMessage &answer) {
+bool isYes(const QDBusMessage &answer) {
     const QVariant value = answer.arguments().value(0);
     const QVariant plain = value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant() : value;
     return answer.type() == QDBusMessage::ReplyMessage && plain.toBool();
@@ -60,7 +60,7 @@ bool DBusSessionLock::isLocked() {
     const bool isLocked = std::ranges::any_of(m_sources, &Source::isLocked);
     // Ask again, so that a source which has exited since then does not count as locked for ever.
     if (isLocked)
-        query();
+        ask();
     return isLocked;
 }
 
@@ -71,29 +71,29 @@ QDBusConnection DBusSessionLock::systemBus() {
 // Both functions leave the sender empty: for a named sender Qt would block on a GetNameOwner call.
 void DBusSessionLock::listenOnSessionBus(QDBusConnection bus) {
     for (const QString &interface : { freedesktopSaver, gnomeSaver })
-        bus.connect({}, {}, interface, QStringLiteral("ActiveChanged"), this, SLOT(query()));
-    m_sources.push_back({ bus, &freedesktopQuery });
-    m_sources.push_back({ bus, &gnomeQuery });
-    query();
+        bus.connect({}, {}, interface, QStringLiteral("ActiveChanged"), this, SLOT(ask()));
+    m_sources.push_back({ bus, &freedesktopQuestion });
+    m_sources.push_back({ bus, &gnomeQuestion });
+    ask();
 }
 
 void DBusSessionLock::listenOnSystemBus(QDBusConnection bus) {
     bus.connect(
-        {}, {}, properties, QStringLiteral("PropertiesChanged"), { loginSession }, {}, this, SLOT(query()));
-    m_sources.push_back({ bus, &loginQuery });
-    query();
+        {}, {}, properties, QStringLiteral("PropertiesChanged"), { loginSession }, {}, this, SLOT(ask()));
+    m_sources.push_back({ bus, &loginQuestion });
+    ask();
 }
 
-void DBusSessionLock::query() {
+void DBusSessionLock::ask() {
     for (std::size_t source = 0; source < m_sources.size(); ++source)
-        query(source);
+        ask(source);
 }
 
-void DBusSessionLock::query(std::size_t source) {
-    const Source &queried = m_sources[source];
-    auto *watcher = new QDBusPendingCallWatcher(queried.bus.asyncCall(queried.makeQuery()), this);
+void DBusSessionLock::ask(std::size_t source) {
+    const Source &asked = m_sources[source];
+    auto *watcher = new QDBusPendingCallWatcher(asked.bus.asyncCall(asked.question()), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, source] {
         watcher->deleteLater();
-        m_sources[source].isLocked = isTrue(watcher->reply());
+        m_sources[source].isLocked = isYes(watcher->reply());
     });
 }

@@ -10,9 +10,9 @@
 
 class QDBusMessage;
 
-/// The lock state that the login manager and the screen savers report over D-Bus. They are queried
-/// asynchronously, at start and at each change signal. The content of a signal is not trusted, because anyone
-/// can send one on the system bus.
+/// What the login manager and the screen savers tell over the message buses. They are asked without waiting,
+/// at the start and whenever one of them tells of a change. What is told then counts for nothing by itself:
+/// on the bus of the system anybody may speak.
 class DBusSessionLock final : public QObject, public SessionLock {
     Q_OBJECT
 
@@ -26,14 +26,14 @@ public:
     bool isLocked() override;
 
 private Q_SLOTS:
-    void query();
+    void ask();
 
 private:
     /// A service that knows the state, and its latest reply.
     struct Source {
         QDBusConnection bus;
         /// Creates the query; each message can be sent only once.
-        QDBusMessage (*makeQuery)();
+        QDBusMessage (*question)();
         bool isLocked = false;
     };
 
@@ -41,7 +41,7 @@ private:
 
     void listenOnSessionBus(QDBusConnection bus);
     void listenOnSystemBus(QDBusConnection bus);
-    void query(std::size_t source);
+    void ask(std::size_t source);
 
     std::vector<Source> m_sources;
     SerialQueue m_connecting { QStringLiteral("Tolmi.DBusSessionLock") };

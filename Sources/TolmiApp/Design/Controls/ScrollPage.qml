@@ -2,12 +2,12 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A page with standard margins that scrolls if its content does not fit.
+/// A page that scrolls where it is higher than its place, with the usual distance around what stands in it.
 Flickable {
     id: page
 
     default property alias content: inside.data
-    /// Maximum width of the content, which is centred in a wider page.
+    /// Widest that what stands in the page becomes; in a wider page it stands in the middle.
     property real widthLimit: Infinity
     readonly property Item focusedItem: Window.activeFocusItem
 

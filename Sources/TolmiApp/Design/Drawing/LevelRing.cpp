@@ -8,7 +8,7 @@
 #include <cmath>
 
 namespace {
-/// Radius of the centre of the circle's line at scale 1, where circle and line fill 44 pixels.
+/// Of the middle of the circle's line at a scale of 1, where the circle with its line fills 44 pixels.
 constexpr double circleRadius = 21;
 constexpr double circleLineWidth = 2;
 } // namespace
