@@ -20,7 +20,7 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 constexpr int startCount = 20;
 constexpr std::chrono::seconds idleTime { 10 };
 
-/// Opens the microphone several times and prints how long the first sound took.
+/// Opens the microphone several times and prints the time to the first buffer.
 void measureFirstBuffer(PulseConnection &connection) {
     double least = 1e9;
     double most = 0;
@@ -38,7 +38,7 @@ void measureFirstBuffer(PulseConnection &connection) {
         most, startCount);
 }
 
-/// Prints what share of a core the warm capture takes while nothing is dictated.
+/// Prints the CPU usage of the running capture while nothing is dictated.
 void measureIdle(PulseConnection &connection) {
     PulseAudioEngine engine(connection);
     SndFileStore audioFiles;
@@ -58,7 +58,7 @@ void measureIdle(PulseConnection &connection) {
 }
 } // namespace
 
-/// Needs a sound server with a microphone: Tools/virtual-desktop gives one.
+/// Needs a sound server with a microphone; Tools/virtual-desktop provides one.
 int main(int argc, char **argv) {
     QCoreApplication application(argc, argv);
     try {

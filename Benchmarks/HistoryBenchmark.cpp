@@ -1,5 +1,5 @@
-// What the history costs, against the least that the same work can cost on this machine: a plain write of the
-// same bytes for a new entry, and the JSON library's own parse of the same file for a start.
+// Cost of the history relative to a lower bound on this machine: a plain write of the same bytes for adding
+// an entry, and the JSON library's bare parse of the same file for loading.
 
 #include "Foundation/Error.h"
 #include "Platform/Linux/Files/FileDescriptor.h"
@@ -45,7 +45,7 @@ void require(bool isFine, const char *what) {
     std::exit(1);
 }
 
-/// What `measure` gives in a process that has done nothing else, as a start of the program has not.
+/// The result of `measure` in a fresh process, like at program start.
 double inFreshProcess(const std::function<double()> &measure) {
     int ends[2];
     require(::pipe(ends) == 0, "pipe");
@@ -92,7 +92,7 @@ QByteArray contentOf(const QString &path) {
     return file.readAll();
 }
 
-/// The plainest way to replace a file by one that is on the disk.
+/// The simplest durable replacement of a file.
 void writePlainly(const QString &path, const QByteArray &content) {
     const QByteArray target = QFile::encodeName(path);
     const QByteArray temporary = target + ".new";
@@ -147,7 +147,7 @@ void measureAdding(const QString &folder, int roundCount, const char *bound) {
         history->add(dictation(number));
         history->waitUntilWritten();
     };
-    // As long as the user needs for a first dictation at the least.
+    // A user's first dictation takes at least as long.
     history->waitUntilWritten();
     const double firstOnMainThread = milliseconds([&] { history->add(dictation(0)); });
     history->waitUntilWritten();

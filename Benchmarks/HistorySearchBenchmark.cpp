@@ -1,5 +1,4 @@
-// What one keystroke in the search field of the history costs, and what it takes to make the texts ready
-// once.
+// Cost of one keystroke in the search field of the history, and of preparing the texts once.
 
 #include "Text/DateTexts.h"
 #include "TolmiApp/History/HistoryRows.h"
@@ -25,7 +24,7 @@ const QStringList words
                      "dimineață când vine clientul din Cluj să vadă ultima variantă a proiectului nostru")
           .split(u' ');
 
-/// About 140 letters, as many as are said up to the first pause for breath.
+/// About 140 letters, a typical spoken sentence.
 QString sentence(std::mt19937 &random) {
     QString text;
     while (text.size() < 140)
@@ -46,7 +45,7 @@ QList<HistoryEntry> history(int count) {
     return entries;
 }
 
-/// The times of typing each query letter by letter and of deleting it again.
+/// The times for typing each query letter by letter and deleting it again.
 std::vector<double> keystrokes(HistoryRows &rows) {
     std::vector<double> times;
     for (const QString &query : { QStringLiteral("întâlnirea de"), QStringLiteral("9999"),

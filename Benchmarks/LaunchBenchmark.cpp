@@ -1,6 +1,5 @@
-// What a start of the program costs, on the desktop it is started on: from the start of the process until the
-// hotkey listens, the memory that it keeps while nothing is shown, and until the Studio is there, against a
-// window with nothing in it.
+// Start-up cost of the program on the current desktop: time until the hotkey listens, idle memory, and time
+// until the Studio is shown compared with an empty window.
 
 #include "dictate/Home.h"
 #include "dictate/Waiting.h"
@@ -29,7 +28,7 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-/// A figure of /proc/PID/status in MB; the kernel counts in KiB.
+/// A value of /proc/PID/status, which is in KiB, in MB.
 double megabytes(qint64 processId, const QByteArray &name) {
     QFile file(QStringLiteral("/proc/%1/status").arg(processId));
     if (file.open(QIODevice::ReadOnly)) {
@@ -41,21 +40,20 @@ double megabytes(qint64 processId, const QByteArray &name) {
     return 0;
 }
 
-/// Time that the main thread has spent on a processor, which a busy machine does not stretch as it does the
-/// time on the clock.
+/// CPU time of the main thread, which depends less on the machine's load than wall-clock time.
 double mainThreadSeconds(qint64 processId) {
     QFile file(QStringLiteral("/proc/%1/schedstat").arg(processId));
     return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(0).toDouble() / 1e9 : 0;
 }
 
-/// A program of which every start is measured until it says a line.
+/// A program whose starts are measured until it prints a certain line.
 struct Launch {
     QString path;
     QStringList arguments;
     QByteArray line;
 };
 
-/// Seconds from the start of the process until its line; absent when that does not come.
+/// Seconds from process start until the line; absent if it does not appear.
 std::optional<double> start(QProcess &process, const Launch &launch) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tolmi.stages.info=true"));
@@ -106,7 +104,7 @@ void measureOnce(const Launch &launch, double pauseSeconds, Series &series) {
 }
 
 Series measure(const Launch &launch, int count, double pauseSeconds) {
-    // The first start brings the files into memory.
+    // The first start fills the page cache.
     Series discarded;
     measureOnce(launch, 0, discarded);
     Series series;
@@ -122,7 +120,7 @@ void printTime(const char *what, const Series &series, const char *goal) {
         1000 * median(series.mainThreadSeconds));
 }
 
-/// What the Studio's start is compared with.
+/// The baseline for the Studio's start.
 int showEmptyWindow(QGuiApplication &application) {
     QQmlEngine engine;
     QQmlComponent component(&engine);

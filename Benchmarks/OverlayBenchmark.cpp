@@ -1,6 +1,5 @@
-// What the overlay costs during a recording: the processor time of the whole process from one frame to
-// the next, with a level that moves fifty times a second, on the renderer that needs no graphics card. Then
-// what it still does once it is hidden.
+// Cost of the overlay during a recording: CPU time of the whole process per frame, with a level that changes
+// fifty times a second, on the software renderer. Then its activity once it is hidden.
 
 #include "Platform/FloatingWindows.h"
 #include "TolmiApp/Overlay/OverlayPanel.h"
@@ -25,7 +24,7 @@ constexpr int settlingMilliseconds = 2000;
 constexpr int recordingMilliseconds = 10000;
 constexpr int hiddenMilliseconds = 3000;
 
-/// A desktop without wishes of its own.
+/// Ignores all window settings.
 class PlainWindows final : public FloatingWindows {
 public:
     void prepare(QWindow &) override { }
@@ -52,14 +51,14 @@ double processorMilliseconds() {
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
-/// Lets the program run.
+/// Runs the event loop.
 void run(int milliseconds) {
     QEventLoop loop;
     QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
     loop.exec();
 }
 
-/// A voice that rises and falls: syllables in sentences.
+/// A simulated voice level with syllables and sentences.
 double levelAt(int step) {
     const double seconds = step * levelIntervalMilliseconds / 1000.0;
     return (0.5 + 0.5 * std::sin(seconds * 1.3)) * (0.5 + 0.5 * std::sin(seconds * 22));
@@ -120,7 +119,7 @@ void measureHidden(OverlayPanelController &panel, QQuickView &view) {
     panel.hide();
     while (view.isVisible())
         run(10);
-    // What still swings comes to rest.
+    // Lets animations finish.
     run(1000);
     int frameCount = 0;
     QObject::connect(&view, &QQuickView::frameSwapped, &view, [&] { ++frameCount; });
@@ -130,7 +129,7 @@ void measureHidden(OverlayPanelController &panel, QQuickView &view) {
     run(hiddenMilliseconds);
     std::printf("hidden, %d s\n", hiddenMilliseconds / 1000);
     std::printf("  frames                                        %6d      0\n", frameCount);
-    // One is that of this program, which ends the time.
+    // One timer is this program's own.
     std::printf("  timers                                        %6d      0\n", timers.count - 1);
     std::printf(
         "  processor time                                %6.3f ms\n", processorMilliseconds() - before);

@@ -8,13 +8,13 @@
 #include <vector>
 
 namespace {
-/// A dictation of usual length, with fillers of both languages.
+/// A dictation of typical length, with fillers of both languages.
 const QString text = QStringLiteral("deci  um, like, p\u0103i vreau s\u0103 trimit raportul m\u00e2ine "
                                     "diminea\u021b\u0103. uh, ok? you know, nu \u0219tiu "
                                     "dac\u0103 Maria poate veni, basically, dar mmm nu \u00eei scriu eu.");
 constexpr double goal = 20;
 
-/// Microseconds of one refinement.
+/// Duration of one refinement in microseconds.
 double measuredOnce(RuleBasedRefiner &refiner) {
     const auto start = std::chrono::steady_clock::now();
     const Task<QString> task = refiner.refine(text);

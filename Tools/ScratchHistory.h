@@ -5,7 +5,7 @@
 #include "Platform/Linux/Files/LinuxFileManager.h"
 #include "TolmiApp/History/TranscriptionHistory.h"
 
-/// A history as the program keeps it, but in a folder of its own, which only the user may enter.
+/// A history like the program's, but in a separate private folder.
 class ScratchHistory {
 public:
     using TemporaryFiles = LinuxAtomicFileWriter::TemporaryFiles;
@@ -18,7 +18,7 @@ public:
 
     TranscriptionHistory *operator->() { return &m_history; }
 
-    /// Where the history of `folder` is kept.
+    /// The history file in `folder`.
     static QString filePath(const QString &folder) { return folder + QStringLiteral("/Tolmi/history.json"); }
 
 private:

@@ -1,10 +1,10 @@
-# What ./run and ./test share; sourced, with $root set to the root of the tree.
+# Shared by ./run and ./test; sourced, with $root set to the root of the tree.
 # shellcheck shell=bash
 
 user_cache=${XDG_CACHE_HOME:-${HOME:?}/.cache}
 
-# Compiled files are shared by all clones of the user: the cache lies outside the tree and knows no absolute path.
-# The sloppiness is what the compiler cache asks for to take part in precompiled headers.
+# All clones of the user share the cache, which is outside the tree and contains no absolute paths. ccache needs this
+# sloppiness to support precompiled headers.
 export CCACHE_SLOPPINESS=pch_defines,time_macros
 export CCACHE_DIR=${CCACHE_DIR:-$user_cache/tolmi/ccache} CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
@@ -17,14 +17,14 @@ fail() {
   exit 2
 }
 
-# steps_left PRESET [TARGET...]: how many steps the build has before it.
+# steps_left PRESET [TARGET...]: prints the number of remaining build steps.
 steps_left() {
   local folder=$root/build/$1
   shift
   cmake --build "$folder" ${1:+--target "$@"} -- -n | sed -nE 's/^\[[0-9]+\/([0-9]+)\].*/\1/p' | tail -n 1
 }
 
-# build PRESET [TARGET...]: everything when no target is named. Says nothing when there is nothing to do.
+# build PRESET [TARGET...]: builds the targets, or everything. Prints nothing if there is nothing to do.
 build() {
   local preset=$1 folder=$root/build/$1 steps
   if [[ ! -f $folder/build.ninja || $root/CMakePresets.json -nt $folder/build.ninja ]]; then

@@ -1,4 +1,4 @@
-# Warnings and sanitizers that every target of the tree is built with.
+# Warnings and sanitizers for all targets.
 add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wno-missing-field-initializers)
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY)
 

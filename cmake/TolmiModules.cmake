@@ -1,5 +1,5 @@
-# tolmi_allow_links(TARGET dep...): stops the configuration when TARGET links anything but the named targets,
-# so that the arrows of ARCHITECTURE.md hold by construction.
+# tolmi_allow_links(TARGET dep...): fails the configuration if TARGET links anything but the named targets, which
+# enforces the dependency rules of ARCHITECTURE.md.
 function(tolmi_allow_links target)
   get_target_property(links ${target} LINK_LIBRARIES)
   foreach(link IN LISTS links)

@@ -1,7 +1,7 @@
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
-# tolmi_compile_texts(TARGET FILE...): compiles the texts of these languages, a file each, into TARGET. Their keys stand in
-# headers that the target and what links it can include.
+# tolmi_compile_texts(TARGET FILE...): compiles the texts of these languages, one file each, into TARGET. The generated
+# headers with their keys are available to the target and its users.
 function(tolmi_compile_texts target)
   set(folder ${CMAKE_CURRENT_BINARY_DIR}/${target}-texts)
   set(made ${folder}/TolmiApp/Settings/AppLanguages.h ${folder}/TolmiApp/Texts/L10nKeys.h ${folder}/TolmiApp/Texts/L10nTable.cpp)

@@ -6,5 +6,5 @@ set(TOLMI_SAMPLES_DIR ${CMAKE_SOURCE_DIR}/Resources/Samples)
 
 add_test(NAME Tools.whisper-cli
   COMMAND ${CMAKE_SOURCE_DIR}/Tools/whisper-cli/install --build --prefix ${CMAKE_BINARY_DIR}/test-tools)
-# Always the pinned version, so that every machine tests the same; without a cached build it compiles one.
+# Always the pinned version, so that every machine tests the same one; compiled if not cached.
 set_tests_properties(Tools.whisper-cli PROPERTIES LABELS tools FIXTURES_SETUP whisper-cli TIMEOUT 1500)

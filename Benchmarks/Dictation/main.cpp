@@ -1,6 +1,5 @@
-// Measures whole dictations of the real program from outside, on the desktop it is started on. Every figure
-// that has a goal is a ratio or a difference of two things measured in the same run, because machines are
-// noisy.
+// Measures whole dictations of the real program from outside, on the current desktop. Every figure with a
+// target is a ratio or difference of two values measured in the same run, because machines are noisy.
 
 #include "dictate/Dictation.h"
 #include "dictate/Home.h"
@@ -19,7 +18,7 @@
 #include <algorithm>
 
 namespace {
-// The paste keeps the main thread this long on purpose, so that the target sees the new clipboard.
+// Seconds that the paste blocks the main thread on purpose, so that the target sees the new clipboard.
 constexpr double pasteWait = 0.05;
 
 QTextStream &out() {
@@ -40,7 +39,7 @@ void printRow(const QString &what, const QString &value, const QString &goal) {
     out() << "  " << what.leftJustified(58) << value.rightJustified(12) << "   " << goal << Qt::endl;
 }
 
-// The same work as the program's first pass, started by us.
+// Runs whisper-cli directly with the arguments of the program's first pass.
 double secondsOfWhisperAlone(const HomeOptions &home, const QString &recording) {
     const QTemporaryDir folder;
     QProcess process;
@@ -64,7 +63,7 @@ ProcessUse useOf(qint64 processId) {
     ProcessUse use;
     QFile stat(QStringLiteral("/proc/%1/stat").arg(processId));
     if (stat.open(QIODevice::ReadOnly)) {
-        // Fields are counted behind the program's name, which may hold blanks.
+        // Fields are counted after the program's name, which may contain spaces.
         const QList<QByteArray> fields = stat.readAll().split(')').last().simplified().split(' ');
         use.cpuSeconds
             = (fields.value(11).toDouble() + fields.value(12).toDouble()) / double(sysconf(_SC_CLK_TCK));

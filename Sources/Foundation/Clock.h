@@ -5,18 +5,17 @@
 
 #include <functional>
 
-/// Time and the main thread's queue. Everything that waits or asks for the time does so through this.
+/// Time and the main thread's queue. All waiting and all reading of the time goes through this.
 ///
-/// Destruction forgets the work that has not run yet; tasks that sleep are abandoned by it.
+/// Destruction discards pending work and abandons sleeping tasks.
 class Clock {
 public:
     virtual ~Clock() = default;
 
-    /// The present instant.
+    /// The current time.
     virtual Date now() const = 0;
 
-    /// Runs `work` on the main thread in a later turn of its loop, in the order of the calls. Any thread may
-    /// call it.
+    /// Runs `work` on the main thread in a later iteration of its event loop, in call order. Any thread.
     virtual void post(std::function<void()> work) = 0;
 
     /// Runs `work` on the main thread once `seconds` have passed; zero or less counts as zero. Main thread
@@ -48,7 +47,7 @@ struct SleepRequest {
     Awaiter operator co_await() const { return { clock, seconds }; }
 };
 
-/// Suspends the awaiting task for `seconds` of `clock`. A clock that goes away abandons the task.
+/// Suspends the awaiting task for `seconds` of `clock`. The task is abandoned if the clock is destroyed.
 inline SleepRequest sleep(Clock &clock, double seconds) {
     return { clock, seconds };
 }

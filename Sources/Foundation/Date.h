@@ -5,22 +5,22 @@
 
 #include <compare>
 
-/// An instant, independent of calendars and zones.
+/// A point in time, independent of calendars and time zones.
 struct Date {
-    /// Seconds from 2001-01-01T00:00:00Z; negative before it. This is also how the history file counts.
+    /// Seconds since 2001-01-01T00:00:00Z; negative before it. The history file stores the same number.
     double secondsSinceReferenceDate = 0;
 
     /// Seconds from the Unix epoch to the reference date.
     static constexpr double referenceDateSince1970 = 978307200.0;
 
-    /// The instant `seconds` after 1970-01-01T00:00:00Z.
+    /// The time `seconds` after 1970-01-01T00:00:00Z.
     static constexpr Date fromSecondsSince1970(double seconds) {
         return { seconds - referenceDateSince1970 };
     }
     constexpr double secondsSince1970() const { return secondsSinceReferenceDate + referenceDateSince1970; }
 
     friend constexpr auto operator<=>(const Date &, const Date &) = default;
-    /// Seconds between two instants.
+    /// Seconds between two times.
     friend constexpr double operator-(Date later, Date earlier) {
         return later.secondsSinceReferenceDate - earlier.secondsSinceReferenceDate;
     }

@@ -5,26 +5,26 @@
 #include <exception>
 #include <string>
 
-/// An error that a person can be shown. The root of every error that this program throws.
+/// An error with a message for the user. Base class of every error that this program throws.
 class LocalizedError : public std::exception {
 public:
-    /// The text of the error, without any context around it.
+    /// The error message, without context.
     virtual QString errorDescription() const = 0;
 
-    /// UTF-8 form of errorDescription(), valid as long as the error.
+    /// errorDescription() in UTF-8, valid for the lifetime of the error.
     const char *what() const noexcept override;
 
 private:
     mutable std::string m_what;
 };
 
-/// A failure that the operating system reported; layers above pass it on unwrapped.
+/// A failure reported by the operating system; higher layers pass it on unwrapped.
 class SystemError : public LocalizedError {
 public:
-    /// `description` is the whole text that is shown.
+    /// `description` is the complete message shown to the user.
     explicit SystemError(QString description);
 
-    /// The error of an errno value met while working on `path`: "<strerror text>: <path>".
+    /// The error for an errno value that occurred on `path`: "<strerror text>: <path>".
     static SystemError fromErrno(int errorNumber, const QString &path);
 
     QString errorDescription() const override { return m_description; }
@@ -33,8 +33,8 @@ private:
     QString m_description;
 };
 
-/// The text of any exception: errorDescription() where there is one, else what().
+/// The message of any exception: errorDescription() if it has one, else what().
 QString localizedDescription(const std::exception &error);
 
-/// The text of a stored exception; see above.
+/// The message of a stored exception; see above.
 QString localizedDescription(std::exception_ptr error);

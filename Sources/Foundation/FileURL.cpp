@@ -33,7 +33,7 @@ FileURL FileURL::standardizedFileURL() const {
     if (m_path.isEmpty())
         return *this;
     QString cleaned = QDir::cleanPath(m_path);
-    // What would lead above the root stays there.
+    // ".." at the root is the root.
     while (cleaned == u"/.." || cleaned.startsWith(u"/../"))
         cleaned.remove(0, 3);
     return FileURL(cleaned.isEmpty() ? QStringLiteral("/") : cleaned);

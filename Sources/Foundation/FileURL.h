@@ -2,34 +2,33 @@
 
 #include <QString>
 
-/// The place of a file or folder as a value; says nothing about whether anything is there.
+/// The location of a file or folder, which need not exist.
 ///
-/// The path is absolute, save for the URL of an empty path, which stays empty and names no file. "~" has no
-/// meaning.
+/// The path is absolute, except that an empty path stays empty and names no file. "~" has no special meaning.
 class FileURL {
 public:
     /// Names no file.
     FileURL() = default;
 
-    /// The URL of `path`; a relative one counts from the current directory of this moment.
+    /// The URL of `path`; a relative path is resolved against the current directory at once.
     explicit FileURL(const QString &path);
 
     /// The path without a slash at its end (the root is "/").
     const QString &path() const { return m_path; }
 
-    /// The text behind the last slash; "/" for the root, empty for the empty URL.
+    /// The part after the last slash; "/" for the root, empty for the empty URL.
     QString lastPathComponent() const;
 
-    /// The text behind the last dot of the last component, without the dot; empty where there is none.
+    /// The part after the last dot of the last component; empty if there is none.
     QString pathExtension() const;
 
-    /// The same place with "." and ".." folded and repeated slashes removed; links stay as they are.
+    /// The same location with ".", ".." and repeated slashes removed; symbolic links are not resolved.
     FileURL standardizedFileURL() const;
 
-    /// This URL with `component`, which may hold several parts, added behind a slash.
+    /// This URL with `component`, which may contain slashes, appended after a slash.
     FileURL appendingPathComponent(const QString &component) const;
 
-    /// The folder that holds this place; the root gives itself.
+    /// The parent folder; the root's parent is the root.
     FileURL deletingLastPathComponent() const;
 
     friend bool operator==(const FileURL &, const FileURL &) = default;

@@ -2,9 +2,8 @@
 
 #include <QString>
 
-/// Writes one line of diagnostics to standard error, as it stands; any thread. Lines of this program start
-/// "Tolmi: ".
+/// Writes one line to standard error, unchanged; any thread. This program's lines start with "Tolmi: ".
 void logLine(const QString &line);
 
-/// Writes the line as above and ends the process at once, for a state that must never be.
+/// Writes the line as above and aborts the process; for states that must never occur.
 [[noreturn]] void fatalError(const QString &line);

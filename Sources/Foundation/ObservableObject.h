@@ -4,14 +4,14 @@
 
 #include <utility>
 
-/// An object with published fields, which tells its observers just before one changes.
+/// An object with published fields that notifies its observers just before one changes.
 ///
 /// `objectWillChange` and the `...WillChange` signals are for C++ observers: they run inside the assignment,
 /// while the old value is still readable, on every assignment, an equal one too, and must not write back. The
 /// `...Changed` signals are for QML: they follow a real change.
 ///
-/// Whatever an object keeps and shows is a published field, and only its setter tells of it. A property that
-/// is made of other values names a signal that is connected to the signals of those.
+/// All state that an object stores and exposes is a published field, and only its setter notifies. A computed
+/// property names a signal that is connected to the signals of the values it depends on.
 class ObservableObject : public QObject {
     Q_OBJECT
 
@@ -23,8 +23,9 @@ Q_SIGNALS:
     void objectWillChange();
 
 protected:
-    /// The way of every change of a published field: `willChange` tells the C++ observers, `change` makes the
-    /// change and returns whether it is a real one, and of that `changed` tells QML. Returns the same.
+    /// Every change of a published field goes through this: `willChange` notifies the C++ observers, `change`
+    /// makes the change and returns whether the value differs, and only then does `changed` notify QML.
+    /// Returns whether the value differs.
     template <typename WillChange, typename Change, typename Changed>
     bool publishChange(WillChange willChange, Change change, Changed changed) {
         Q_EMIT objectWillChange();
@@ -35,8 +36,8 @@ protected:
         return isRealChange;
     }
 
-    /// The change that is an assignment. `didSet` may assign again, which is part of the same change;
-    /// `isBeingSet` marks that while it runs.
+    /// Assigns the field. `didSet` may assign again as part of the same change; `isBeingSet` is true while it
+    /// runs.
     template <typename Value, typename DidSet>
     static bool assignPublished(Value &field, bool &isBeingSet, Value newValue, DidSet didSet) {
         const Value oldValue = std::exchange(field, std::move(newValue));
@@ -47,22 +48,22 @@ protected:
     }
 };
 
-/// Declares a published field that everybody may set: property `name`, `name()`, `m_name`, the setter that is
-/// given as `setter`, and the signals `nameWillChange(newValue)` and `nameChanged()`. It starts as the type's
-/// empty value.
+/// Declares a published field with a public setter: property `name`, getter `name()`, member `m_name`, the
+/// setter named `setter`, and the signals `nameWillChange(newValue)` and `nameChanged()`. The initial value
+/// is the type's default.
 ///
-/// What follows `setter` may be left out. It is the field's rule, a statement that runs after the new value
-/// is stored and may assign again; QML hears of the change last, and once for the whole assignment.
+/// The optional statement after `setter` runs once the new value is stored and may assign again; QML is
+/// notified last, and once for the whole assignment.
 #define TOLMI_PUBLISHED(type, name, setter, ...)                                                             \
     Q_PROPERTY(type name READ name WRITE setter NOTIFY name##Changed)                                        \
     TOLMI_PUBLISHED_FIELD(type, name, setter, public, __VA_ARGS__)
 
-/// The same without a setter for others: it is private.
+/// The same with a private setter.
 #define TOLMI_PUBLISHED_READONLY(type, name, setter, ...)                                                    \
     Q_PROPERTY(type name READ name NOTIFY name##Changed)                                                     \
     TOLMI_PUBLISHED_FIELD(type, name, setter, private, __VA_ARGS__)
 
-/// What both have in common.
+/// Common part of the two macros above.
 #define TOLMI_PUBLISHED_FIELD(type, name, setter, accessOfSetter, ...)                                       \
 public:                                                                                                      \
     const type &name() const {                                                                               \

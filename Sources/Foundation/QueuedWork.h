@@ -21,7 +21,7 @@ struct QueuedWork {
         std::future<Value> result;
 
         void await_suspend(std::coroutine_handle<> waiting) {
-            // Moved into the post, so that no copy of the resumption ends on the queue's thread.
+            // Moved into the post, so that no copy of the resumption is destroyed on the queue's thread.
             queue.async([task = task, &clock = clock, resume = resumption(waiting)]() mutable {
                 (*task)();
                 clock.post(std::move(resume));
@@ -38,10 +38,10 @@ struct QueuedWork {
     }
 };
 
-/// Runs `work` on `queue` and gives its result, or throws what it threw, on the main thread.
+/// Runs `work` on `queue` and returns its result, or throws its exception, on the main thread.
 ///
-/// Only for tasks of the main thread, which is free meanwhile. `work` is destroyed on the queue's thread, so
-/// it must hold nothing that belongs to the main thread. The clock must outlive the work.
+/// Only for tasks of the main thread, which is not blocked. `work` is destroyed on the queue's thread, so it
+/// must not own anything that belongs to the main thread. The clock must outlive the work.
 template <typename Work>
 QueuedWork<Work> runOn(SerialQueue &queue, Clock &clock, Work work) {
     return { queue, clock, std::move(work) };

@@ -5,10 +5,10 @@
 #include <functional>
 #include <memory>
 
-/// A named thread that runs the work it is given, one piece after the other, in the order it came.
+/// A named thread that runs queued work one piece at a time, in order.
 ///
-/// The thread starts with the first piece. Destruction runs what is still queued, then joins; it must not
-/// happen on the queue's own thread.
+/// The thread starts with the first piece. The destructor runs what is still queued, then joins; it must not
+/// run on the queue's own thread.
 class SerialQueue {
 public:
     /// `label` names the thread for debuggers and logs.
@@ -18,8 +18,8 @@ public:
     /// Queues `work` and returns at once. Any thread.
     void async(std::function<void()> work);
 
-    /// Queues `work` and waits until it has run; an exception of `work` reaches the caller. Not from the
-    /// queue's own thread, where it would wait for itself.
+    /// Queues `work`, waits until it has run, and rethrows its exception. Deadlocks if called on the queue's
+    /// own thread.
     void sync(const std::function<void()> &work);
 
 private:

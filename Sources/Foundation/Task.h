@@ -11,22 +11,21 @@
 template <typename T = void>
 using Task = QCoro::Task<T>;
 
-/// Lets `task` run to its end unattended. An exception that leaves it is a defect of the program: it is
-/// logged and handed to the handler of setUnhandledTaskErrorHandler.
+/// Lets `task` run to completion detached. An exception that escapes it is a bug: it is logged and passed to
+/// the handler set by setUnhandledTaskErrorHandler().
 void launch(Task<> task);
 
-/// Sets what launch() does with an exception besides logging it (tests fail on it) and gives what it did
-/// before; an empty handler does nothing more.
+/// Sets what launch() does with an exception besides logging it (tests fail on it) and returns the previous
+/// handler; an empty handler does nothing.
 std::function<void(std::exception_ptr)> setUnhandledTaskErrorHandler(
     std::function<void(std::exception_ptr)> handler);
 
-/// Thrown inside a task when what it waits for has gone and cannot answer any more. It unwinds the task, so
-/// that everything the task holds is released, and ends it quietly in launch(). Not a std::exception, because
-/// code that deals with failures must let it pass.
+/// Thrown inside a task when what it awaits has been destroyed. It unwinds the task, releasing everything the
+/// task holds, and launch() ignores it. Not a std::exception, so that error handling lets it through.
 struct TaskAbandoned { };
 
-/// The right to resume a suspended coroutine, once. When the last copy goes unused, the coroutine resumes
-/// with TaskAbandoned. Resume it, and let an unused one go, on the thread of the coroutine.
+/// Resumes a suspended coroutine, once. When the last copy is destroyed unused, the coroutine resumes with
+/// TaskAbandoned. Use and destroy it on the coroutine's thread.
 class Resumption {
 public:
     /// `isAbandoned` is set before an abandoned coroutine resumes; it lives in the coroutine's awaiter.
@@ -39,8 +38,8 @@ private:
     std::shared_ptr<State> m_state;
 };
 
-/// Base of the awaiters of this program: whoever ends the wait holds its resumption. What makes
-/// them has trivial members or comes from a function: g++ 12 copies the bytes of an awaitable written in
+/// Base of this program's awaiters: the code that ends the wait holds the resumption. Awaitables must have
+/// trivial members or be returned by a function, because g++ 12 copies the bytes of an awaitable written in
 /// place.
 class AbandonableAwaiter {
 public:

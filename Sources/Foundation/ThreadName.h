@@ -2,5 +2,5 @@
 
 #include <QString>
 
-/// Names the calling thread for debuggers and logs; the system may cut the name.
+/// Names the calling thread for debuggers and logs; the system may truncate the name.
 void nameCurrentThread(const QString &name);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-/// The value limited to 0...1; what is not a number is 0.
+/// The value clamped to 0...1; NaN becomes 0.
 constexpr double clampedToUnit(double value) {
     return std::min(1.0, std::max(0.0, value));
 }

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QUuid>
 
-/// The text form of an id, as it is stored and shown: upper case, without braces.
+/// An id as it is stored and shown: upper case, without braces.
 inline QString uuidString(const QUuid &id) {
     return id.toString(QUuid::WithoutBraces).toUpper();
 }

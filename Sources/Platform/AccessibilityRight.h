@@ -7,12 +7,12 @@ class AccessibilityRight {
 public:
     virtual ~AccessibilityRight() = default;
 
-    /// Whether the right is there now; if not, why.
+    /// Whether the right is granted now; if not, why.
     virtual Availability state() = 0;
 
-    /// Lets the system ask the user, or tells the user how to grant the right.
+    /// Makes the system ask the user, or explains to the user how to grant the right.
     virtual void prompt() = 0;
 
-    /// Opens the place where the user grants the right, if there is one.
+    /// Opens the system setting that grants the right, if there is one.
     virtual void openSettings() = 0;
 };

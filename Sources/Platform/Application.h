@@ -5,7 +5,7 @@
 
 #include <optional>
 
-/// A look that is forced on the program's windows.
+/// A colour scheme forced on the program's windows.
 enum class Appearance {
     Light,
     Dark,
@@ -16,14 +16,14 @@ class Application : public QObject {
     Q_OBJECT
 
 public:
-    /// Applies the look to the process and every open window; absent follows the system.
+    /// Applies the appearance to the process and every open window; absent follows the system.
     virtual void setAppearance(std::optional<Appearance> appearance) = 0;
 
-    /// Brings the program before all others, even if the user works in another one.
+    /// Brings the program to the front, even if the user is working in another one.
     virtual void activate() = 0;
 
-    /// Shows the program's first window with that title before all others and gives it the keyboard. Nothing
-    /// happens when there is none.
+    /// Brings the program's first window with that title to the front and focuses it. Does nothing if there
+    /// is none.
     virtual void orderFront(const QString &title) = 0;
 
 Q_SIGNALS:

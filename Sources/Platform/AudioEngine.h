@@ -7,26 +7,26 @@
 /// The microphone side of the sound system.
 class AudioEngine {
 public:
-    /// Receives one buffer on the audio thread. The buffer is the engine's and must not be kept.
+    /// Receives one buffer on the audio thread. The buffer is valid only during the call.
     using Tap = std::function<void(const AudioBuffer &)>;
 
     virtual ~AudioEngine() = default;
 
-    /// The format of every buffer that a tap gets; fixed, known without a device.
+    /// The format of every buffer; fixed, known without a device.
     virtual AudioFormat inputFormat() const = 0;
 
-    /// Delivers input in buffers of `bufferSize` frames to `tap` from the next start on.
+    /// Delivers input to `tap` in buffers of `bufferSize` frames, beginning with the next start.
     virtual void installTap(int bufferSize, Tap tap) = 0;
 
-    /// After it has returned the tap is not called again.
+    /// The tap is not called again once this has returned.
     virtual void removeTap() = 0;
 
-    /// Whether input is being delivered; false again once the source has gone.
+    /// Whether input is being delivered; false again once the source is lost.
     virtual bool isRunning() const = 0;
 
-    /// Opens the default source and waits until it delivers, a bounded time. Throws SystemError.
+    /// Opens the default source and waits, for a limited time, until it delivers. Throws SystemError.
     virtual void start() = 0;
 
-    /// Closes the source. Harmless when stopped.
+    /// Closes the source. Does nothing when stopped.
     virtual void stop() = 0;
 };

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-/// What a plain recording is written as.
+/// The file format of a plain recording.
 struct RecordingSettings {
     int sampleRate = 16000;
     int channelCount = 1;
@@ -13,32 +13,32 @@ struct RecordingSettings {
     friend bool operator==(const RecordingSettings &, const RecordingSettings &) = default;
 };
 
-/// One recording from the microphone straight into an integer WAV file. Main thread only.
+/// Records the microphone directly into an integer WAV file. Main thread only.
 class AudioFileRecorder {
 public:
     /// Stops a running recording.
     virtual ~AudioFileRecorder() = default;
 
-    /// Gets everything ready; false when it cannot.
+    /// Prepares for recording; false on failure.
     virtual bool prepareToRecord() = 0;
 
-    /// Starts, within half a second; false when it cannot.
+    /// Starts within half a second; false on failure.
     virtual bool record() = 0;
 
     /// Ends the recording and closes the file.
     virtual void stop() = 0;
 
-    /// Average power of channel 0 over the latest input, in decibels; 0 is full scale, -120 silence.
+    /// Average power of channel 0 over the latest input in decibels; 0 is full scale, -120 silence.
     virtual float averagePower() = 0;
 };
 
-/// Makes plain recorders.
+/// Creates plain recorders.
 class AudioFileRecorderFactory {
 public:
     virtual ~AudioFileRecorderFactory() = default;
 
-    /// A recorder that will write to `url`. Throws SystemError, at once also where the microphone has just
-    /// been found to give nothing: nobody waits for the same thing twice.
+    /// A recorder that will write to `url`. Throws SystemError; without waiting again if the microphone has
+    /// just failed to open.
     virtual std::unique_ptr<AudioFileRecorder> make(const FileURL &url, const RecordingSettings &settings)
         = 0;
 };

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-/// A WAV file that is being written. Its header is valid after every write. Destruction closes it.
+/// A WAV file being written. Its header is valid after every write. The destructor closes it.
 class AudioFileWriter {
 public:
     virtual ~AudioFileWriter() = default;
@@ -19,7 +19,7 @@ class AudioFileStore {
 public:
     virtual ~AudioFileStore() = default;
 
-    /// Creates a WAV file of 32-bit floats at `url`, private to the user, replacing what is there. Throws
+    /// Creates a WAV file of 32-bit floats at `url`, private to the user, replacing an existing file. Throws
     /// SystemError.
     virtual std::unique_ptr<AudioFileWriter> create(const FileURL &url, const AudioFormat &format) = 0;
 };

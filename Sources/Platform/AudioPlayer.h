@@ -5,36 +5,35 @@
 #include <functional>
 #include <memory>
 
-/// A sound file that is opened for playing through the default output. Destruction silences it. Main thread
-/// only.
+/// A sound file opened for playback through the default output. The destructor stops it. Main thread only.
 class AudioPlayer {
 public:
-    /// Is told that the file came to its end, or with false that it broke off. Any thread may call it.
+    /// Called when playback has reached the end, or with false when it failed. May run on any thread.
     using DidFinishPlaying = std::function<void(bool successfully)>;
 
     virtual ~AudioPlayer() = default;
 
-    /// Replaces an earlier observer. A pause or a stop is no end.
+    /// Replaces an earlier observer. Not called for a pause or a stop.
     virtual void setDidFinishPlaying(DidFinishPlaying observer) = 0;
 
-    /// Gets everything ready, so that the first sound follows its start closely.
+    /// Prepares for playback, so that play() starts without delay.
     virtual void prepareToPlay() = 0;
 
-    /// Plays from where it is: the start of the file, or the place of the pause. False when it cannot.
+    /// Plays from the current position: the start of the file, or where it was paused. False on failure.
     virtual bool play() = 0;
 
-    /// Keeps the place.
+    /// Keeps the position.
     virtual void pause() = 0;
 
-    /// Falls silent. Harmless when nothing plays.
+    /// Stops playback. Does nothing when nothing plays.
     virtual void stop() = 0;
 };
 
-/// Opens sound files for playing.
+/// Opens sound files for playback.
 class AudioPlayers {
 public:
     virtual ~AudioPlayers() = default;
 
-    /// A silent player of the file at `url`. Throws SystemError where there is no sound that can be read.
+    /// A stopped player for the file at `url`. Throws SystemError if it is not a readable sound file.
     virtual std::unique_ptr<AudioPlayer> open(const FileURL &url) = 0;
 };

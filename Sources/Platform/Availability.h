@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Whether an operation of the platform can be used here, and if not, why, in words that a user understands.
+/// Whether a platform operation can be used here, and if not, why, worded for the user.
 struct Availability {
     /// Empty when available.
     QString reason;

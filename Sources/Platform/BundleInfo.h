@@ -4,13 +4,12 @@
 
 #include <QVariantMap>
 
-/// Where the running program lies and how it was started.
+/// Where the running program is installed and how it was started.
 struct BundleInfo {
-    /// The first command line argument as given; may be empty.
+    /// argv[0] as given; may be empty.
     QString programArgument;
-    /// The folder of the real executable, or on macOS the bundle.
+    /// The folder of the executable with links resolved, or on macOS the bundle.
     FileURL bundleURL;
-    /// What the builder of the program told about it, by key: "CFBundleShortVersionString", "SUFeedURL",
-    /// "SUPublicEDKey".
+    /// Values set at build time, by key: "CFBundleShortVersionString", "SUFeedURL", "SUPublicEDKey".
     QVariantMap infoDictionary = {};
 };

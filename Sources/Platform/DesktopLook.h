@@ -4,14 +4,14 @@
 
 #include <QObject>
 
-/// How the user wants windows to look and move, as set for the whole desktop. Main thread only.
+/// The desktop's settings for colour scheme and reduced motion. Main thread only.
 class DesktopLook : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// Absent while the desktop has no preference or has not told yet.
+    /// Absent if the desktop has no preference or has not answered yet.
     virtual std::optional<Appearance> appearance() const = 0;
 
     /// Whether things should stand still where they can; false while the desktop has not told.

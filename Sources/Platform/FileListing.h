@@ -5,32 +5,32 @@
 
 #include <vector>
 
-/// What the system knows of a file without opening it.
+/// File metadata.
 struct FileAttributes {
-    /// False for folders, links and everything else that only looks like a file.
+    /// False for folders, links, devices and so on.
     bool isRegularFile = false;
     /// Bytes.
     qint64 size = 0;
-    /// When the content last changed.
+    /// Time of the last content change.
     Date modifiedAt;
 
     friend bool operator==(const FileAttributes &, const FileAttributes &) = default;
 };
 
-/// Looks into a folder and removes files there. Any thread may call it.
+/// Lists folders and removes files. Any thread may call it.
 class FileListing {
 public:
     virtual ~FileListing() = default;
 
-    /// What is in the folder itself, hidden files left out, in no particular order. Throws SystemError.
+    /// The folder's direct entries without hidden files, in no particular order. Throws SystemError.
     virtual std::vector<FileURL> contentsOfDirectory(const FileURL &url) const = 0;
 
-    /// The attributes of the item itself; links are not followed. Throws SystemError.
+    /// The attributes of the item; links are not followed. Throws SystemError.
     virtual FileAttributes attributes(const FileURL &url) const = 0;
 
-    /// The attributes of what a link leads to, else of the item itself. Throws SystemError.
+    /// The attributes of the item; links are followed. Throws SystemError.
     virtual FileAttributes attributesOfTarget(const FileURL &url) const = 0;
 
-    /// Removes a file, or a link but not what it names; never a folder. Throws SystemError.
+    /// Removes a file, or a link but not its target; never a folder. Throws SystemError.
     virtual void removeItem(const FileURL &url) = 0;
 };

@@ -6,34 +6,33 @@
 
 #include <optional>
 
-/// The file system as the program asks for it. Any thread may call it.
+/// File system operations. Any thread may call it.
 class FileManager {
 public:
     virtual ~FileManager() = default;
 
-    /// Whether something is at `path`; links are followed.
+    /// Whether `path` exists; links are followed.
     virtual bool fileExists(const QString &path) const = 0;
 
-    /// Whether the user may execute what is at `path`; folders pass.
+    /// Whether the user may execute `path`; also true for folders.
     virtual bool isExecutableFile(const QString &path) const = 0;
 
-    /// Whether nobody but this user, root and the accounts of the system can have put there what is at
-    /// `path`, or can put something there: it and every folder above it, links on the way included, belong to
-    /// them and are not writable for everybody. A folder in which everybody may remove only what is their own
-    /// passes as one above, since what lies in it is looked at as well.
+    /// Whether only this user, root and system accounts can have created, or can create or replace, what is
+    /// at `path`: it and every folder above it, links on the way included, belong to one of them and are not
+    /// world-writable. Parent folders with the sticky bit may be, since their entries are checked as well.
     virtual bool isSafeFromOthers(const QString &path) const = 0;
 
-    /// Creates the folder and its missing parents, private to the user. An existing folder is success. Throws
+    /// Creates the folder and its missing parents, private to the user. Succeeds if the folder exists. Throws
     /// SystemError.
     virtual void createDirectory(const FileURL &url) = 0;
 
     /// The whole content of a file. Throws SystemError.
     virtual QByteArray contents(const FileURL &url) const = 0;
 
-    /// The user's folder for application data; absent when the system names none. It need not exist.
+    /// The user's folder for application data; absent if the system has none. It need not exist.
     virtual std::optional<FileURL> applicationSupportDirectory() const = 0;
 
-    /// A folder for temporary files that only the user can enter.
+    /// A private folder for temporary files.
     virtual FileURL temporaryDirectory() const = 0;
 
     virtual FileURL currentDirectory() const = 0;

@@ -6,28 +6,27 @@
 
 class QWindow;
 
-/// A rectangle with round corners, in a window's logical pixels. With a radius of half its side a square is a
-/// disc.
+/// A rounded rectangle in a window's logical pixels. A square with a radius of half its side is a disc.
 struct RoundedRectangle {
     QRect frame;
     int radius;
 };
 
-/// What a desktop must be told about a window that floats above everything.
+/// Window-system settings for windows that stay above all others.
 class FloatingWindows {
 public:
     virtual ~FloatingWindows() = default;
 
-    /// Before the window is shown for the first time: above all windows and on all desktops, in no task list,
-    /// and exactly where the program puts it.
+    /// Keeps the window above all others and on all desktops, out of task lists, and exactly where the
+    /// program puts it. Call before the window is first shown.
     virtual void prepare(QWindow &window) = 0;
 
-    /// Leaves the pointer to the windows below, save for the `touched` part of this window; and where the
-    /// desktop cannot show translucent windows, cuts the window down to the `drawn` part.
+    /// Makes the window click-through except for its `touched` part and, if the desktop does not support
+    /// translucent windows, clips it to its `drawn` part.
     virtual void setShape(QWindow &window, const RoundedRectangle &touched, const RoundedRectangle &drawn)
         = 0;
 
-    /// From now on calls `pressed` each time the user presses something else than the window while it is
-    /// visible, be it the bare desktop. Turning a wheel is no press.
+    /// From now on calls `pressed` at each mouse press outside the window while it is visible, also on the
+    /// desktop background. Scrolling does not count.
     virtual void watchPressesElsewhere(QWindow &window, std::function<void()> pressed) = 0;
 };

@@ -8,17 +8,17 @@
 struct FrontApplication {
     std::optional<QString> localizedName;
     std::optional<QString> bundleIdentifier;
-    /// Whether what is pasted there is typed into a command line.
+    /// Whether text pasted there goes to a command line.
     bool isTerminal = false;
 
     friend bool operator==(const FrontApplication &, const FrontApplication &) = default;
 };
 
-/// Tells which application has the focus.
+/// Reports which application has the focus.
 class FrontmostApplication {
 public:
     virtual ~FrontmostApplication() = default;
 
-    /// The application in front now; absent when nothing has the focus or it cannot be told.
+    /// The frontmost application; absent if nothing has the focus or it is unknown.
     virtual std::optional<FrontApplication> current() = 0;
 };

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-/// What is asked of a server.
+/// A request to a server.
 struct HttpRequest {
     /// Bytes.
     static constexpr qint64 usualMaximumBodySize = 16LL * 1024 * 1024;
@@ -21,27 +21,27 @@ struct HttpRequest {
     /// Name and value of each header.
     std::vector<std::pair<QByteArray, QByteArray>> headers;
     QByteArray body;
-    /// Seconds without any data until the request is given up.
+    /// Seconds without data until the request is aborted.
     double idleTimeout = 60;
-    /// Seconds until the request is given up although data still comes.
+    /// Seconds until the request is aborted even if data still arrives.
     double totalTimeout = 62;
-    /// Bytes; a longer body of the answer is given up.
+    /// Bytes; a longer response body is discarded.
     qint64 maximumBodySize = usualMaximumBodySize;
 
     friend bool operator==(const HttpRequest &, const HttpRequest &) = default;
 };
 
-/// A complete answer.
+/// A complete response.
 struct HttpResponse {
-    /// Absent when the answer did not come by HTTP.
+    /// Absent if the response did not come by HTTP.
     std::optional<int> statusCode;
-    /// Absent when it was given up.
+    /// Absent if it was discarded.
     std::optional<QByteArray> body;
 
     friend bool operator==(const HttpResponse &, const HttpResponse &) = default;
 };
 
-/// Why there is no complete answer. A status code is never an error. The texts are English whatever the
+/// Why there is no complete response. A status code is never an error. The messages are English in every
 /// interface language.
 class HttpError final : public LocalizedError {
 public:
@@ -72,23 +72,23 @@ private:
     Code m_code;
 };
 
-/// Hears how many bytes of a body have come so far, and tells whether the rest is still wanted.
+/// Receives the number of body bytes received so far; returns whether to continue.
 using HttpProgress = std::function<bool(qint64 receivedSize)>;
 
-/// Asks servers over HTTP. Main thread only.
+/// Sends HTTP requests. Main thread only.
 class HttpClient {
 public:
     virtual ~HttpClient() = default;
 
-    /// Sends the request, one with a body never twice, and gives the answer when all of it is there. A
-    /// redirect is followed within its origin (scheme, host and port); any other counts as the answer. Throws
-    /// HttpError. The client must outlive the wait.
+    /// Sends the request and returns the complete response. A request with a body is never resent. Redirects
+    /// are followed within the same origin (scheme, host and port); any other is the response. Throws
+    /// HttpError. The client must outlive the request.
     virtual Task<HttpResponse> send(HttpRequest request) = 0;
 
-    /// As send(), and `progress` hears of each piece of the body while the request waits. When it wants no
-    /// more, the body is given up.
+    /// Like send(), but calls `progress` for each received piece of the body. When that returns false, the
+    /// body is discarded.
     virtual Task<HttpResponse> download(HttpRequest request, HttpProgress progress) = 0;
 };
 
-/// The URL with `component` added to its path behind one slash; a query stays where it is.
+/// The URL with `component` appended to its path after one slash, before any query.
 QUrl appendingPathComponent(QUrl url, const QString &component);

@@ -2,23 +2,23 @@
 
 class QUrl;
 
-/// Who answers at an address, as far as this machine can tell.
+/// Whose program listens at an address.
 enum class Listener {
-    /// The address is not one of this machine, or none at all.
+    /// The address is not a local one, or not valid.
     Elsewhere,
     Nobody,
-    /// Programs of this user, of root or of accounts of the system, and nobody else's.
+    /// Only programs of this user, root or system accounts.
     Trusted,
-    /// Somebody else's program, perhaps among others, or one that cannot be told.
-    Stranger,
+    /// At least one program of another user, or it cannot be determined.
+    Untrusted,
 };
 
-/// Tells whose programs listen at the addresses by which this machine reaches itself. On such an address any
-/// user may wait for what another sends to it. Any thread may call it.
+/// Reports whose programs listen at local addresses, where any user of the machine can listen for what others
+/// send. Any thread may call it.
 class LocalListeners {
 public:
     virtual ~LocalListeners() = default;
 
-    /// Who would answer a request for `url` now.
+    /// Whose program would answer a request for `url` now.
     virtual Listener listenerAt(const QUrl &url) const = 0;
 };

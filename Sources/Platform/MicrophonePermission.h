@@ -2,7 +2,7 @@
 
 #include <functional>
 
-/// Whether the program may listen.
+/// Whether the program may use the microphone.
 enum class AuthorizationStatus {
     NotDetermined,
     Restricted,
@@ -15,9 +15,9 @@ class MicrophonePermission {
 public:
     virtual ~MicrophonePermission() = default;
 
-    /// The present status, without asking the user and without opening a source. Main thread.
+    /// The current status, without prompting the user or opening a source. Main thread.
     virtual AuthorizationStatus status() = 0;
 
-    /// Asks the user; `answer` gets the outcome on the main thread.
+    /// Prompts the user; `answer` is called with the outcome on the main thread.
     virtual void requestAccess(std::function<void(bool)> answer) = 0;
 };

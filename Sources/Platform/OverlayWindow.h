@@ -6,8 +6,8 @@
 #include <functional>
 #include <optional>
 
-/// A window that floats above every other one and on every desktop, lets clicks through and never takes the
-/// focus. Main thread only.
+/// A window above all others and on every desktop that is click-through and never takes the focus. Main
+/// thread only.
 class OverlayWindow {
 public:
     virtual ~OverlayWindow() = default;
@@ -15,16 +15,16 @@ public:
     /// The main screen without the bars that the desktop keeps there; absent when there is no screen.
     virtual std::optional<QRect> visibleFrame() const = 0;
 
-    /// Puts the upper left corner of the window at `origin`.
+    /// Moves the window's top-left corner to `origin`.
     virtual void setOrigin(const QPoint &origin) = 0;
 
-    /// Shows the window at full strength, at once, without activating the application.
+    /// Shows the window at full opacity, immediately, without activating the application.
     virtual void orderFront() = 0;
 
-    /// Takes the strength of the window to nothing within `seconds`, then calls `completion`, even if the
-    /// window was shown again in between.
+    /// Fades the window's opacity to zero within `seconds`, then calls `completion`, even if the window was
+    /// shown again in between.
     virtual void fadeOut(double seconds, std::function<void()> completion) = 0;
 
-    /// Takes the window off the screen.
+    /// Hides the window.
     virtual void orderOut() = 0;
 };

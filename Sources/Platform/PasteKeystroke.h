@@ -1,14 +1,14 @@
 #pragma once
 
-/// Posts the paste command to whatever has the focus.
+/// Posts the paste command to the focused window.
 class PasteKeystroke {
 public:
     virtual ~PasteKeystroke() = default;
 
-    /// Whether the user holds a modifier key that would change the meaning of the command.
+    /// Whether the user holds a modifier key that would turn the command into another one.
     virtual bool isModifierHeld() = 0;
 
-    /// Posts key-down and key-up of the paste command, one right after the other, with every other modifier
-    /// released first. A command that cannot be posted is dropped.
+    /// Releases all other modifiers, then posts key-down and key-up of the paste command. Does nothing if it
+    /// cannot be posted.
     virtual void post() = 0;
 };

@@ -6,44 +6,44 @@
 #include <utility>
 #include <vector>
 
-/// The type of plain text as UTF-8, which every clipboard takes and every text field understands.
+/// The type of UTF-8 plain text, supported by every clipboard and text field.
 inline const QString pasteboardTextType = QStringLiteral("text/plain;charset=utf-8");
 
-/// One thing on the clipboard in all its representations, in the owner's order.
+/// One clipboard item with all its representations, in the owner's order.
 struct PasteboardItem {
     std::vector<std::pair<QString, QByteArray>> representations;
 
     friend bool operator==(const PasteboardItem &, const PasteboardItem &) = default;
 };
 
-/// The clipboard. Every operation takes a bounded time; what could not be read by then is left out. Main
-/// thread only.
+/// The clipboard. Every operation has a time limit; what could not be read by then is omitted. Main thread
+/// only.
 class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
 
-    /// Begins to read what is there, so that items() finds it. Waits for nothing.
+    /// Starts reading the content in the background for a later items(). Never waits.
     virtual void readAhead() = 0;
 
-    /// What is there now; items without any readable representation are left out. What asks clipboard
-    /// managers not to keep a content is one of its representations.
+    /// The current content; items without readable representations are omitted. The hint that asks clipboard
+    /// managers not to store a content is one of its representations.
     virtual std::vector<PasteboardItem> items() = 0;
 
-    /// Replaces the content by a dictated text, marked so that clipboard managers do not keep it. Whether
-    /// that took: if not, programs still find what was there before.
+    /// Replaces the content with a dictated text, marked so that clipboard managers do not store it. False if
+    /// that failed and the old content is still there.
     [[nodiscard]] virtual bool setDictatedText(const QString &text) = 0;
 
-    /// Whether programs would find the dictated text now.
+    /// Whether the clipboard still contains the dictated text.
     virtual bool holdsDictatedText() = 0;
 
-    /// Replaces the content by `items`, which are marked only if one of them says so.
+    /// Replaces the content with `items`, which are marked only if one of them contains the hint.
     virtual void setItems(const std::vector<PasteboardItem> &items) = 0;
 
-    /// Brings back the `items` that a dictated text has displaced. Nothing in place of it leaves it there.
+    /// Restores the `items` that a dictated text has replaced. If `items` is empty, the dictated text stays.
     virtual void restore(const std::vector<PasteboardItem> &items) = 0;
 
-    /// Gives the content to the clipboard manager, if there is one and the content is still this program's,
-    /// so that it outlives the program. What a dictated text displaces comes back first; a content that
-    /// managers are asked not to keep is not given to them.
+    /// Hands the content to the clipboard manager, if there is one and this program still owns the clipboard,
+    /// so that it outlives the program. A content replaced by a dictated text is restored first; a content
+    /// that managers are asked not to store is not handed over.
     virtual void handOver() = 0;
 };

@@ -7,30 +7,29 @@
 
 #include <memory>
 
-/// A child process that was started. Its standard output and standard error go into pipes that nobody reads
-/// until asked. One thread at a time.
+/// A started child process. Its standard output and standard error go to pipes that are read only on request.
+/// One thread at a time.
 class Process {
 public:
-    /// Does not end the process; a process that still runs goes on unattended.
+    /// A process that is still running is not ended but continues detached.
     virtual ~Process() = default;
 
     /// Whether the process has not ended yet.
     virtual bool isRunning() = 0;
 
-    /// Asks the process to end (the termination signal). It may take its time or refuse.
+    /// Sends SIGTERM. The process may end late or never.
     virtual void terminate() = 0;
 
-    /// Waits until the process has ended; at most `seconds` when they are not negative. Tells whether it has
-    /// ended.
+    /// Waits until the process has ended, at most `seconds` unless negative. Returns whether it has ended.
     virtual bool waitUntilExit(double seconds = -1) = 0;
 
     /// The exit code, or the number of the signal that ended the process. Only after it has ended.
     virtual int terminationStatus() const = 0;
 
-    /// What is left in the standard error pipe, to its end. Only after the process has ended.
+    /// The rest of the standard error pipe. Only after the process has ended.
     virtual QByteArray readStandardError() = 0;
 
-    /// What is left in the standard output pipe, to its end. Only after the process has ended.
+    /// The rest of the standard output pipe. Only after the process has ended.
     virtual QByteArray readStandardOutput() = 0;
 };
 
@@ -39,10 +38,10 @@ class ProcessLauncher {
 public:
     virtual ~ProcessLauncher() = default;
 
-    /// Starts `executable` with `arguments`, inheriting working directory, environment and standard input and
-    /// nothing else. Throws SystemError when it cannot be started.
+    /// Starts `executable` with `arguments`; it inherits only working directory, environment and standard
+    /// input. Throws SystemError if it cannot be started.
     virtual std::unique_ptr<Process> launch(const FileURL &executable, const QStringList &arguments) = 0;
 
-    /// Asks every process to end that was started here, is held by somebody and still runs.
+    /// Terminates every running process started here whose Process object still exists.
     virtual void terminateAll() = 0;
 };

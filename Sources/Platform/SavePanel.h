@@ -5,24 +5,24 @@
 #include <functional>
 #include <optional>
 
-/// What the user is asked when a text is to be saved.
+/// The options of a save dialog.
 struct SavePanelRequest {
     QString title;
-    /// Name of the file, with its suffix, as proposed.
+    /// The proposed file name, with suffix.
     QString proposedName;
 
     friend bool operator==(const SavePanelRequest &, const SavePanelRequest &) = default;
 };
 
-/// Asks the user where a plain text is to be saved. Main thread only.
+/// Asks the user where to save a plain text file. Main thread only.
 class SavePanel {
 public:
-    /// The file that was chosen, absent when the user thought better of it.
+    /// The chosen file; absent if the user cancelled.
     using Answer = std::function<void(const std::optional<FileURL> &)>;
 
     virtual ~SavePanel() = default;
 
-    /// Shows the panel over the program's windows, which wait meanwhile, and calls `answer` once, later. That
-    /// a file is to be replaced has been agreed to by then.
+    /// Shows the dialog, modal to the program's windows, and calls `answer` once, later. The dialog itself
+    /// confirms that an existing file may be replaced.
     virtual void run(const SavePanelRequest &request, Answer answer) = 0;
 };

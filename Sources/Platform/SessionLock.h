@@ -1,11 +1,11 @@
 #pragma once
 
-/// Tells whether the desktop is locked, so that whoever sits at the keyboard need not be the user. Main
+/// Reports whether the session is locked, when someone other than the user may be at the keyboard. Main
 /// thread only.
 class SessionLock {
 public:
     virtual ~SessionLock() = default;
 
-    /// Whether it is locked, as far as is known; never waits. A desktop that does not tell is not locked.
+    /// Whether it is locked, as last reported; never waits. False if the desktop does not report it.
     virtual bool isLocked() = 0;
 };

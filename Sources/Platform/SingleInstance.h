@@ -2,12 +2,12 @@
 
 #include <functional>
 
-/// Sees to it that the program runs once for each user and desktop session.
+/// Ensures that the program runs once per user and desktop session.
 class SingleInstance {
 public:
     virtual ~SingleInstance() = default;
 
-    /// True for the first program, which from then on hears on the main thread of every later start. False
-    /// for a later one, after the first has been told.
+    /// True for the first instance, whose `onLaterStart` is then called on the main thread at every later
+    /// start. False for a later one, after it has notified the first.
     virtual bool claim(std::function<void()> onLaterStart) = 0;
 };

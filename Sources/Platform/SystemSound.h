@@ -4,15 +4,15 @@
 
 #include <memory>
 
-/// A short sound that was loaded. Destruction silences it. Main thread only.
+/// A loaded short sound. The destructor stops it. Main thread only.
 class SystemSound {
 public:
     virtual ~SystemSound() = default;
 
-    /// Whether it starts again at its end, without a gap, until it is stopped.
+    /// Whether it loops without a gap until stopped.
     virtual void setLoops(bool loops) = 0;
 
-    /// 0 to 1, linear; takes effect while it plays too.
+    /// 0 to 1, linear; also takes effect while playing.
     virtual void setVolume(float volume) = 0;
 
     /// Plays from the start.
@@ -20,7 +20,7 @@ public:
 
     virtual bool isPlaying() const = 0;
 
-    /// Harmless when nothing plays.
+    /// Does nothing when nothing plays.
     virtual void stop() = 0;
 };
 
@@ -29,6 +29,6 @@ class SystemSounds {
 public:
     virtual ~SystemSounds() = default;
 
-    /// A new, silent sound; null where there is none of this name.
+    /// A new, stopped sound; null if there is none of this name.
     virtual std::unique_ptr<SystemSound> named(const QString &name) = 0;
 };

@@ -26,7 +26,7 @@ std::optional<qint64> UserDefaults::integer(const QString &key) const {
     if (const auto *number = std::get_if<qint64>(&*value))
         return *number;
     const auto *number = std::get_if<double>(&*value);
-    constexpr double limit = 9223372036854775808.0; // 2^63, the first double past the range
+    constexpr double limit = 9223372036854775808.0; // 2^63, the first double out of range
     if (number && std::trunc(*number) == *number && *number >= -limit && *number < limit)
         return qint64(*number);
     return std::nullopt;

@@ -17,30 +17,29 @@ icu::UnicodeString toICU(const QString &text) {
     return icu::UnicodeString(reinterpret_cast<const char16_t *>(text.utf16()), int32_t(text.size()));
 }
 
-std::unique_ptr<icu::TimeZone> zoneOf(const DateTexts::Customs &customs) {
-    return std::unique_ptr<icu::TimeZone>(customs.timeZone.isEmpty()
+std::unique_ptr<icu::TimeZone> zoneOf(const DateTexts::Conventions &conventions) {
+    return std::unique_ptr<icu::TimeZone>(conventions.timeZone.isEmpty()
             ? icu::TimeZone::createDefault()
-            : icu::TimeZone::createTimeZone(toICU(customs.timeZone)));
+            : icu::TimeZone::createTimeZone(toICU(conventions.timeZone)));
 }
 
 icu::Locale localeOf(const QString &language) {
     return icu::Locale(language.toLatin1().constData());
 }
 
-/// The parts of a date with its time of day. The locale writes them and joins them; the system says how hours
-/// are counted.
+/// Formats a date with its time of day. The locale decides the format, the system the hour cycle.
 struct MediumFormat {
-    MediumFormat(const QString &language, const DateTexts::Customs &customs) {
+    MediumFormat(const QString &language, const DateTexts::Conventions &conventions) {
         const icu::Locale locale = localeOf(language);
         UErrorCode status = U_ZERO_ERROR;
         const std::unique_ptr<icu::DateTimePatternGenerator> patterns(
             icu::DateTimePatternGenerator::createInstance(locale, status));
-        const icu::UnicodeString hours = customs.hasTwelveHours ? u"hmsa" : u"Hms";
+        const icu::UnicodeString hours = conventions.hasTwelveHours ? u"hmsa" : u"Hms";
         date.reset(icu::DateFormat::createDateInstance(icu::DateFormat::kMedium, locale));
         time = std::make_unique<icu::SimpleDateFormat>(
             patterns->getBestPattern(hours, status), locale, status);
-        date->adoptTimeZone(zoneOf(customs).release());
-        time->adoptTimeZone(zoneOf(customs).release());
+        date->adoptTimeZone(zoneOf(conventions).release());
+        time->adoptTimeZone(zoneOf(conventions).release());
         // {0} is the time and {1} the date.
         glue = std::make_unique<icu::SimpleFormatter>(patterns->getDateTimeFormat(), status);
     }
@@ -66,7 +65,7 @@ struct Unit {
     URelativeDateTimeUnit unit;
 };
 
-/// From the largest on; a month and a year are those of the mean Gregorian calendar.
+/// Largest first; month and year are means of the Gregorian calendar.
 constexpr std::array units {
     Unit { 31556952, UDAT_REL_UNIT_YEAR },
     Unit { 2629746, UDAT_REL_UNIT_MONTH },
@@ -77,7 +76,7 @@ constexpr std::array units {
 };
 } // namespace
 
-/// What is slow to make, for one language.
+/// The formatters of one language, which are slow to create.
 struct DateTexts::Formats {
     MediumFormat medium;
     std::unique_ptr<icu::RelativeDateTimeFormatter> relative;
@@ -87,8 +86,8 @@ struct DateTexts::Cache {
     std::map<QString, Formats> formats;
 };
 
-DateTexts::DateTexts(Customs customs)
-    : m_customs(std::move(customs))
+DateTexts::DateTexts(Conventions conventions)
+    : m_conventions(std::move(conventions))
     , m_cache(std::make_unique<Cache>()) { }
 
 DateTexts::~DateTexts() = default;
@@ -97,7 +96,7 @@ const DateTexts::Formats &DateTexts::formats(const QString &language) const {
     const auto known = m_cache->formats.find(language);
     if (known != m_cache->formats.end())
         return known->second;
-    Formats made { { language, m_customs }, relativeFormat(language) };
+    Formats made { { language, m_conventions }, relativeFormat(language) };
     return m_cache->formats.emplace(language, std::move(made)).first->second;
 }
 
@@ -116,7 +115,7 @@ QString DateTexts::relative(Date date, Date now, const QString &language) const 
     UErrorCode status = U_ZERO_ERROR;
     for (const Unit &unit : units) {
         const double count = std::trunc(ahead / unit.seconds);
-        // In numbers: "yesterday" would be wrong for what lies 30 hours back.
+        // Always numeric: "yesterday" would be wrong for 30 hours ago.
         if (count != 0)
             return fromICU(format.formatNumeric(count, unit.unit, text, status));
     }
@@ -126,6 +125,6 @@ QString DateTexts::relative(Date date, Date now, const QString &language) const 
 QString DateTexts::fileStamp(Date date) const {
     UErrorCode status = U_ZERO_ERROR;
     icu::SimpleDateFormat format(icu::UnicodeString(u"yyyy-MM-dd-HHmmss"), icu::Locale::getRoot(), status);
-    format.adoptTimeZone(zoneOf(m_customs).release());
+    format.adoptTimeZone(zoneOf(m_conventions).release());
     return fromICU(formatted(format, date));
 }

@@ -4,7 +4,7 @@
 
 #include <unicode/unistr.h>
 
-/// For the sources of this module only: nobody else sees a type of ICU.
+/// For this module's sources only; ICU types are not exposed elsewhere.
 inline QString fromICU(const icu::UnicodeString &text) {
     return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());
 }

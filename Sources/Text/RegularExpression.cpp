@@ -35,7 +35,7 @@ std::vector<RegularExpression::Match> RegularExpression::matches(const QString &
     if (!m_expression)
         return found;
     UErrorCode status = U_ZERO_ERROR;
-    // A search changes the expression, so each call searches with a clone of its own.
+    // A search modifies the expression, so each call uses its own clone.
     const std::unique_ptr<URegularExpression, Closer> search(uregex_clone(m_expression.get(), &status));
     uregex_setText(search.get(), codeUnits(text), int32_t(text.size()), &status);
     const int32_t groupCount = uregex_groupCount(search.get(), &status);

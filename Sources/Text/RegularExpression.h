@@ -7,7 +7,7 @@
 
 struct URegularExpression;
 
-/// A regular expression in ICU syntax. It may be used from several threads at once.
+/// A regular expression in ICU syntax. Thread-safe.
 class RegularExpression {
 public:
     enum class Option {
@@ -15,13 +15,13 @@ public:
         CaseInsensitive,
     };
 
-    /// Part of a text in UTF-16 units; `start` is -1 for a group that took no part.
+    /// A range in UTF-16 units; `start` is -1 for a group that did not participate.
     struct Range {
         qsizetype start = -1;
         qsizetype length = 0;
     };
 
-    /// One match: the whole of it first, then each capture group.
+    /// One match: the whole match first, then each capture group.
     using Match = std::vector<Range>;
 
     explicit RegularExpression(const QString &pattern, Option option = Option::None);
@@ -29,13 +29,13 @@ public:
     RegularExpression(RegularExpression &&) noexcept;
     RegularExpression &operator=(RegularExpression &&) noexcept;
 
-    /// Whether the pattern compiled. One that did not matches nothing.
+    /// Whether the pattern compiled; an invalid one matches nothing.
     bool isValid() const;
 
-    /// All matches in the order of the text.
+    /// All matches, in order.
     std::vector<Match> matches(const QString &text) const;
 
-    /// The text with every match replaced by the literal `replacement`.
+    /// `text` with every match replaced by the literal `replacement`.
     QString replacingMatches(const QString &text, const QString &replacement) const;
 
 private:

@@ -45,7 +45,7 @@ qint64 countCodePoints(const QString &text, Predicate predicate) {
 
 namespace Text {
 
-// All characters of the sets lie in the basic plane, so code units can be looked at one by one.
+// All characters of the sets are in the BMP, so code units can be checked one by one.
 QString trimmed(const QString &text) {
     qsizetype start = 0;
     qsizetype end = text.size();
@@ -84,7 +84,7 @@ QString caseFolded(const QString &text) {
     UErrorCode status = U_ZERO_ERROR;
     const icu::Normalizer2 *composition = icu::Normalizer2::getNFCInstance(status);
     icu::UnicodeString composed = composition->normalize(aliased(text), status);
-    // Folding takes some composed letters apart.
+    // Folding decomposes some composed letters.
     return fromICU(composition->normalize(composed.foldCase(), status));
 }
 

@@ -22,9 +22,9 @@ void GuardedHttpClient::check(const QUrl &url) const {
     case Listener::Trusted:
         return;
     case Listener::Nobody:
-        // Whoever begins to listen between this look and the request has waited for just that.
+        // Sending anyway would let a hostile program open the port between this check and the request.
         throw HttpError(HttpError::Code::CannotConnect);
-    case Listener::Stranger:
+    case Listener::Untrusted:
         throw HttpError(HttpError::Code::UntrustedServer);
     }
 }

@@ -4,14 +4,14 @@
 
 class LocalListeners;
 
-/// Asks servers through another client, but on this machine only those that another user cannot have put
-/// there: at a port of one's own machine whoever came first listens. Main thread only.
+/// Sends requests through another client, but refuses servers on this machine that another user may be
+/// running: any local user can listen on a free port. Main thread only.
 class GuardedHttpClient final : public HttpClient {
 public:
-    /// Both outlive this.
+    /// Both must outlive this.
     GuardedHttpClient(HttpClient &client, const LocalListeners &listeners);
 
-    /// Also throws HttpError when somebody else listens, or nobody, without having sent anything.
+    /// Also throws HttpError, before sending anything, if another user's program or nothing listens.
     Task<HttpResponse> send(HttpRequest request) override;
     Task<HttpResponse> download(HttpRequest request, HttpProgress progress) override;
 

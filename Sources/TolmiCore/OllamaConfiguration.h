@@ -3,16 +3,16 @@
 #include <QString>
 #include <QUrl>
 
-/// How the local Ollama service is asked.
+/// Settings for requests to the local Ollama service.
 struct OllamaConfiguration {
-    /// What the model is told to do with a transcript.
+    /// The default instructions for the model.
     static const QString defaultSystemPrompt;
-    /// The service's standard address on this machine, as text.
+    /// The service's default address on this machine.
     static const QString defaultEndpoint;
 
     QUrl endpoint { defaultEndpoint };
     QString model = QStringLiteral("llama3.2:3b");
-    /// Seconds without data until a request is given up.
+    /// Idle time-out of a request in seconds.
     double timeout = 10.0;
     QString systemPrompt = defaultSystemPrompt;
 };

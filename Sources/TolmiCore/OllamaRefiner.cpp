@@ -10,21 +10,21 @@
 #include <rapidjson/reader.h>
 
 namespace {
-/// Seconds for a configuration that names no usable time-out.
+/// Seconds, if the configured time-out is not usable.
 constexpr double standardTimeout = 60.0;
-/// Seconds that a whole answer may take beyond the longest silence.
+/// Seconds that the total time-out exceeds the idle time-out by.
 constexpr double answerAllowance = 2.0;
-/// A clean text is about as long as what it was made of; short ones get room for a model's manners.
+/// A refined text is about as long as the original; short ones are given room for extra words of the model.
 constexpr qsizetype longestAnswerFactor = 4;
 constexpr qsizetype longestAnswerAllowance = 2000;
-/// Deeper nesting is nothing that the service sends.
+/// The service never nests deeper.
 constexpr int deepestNesting = 512;
 
-/// Picks the member "response" of the outermost object out of the parser's events. Nothing else is kept, so
-/// that a hostile answer costs no memory.
+/// Extracts the member "response" of the outermost object from the parser's events. Nothing else is kept, so
+/// that a hostile answer uses no memory.
 class AnswerHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, AnswerHandler> {
 public:
-    /// The last one where there are several; absent when it is no string.
+    /// The last one if there are several; absent if it is not a string.
     const std::optional<QString> &response() const { return m_response; }
 
     bool Default() {
@@ -46,7 +46,7 @@ public:
     bool EndArray(rapidjson::SizeType) { return leave(); }
 
 private:
-    /// Whether the value that starts here is the response; an earlier one then no longer counts.
+    /// Whether the value that starts here is the response; if so, forgets an earlier one.
     bool takeValue() {
         const bool isResponse = std::exchange(m_isResponseNext, false);
         if (isResponse)
@@ -67,7 +67,7 @@ private:
     std::optional<QString> m_response;
 };
 
-/// What the model said; absent when `body` is not the JSON that it should be.
+/// The model's answer; absent if `body` is not the expected JSON.
 std::optional<QString> parsedAnswer(const QByteArray &body) {
     rapidjson::MemoryStream bytes(body.constData(), body.size());
     rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> stream(bytes);
@@ -75,7 +75,7 @@ std::optional<QString> parsedAnswer(const QByteArray &body) {
     rapidjson::Reader reader;
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
     const bool isValid = !reader.Parse<flags>(stream, handler).IsError();
-    // The parser takes a zero byte for the end of its input.
+    // The parser treats a zero byte as the end of its input.
     const bool isWhole = stream.Tell() == static_cast<size_t>(body.size());
     return isValid && isWhole ? handler.response() : std::nullopt;
 }
@@ -91,7 +91,7 @@ std::optional<QString> parsedAnswer(const QByteArray &body) {
     throwUnavailable(localizedDescription(error));
 }
 
-/// Throws when the response does not hold an answer.
+/// Throws if the response contains no answer.
 QString answer(const HttpResponse &response) {
     if (response.statusCode != 200) {
         const int status = response.statusCode.value_or(-1);

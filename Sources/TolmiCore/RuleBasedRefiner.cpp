@@ -6,8 +6,7 @@
 #include <array>
 
 namespace {
-/// In the order in which they are applied. Some words go only before a comma, since elsewhere they mean
-/// something.
+/// In order of application. Some words are removed only before a comma, because elsewhere they carry meaning.
 const std::array<RegularExpression, 13> &fillerPatterns() {
     const auto pattern = [](const QString &text) {
         return RegularExpression(text, RegularExpression::Option::CaseInsensitive);

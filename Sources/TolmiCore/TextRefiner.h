@@ -5,7 +5,7 @@
 
 #include <variant>
 
-/// What goes wrong in a refiner. The texts are English whatever the interface language.
+/// The errors of a refiner. The messages are English in every interface language.
 class TextRefinerError final : public LocalizedError {
 public:
     struct ServiceUnavailable {
@@ -35,7 +35,7 @@ private:
     Case m_case;
 };
 
-/// Turns a raw transcript into text fit to paste.
+/// Turns a raw transcript into text that is ready to paste.
 class TextRefiner {
 public:
     virtual ~TextRefiner() = default;

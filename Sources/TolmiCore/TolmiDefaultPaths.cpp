@@ -35,7 +35,7 @@ void appendAncestors(const FileURL &url, int levels, std::vector<FileURL> &list)
     }
 }
 
-/// The list with each place once, where it stands first and in the form in which it stands there.
+/// The list without duplicates; the first occurrence is kept.
 std::vector<FileURL> uniqueURLs(const std::vector<FileURL> &list) {
     std::set<QString> seen;
     std::vector<FileURL> unique;
@@ -66,8 +66,8 @@ void appendModels(const FileURL &folder, std::vector<FileURL> &list) {
         list.push_back(folder.appendingPathComponent(name));
 }
 
-/// The first that others cannot have put there, among those that `isWanted`; says in the log what is passed
-/// over for it.
+/// The first one that is wanted and that no other user can have put there; logs those that are skipped for
+/// being unsafe.
 template <typename Test>
 OptionalURL firstSafe(const SearchContext &context, const std::vector<FileURL> &list, Test isWanted) {
     for (const FileURL &url : list) {
@@ -81,7 +81,7 @@ OptionalURL firstSafe(const SearchContext &context, const std::vector<FileURL> &
     return std::nullopt;
 }
 
-/// The first place where others cannot put anything.
+/// The first location that no other user can write to.
 OptionalURL firstSafe(const SearchContext &context, const std::vector<FileURL> &list) {
     const auto found = std::ranges::find_if(
         list, [&](const FileURL &url) { return context.fileManager.isSafeFromOthers(url.path()); });

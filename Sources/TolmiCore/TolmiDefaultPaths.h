@@ -8,14 +8,15 @@
 #include <optional>
 #include <vector>
 
-/// Where whisper-cli and a model are likely to be: from the user's application support folder over the
-/// folders round the running program to the usual places of the system. Nothing here fails; where nothing is
-/// found a path is given all the same, for others to report as missing.
+/// Where whisper-cli and a model are likely to be: the user's application support folder, then the folders
+/// around the running program, then the system's usual locations. Nothing here fails; if nothing is found, a
+/// path is returned anyway, which callers report as missing.
 ///
-/// Some of these folders may be anybody's: the current directory is wherever the program was started. What
-/// another user can have put there does not count as found, and no path is given where one could put it.
+/// Other users may be able to write to some of these folders, such as the current directory. A file that
+/// another user can have put there does not count as found, and a location another user can write to is never
+/// returned.
 ///
-/// `currentDirectoryURL` is, where it is left out, the process's current directory.
+/// `currentDirectoryURL` defaults to the process's current directory.
 namespace TolmiDefaultPaths {
 
 /// What the search depends on.
@@ -27,23 +28,23 @@ struct SearchContext {
 /// The known model files, best first; those for English alone come last.
 const QStringList &modelFileNames();
 
-/// Where the binary may be, in the order of preference.
+/// Where the binary may be, in order of preference.
 std::vector<FileURL> whisperBinaryCandidates(
     const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 
-/// Where a model may be, in the order of preference.
+/// Where a model may be, in order of preference.
 std::vector<FileURL> modelCandidates(
     const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 
 /// The first safe candidate that is executable, else the first safe one.
 FileURL defaultWhisperBinaryURL(const SearchContext &context);
 
-/// The first safe candidate that exists, else the best model's place in the current directory, or where that
-/// is not safe the first safe candidate.
+/// The first safe candidate that exists, else the best model's path in the current directory, or if that is
+/// not safe the first safe candidate.
 FileURL defaultModelURL(
     const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 
-/// The model that early versions took.
+/// The default model of early versions.
 FileURL legacyDefaultModelURL(
     const SearchContext &context, const std::optional<FileURL> &currentDirectoryURL = std::nullopt);
 

@@ -16,7 +16,7 @@ struct TranscriptionRequest {
     FileURL audioFileURL;
 };
 
-/// What a run gave.
+/// The result of a run.
 struct TranscriptionResult {
     QUuid id;
     /// Trimmed and not empty.
@@ -25,10 +25,10 @@ struct TranscriptionResult {
     Date createdAt;
 };
 
-/// What an engine itself finds wrong. The texts are English whatever the interface language.
+/// The errors an engine itself detects. The messages are English in every interface language.
 class TranscriptionEngineError final : public LocalizedError {
 public:
-    /// The payload of the cases that name a place.
+    /// The payload of the cases that name a path.
     struct AtURL {
         FileURL url;
         friend bool operator==(const AtURL &, const AtURL &) = default;
@@ -70,6 +70,6 @@ class TranscriptionEngine {
 public:
     virtual ~TranscriptionEngine() = default;
 
-    /// Throws TranscriptionEngineError for what the engine finds wrong, and passes system errors on.
+    /// Throws TranscriptionEngineError for errors the engine detects; passes system errors on.
     virtual Task<TranscriptionResult> transcribe(TranscriptionRequest request) = 0;
 };

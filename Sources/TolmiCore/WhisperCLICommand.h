@@ -8,7 +8,7 @@
 
 #include <optional>
 
-/// What whisper-cli is run with.
+/// How whisper-cli is run.
 struct WhisperCLIConfiguration {
     FileURL binaryURL;
     FileURL modelURL;
@@ -16,9 +16,9 @@ struct WhisperCLIConfiguration {
     QString language = QStringLiteral("ro");
     /// Where transcripts are written; see `defaultOutputDirectoryURL`.
     FileURL outputDirectoryURL;
-    /// Stands in the argument vector as it is.
+    /// Added to the argument vector unchanged.
     QStringList extraArguments;
-    /// Limit of a run; absent, zero or less means none.
+    /// Time limit of a run; absent, zero or less means none.
     std::optional<double> executionTimeoutSeconds;
 
     /// The usual folder for transcripts, among the temporary files.
@@ -30,13 +30,13 @@ struct WhisperCLICommand {
     FileURL executableURL;
     /// Without the program name.
     QStringList arguments;
-    /// Where the transcript lies after a successful run.
+    /// Where a successful run leaves the transcript.
     FileURL outputTextURL;
 
     friend bool operator==(const WhisperCLICommand &, const WhisperCLICommand &) = default;
 };
 
-/// Makes commands after checking that all that a run needs is in place. The only place that knows the command
+/// Builds commands, after checking that everything a run needs exists. The only code that knows the command
 /// line of whisper-cli.
 class WhisperCLICommandBuilder {
 public:
@@ -44,7 +44,7 @@ public:
     WhisperCLICommandBuilder(WhisperCLIConfiguration config, FileManager &fileManager);
 
     /// The command that transcribes `audioFileURL`; creates the output folder. Throws
-    /// TranscriptionEngineError for the first thing that is missing.
+    /// TranscriptionEngineError for the first missing item.
     WhisperCLICommand makeCommand(
         const FileURL &audioFileURL, const QUuid &transcriptionID = QUuid::createUuid()) const;
 

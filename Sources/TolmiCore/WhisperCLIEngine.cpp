@@ -8,10 +8,10 @@
 using EngineError = TranscriptionEngineError;
 
 namespace {
-/// How late the end of a process under a limit is seen at most, in seconds.
+/// Seconds; how often a process with a time limit is checked.
 constexpr double pollInterval = 0.010;
 
-/// The text of UTF-8 bytes; absent when they are none.
+/// Decoded UTF-8; absent if `bytes` are not valid UTF-8.
 std::optional<QString> decoded(const QByteArray &bytes) {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = decoder(bytes);
@@ -52,8 +52,8 @@ TranscriptionResult WhisperCLIEngine::Runner::transcribe(const TranscriptionRequ
     return { request.id, text, request.audioFileURL, clock.now() };
 }
 
-// The pipes stay unread while the process runs and after a success: whatever it prints is of no use then, and
-// what exceeds a pipe holds the process up until the limit ends it.
+// The pipes are not read while the process runs or after a success, because its output is not needed then. A
+// process that fills a pipe blocks until the time limit ends it.
 void WhisperCLIEngine::Runner::run(
     const WhisperCLICommand &command, std::optional<double> timeoutSeconds) const {
     const auto process = launcher.launch(command.executableURL, command.arguments);

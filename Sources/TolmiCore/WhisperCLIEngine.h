@@ -6,11 +6,11 @@
 #include "TolmiCore/TranscriptionEngine.h"
 #include "TolmiCore/WhisperCLICommand.h"
 
-/// Runs whisper-cli on one recording after the other and gives the text that it leaves in its output file.
+/// Runs whisper-cli on one recording at a time and returns the text that it leaves in its output file.
 ///
-/// Main thread only; the process is waited for on a thread of the engine's own. A run is never cancelled
-/// from here: whoever ends the program ends the process by its launcher, and the thread that waits for it is
-/// left to itself. File manager, launcher and clock must therefore live as long as the process does.
+/// Main thread only; a thread of the engine waits for the process. Runs are never cancelled here: on quit the
+/// process is ended through its launcher, and the thread that waits for it is abandoned. File manager,
+/// launcher and clock must therefore live until the program exits.
 class WhisperCLIEngine final : public TranscriptionEngine {
 public:
     WhisperCLIEngine(
@@ -19,7 +19,7 @@ public:
     Task<TranscriptionResult> transcribe(TranscriptionRequest request) override;
 
 private:
-    /// What a run needs, apart from the engine, which the run may outlive.
+    /// What a run needs; separate from the engine, which the run may outlive.
     struct Runner {
         WhisperCLIConfiguration config;
         FileManager &fileManager;

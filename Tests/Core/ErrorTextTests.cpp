@@ -52,7 +52,7 @@ TEST(TranscriptionEngineError, EqualsByCaseAndPayload) {
         EngineError(EngineError::MissingModel { recording() }) == EngineError(EngineError::MissingModel {}));
 }
 
-TEST(TranscriptionRequest, HasAFreshIdentity) {
+TEST(TranscriptionRequest, HasAUniqueId) {
     EXPECT_NE(TranscriptionRequest().id, TranscriptionRequest().id);
 }
 

@@ -41,14 +41,14 @@ INSTANTIATE_TEST_SUITE_P(Listeners, GuardedHttpClientTest,
     testing::Values(GuardCase { "Elsewhere", Listener::Elsewhere, std::nullopt },
         GuardCase { "Trusted", Listener::Trusted, std::nullopt },
         GuardCase { "Nobody", Listener::Nobody, HttpError::Code::CannotConnect },
-        GuardCase { "Stranger", Listener::Stranger, HttpError::Code::UntrustedServer }),
+        GuardCase { "Untrusted", Listener::Untrusted, HttpError::Code::UntrustedServer }),
     [](const auto &info) { return info.param.name; });
 
-TEST_P(GuardedHttpClientTest, SendsNothingToStrangers) {
+TEST_P(GuardedHttpClientTest, SendsNothingToUntrustedListeners) {
     expectOutcome([](HttpClient &client, HttpRequest request) { return client.send(std::move(request)); });
 }
 
-TEST_P(GuardedHttpClientTest, DownloadsNothingFromStrangers) {
+TEST_P(GuardedHttpClientTest, DownloadsNothingFromUntrustedListeners) {
     expectOutcome([](HttpClient &client, HttpRequest request) {
         return client.download(std::move(request), [](qint64) { return true; });
     });

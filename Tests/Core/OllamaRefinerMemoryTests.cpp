@@ -38,8 +38,8 @@ INSTANTIATE_TEST_SUITE_P(Answers, OllamaRefinerMemory,
         HostileAnswer { "WithLength", "HTTP/1.1 200 OK\r\nContent-Length: 1073741824\r\n\r\n" }),
     [](const auto &info) { return info.param.name; });
 
-TEST_P(OllamaRefinerMemory, StaysBoundedForAGibibyteOfAnswer) {
-    // The first request pays for what the network classes keep for good.
+TEST_P(OllamaRefinerMemory, StaysBoundedForAGibibyteAnswer) {
+    // The first request includes allocations that the network classes keep.
     m_server.script = { { MisbehavingServer::send(MisbehavingServer::answer(200, R"({"response":"a"})")) } };
     EXPECT_EQ(refine(), QStringLiteral("a"));
     m_server.script = { { MisbehavingServer::send(GetParam().head), m_server.stream(1024 * mebibyte) } };

@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(Answers, OllamaRefinerTable,
             "Text refiner unavailable: Ollama returned status 307" }),
     [](const auto &info) { return info.param.name; });
 
-TEST_P(OllamaRefinerTable, HoldsAndAsksOnce) {
+TEST_P(OllamaRefinerTable, ReturnsTheResultOfOneRequest) {
     m_server.script = { GetParam().steps };
     perform();
     EXPECT_EQ(description(), QString::fromUtf8(GetParam().expected));
@@ -93,7 +93,7 @@ TEST_P(OllamaRefinerTable, HoldsAndAsksOnce) {
     EXPECT_TRUE(m_server.requests.at(0).startsWith("POST /api/generate HTTP/1.1\r\n"));
 }
 
-TEST_F(OllamaRefinerServer, FollowsARedirectWithinTheOriginWithTheWholeRequest) {
+TEST_F(OllamaRefinerServer, FollowsASameOriginRedirectWithTheWholeRequest) {
     m_server.script = { answer(307, "", "Location: /ollama/api/generate\r\n"), answer(200, goodBody) };
     perform();
     EXPECT_EQ(description(), QStringLiteral("Hello."));
@@ -117,7 +117,7 @@ TEST_F(OllamaRefinerServer, FailsForAnAddressThatIsNotHttp) {
     EXPECT_EQ(description(), QStringLiteral("Text refiner unavailable: The address is not an HTTP address."));
 }
 
-TEST_F(OllamaRefinerServer, GivesUpAfterTenSecondsOfSilence) {
+TEST_F(OllamaRefinerServer, TimesOutAfterTenIdleSeconds) {
     m_server.script = { {} };
     beginAndReachTheServer();
     m_clock.advance(9.99);
@@ -126,7 +126,7 @@ TEST_F(OllamaRefinerServer, GivesUpAfterTenSecondsOfSilence) {
     EXPECT_EQ(description(), QStringLiteral("Text refinement timed out."));
 }
 
-TEST_F(OllamaRefinerServer, GivesUpAfterTwelveSecondsOfDripping) {
+TEST_F(OllamaRefinerServer, TimesOutAfterTwelveSecondsInTotal) {
     m_server.script = { { Server::send("HTTP/1.1 200 OK\r\nContent-Length: 999\r\n\r\n") } };
     beginAndReachTheServer();
     for (int second = 0; second < 11; ++second) {
@@ -145,7 +145,7 @@ TEST_F(OllamaRefinerServer, DropsAnEndlessAnswer) {
     m_server.script = { { Server::send("HTTP/1.1 200 OK\r\n\r\n"), m_server.stream(1024 * 1024 * 1024) } };
     perform();
     EXPECT_EQ(description(), QString::fromUtf8(unparsable));
-    // What lies in the system's buffers counts as sent.
+    // Data in the system's buffers counts as sent.
     EXPECT_LT(m_server.streamedByteCount, 128 * 1024 * 1024);
 }
 } // namespace

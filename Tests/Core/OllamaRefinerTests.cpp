@@ -16,7 +16,7 @@ using E = TextRefinerError;
 const HttpResponse plainAnswer { 200, QByteArray(R"({"response":"Hello."})") };
 const TextRefinerError unparsable(E::RefinementFailed { QStringLiteral("Could not parse Ollama response") });
 
-/// What the refiner makes of "the text" for this reply: a text or an error.
+/// The result of refining "the text" with this reply: a text or an error.
 std::variant<QString, TextRefinerError> refine(
     const std::variant<HttpResponse, HttpError> &reply, const QString &text = QStringLiteral("the text")) {
     FakeHttpClient client;
@@ -30,7 +30,7 @@ std::variant<QString, TextRefinerError> refine(
     }
 }
 
-/// What the refiner asks for with this configuration.
+/// The refiner's request with this configuration.
 HttpRequest requestOf(
     const OllamaConfiguration &configuration, const QString &text = QStringLiteral("text")) {
     FakeHttpClient client;
@@ -44,7 +44,7 @@ QJsonObject bodyOf(const HttpRequest &request) {
     return QJsonDocument::fromJson(request.body).object();
 }
 
-TEST(OllamaRefinerRequest, IsAPostOfFourValues) {
+TEST(OllamaRefinerRequest, IsAPostWithFourFields) {
     const HttpRequest request = requestOf({}, QStringLiteral("ce \"faci\"?\n\t\u0219i \U0001F600 \\ gata "));
     EXPECT_EQ(request.method, "POST");
     EXPECT_EQ(request.url, QUrl(QStringLiteral("http://localhost:11434/api/generate")));
@@ -59,7 +59,7 @@ TEST(OllamaRefinerRequest, IsAPostOfFourValues) {
     EXPECT_EQ(bodyOf(request), expected);
 }
 
-TEST(OllamaRefinerRequest, HoldsAnEmptyPromptAsWell) {
+TEST(OllamaRefinerRequest, IncludesAnEmptyPrompt) {
     OllamaConfiguration configuration;
     configuration.model.clear();
     configuration.systemPrompt.clear();
@@ -101,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(Timeouts, OllamaRefinerTimeout,
         TimeoutCase { 0, 60 }, TimeoutCase { -1, 60 }, TimeoutCase { std::nan(""), 60 },
         TimeoutCase { -std::numeric_limits<double>::infinity(), 60 }));
 
-TEST_P(OllamaRefinerTimeout, DiffersByTwoSecondsForSilenceAndForTheWhole) {
+TEST_P(OllamaRefinerTimeout, IsTwoSecondsLongerInTotalThanWhenIdle) {
     OllamaConfiguration configuration;
     configuration.timeout = GetParam().timeout;
     const HttpRequest request = requestOf(configuration);
@@ -112,7 +112,7 @@ TEST_P(OllamaRefinerTimeout, DiffersByTwoSecondsForSilenceAndForTheWhole) {
 struct AnswerCase {
     const char *name;
     QByteArray body;
-    /// Absent for what cannot be parsed.
+    /// Absent if the answer cannot be parsed.
     std::optional<QString> expected;
 };
 
@@ -172,7 +172,7 @@ INSTANTIATE_TEST_SUITE_P(Bodies, OllamaRefinerAnswer,
         AnswerCase { "SeveralLines", "{\"response\":\"a\"}\n{\"response\":\"b\"}\n", std::nullopt }),
     [](const auto &info) { return info.param.name; });
 
-TEST_P(OllamaRefinerAnswer, IsTheTextUnderResponse) {
+TEST_P(OllamaRefinerAnswer, IsTheResponseField) {
     const auto result = refine(HttpResponse { 200, GetParam().body });
     if (GetParam().expected)
         EXPECT_EQ(result, (std::variant<QString, TextRefinerError>(*GetParam().expected)));
@@ -180,16 +180,16 @@ TEST_P(OllamaRefinerAnswer, IsTheTextUnderResponse) {
         EXPECT_EQ(result, (std::variant<QString, TextRefinerError>(unparsable)));
 }
 
-TEST(OllamaRefiner, ReturnsTheInputAsItWasForABlankAnswer) {
+TEST(OllamaRefiner, ReturnsTheInputUnchangedForABlankAnswer) {
     const QString text = QStringLiteral("  um, \n");
     EXPECT_EQ(std::get<QString>(refine(HttpResponse { 200, R"({"response":" "})" }, text)), text);
 }
 
-TEST(OllamaRefiner, CannotParseABodyThatWasDropped) {
+TEST(OllamaRefiner, CannotParseADiscardedBody) {
     EXPECT_EQ(std::get<TextRefinerError>(refine(HttpResponse { 200, std::nullopt })), unparsable);
 }
 
-TEST(OllamaRefiner, RefusesAnAnswerFarLongerThanTheText) {
+TEST(OllamaRefiner, RejectsAnAnswerFarLongerThanTheText) {
     const auto answerOf = [](qsizetype length) {
         return refine(HttpResponse { 200, "{\"response\":\" " + QByteArray(length, 'a') + " \"}" },
             QStringLiteral("five!"));
@@ -199,7 +199,7 @@ TEST(OllamaRefiner, RefusesAnAnswerFarLongerThanTheText) {
         TextRefinerError(E::RefinementFailed { QStringLiteral("Ollama's answer is too long") }));
 }
 
-TEST(OllamaRefiner, PassesStatus200Only) {
+TEST(OllamaRefiner, AcceptsOnlyStatus200) {
     for (const int status : { 100, 199, 201, 204, 206, 301, 404, 500 }) {
         const auto error = std::get<TextRefinerError>(refine(HttpResponse { status, plainAnswer.body }));
         EXPECT_EQ(error.errorDescription(),
@@ -210,7 +210,7 @@ TEST(OllamaRefiner, PassesStatus200Only) {
         error.errorDescription(), QStringLiteral("Text refiner unavailable: Ollama returned status -1"));
 }
 
-TEST(OllamaRefiner, TellsATimeOutFromOtherFailures) {
+TEST(OllamaRefiner, DistinguishesATimeOutFromOtherFailures) {
     const auto timeout = std::get<TextRefinerError>(refine(HttpError(HttpError::Code::TimedOut)));
     EXPECT_EQ(timeout, TextRefinerError(E::Timeout {}));
     EXPECT_EQ(timeout.errorDescription(), QStringLiteral("Text refinement timed out."));
@@ -221,7 +221,7 @@ TEST(OllamaRefiner, TellsATimeOutFromOtherFailures) {
     }
 }
 
-TEST(OllamaRefiner, StartsAfreshAfterAFailure) {
+TEST(OllamaRefiner, KeepsNoStateAfterAFailure) {
     FakeHttpClient client;
     client.replies = { HttpError(HttpError::Code::CannotConnect), plainAnswer };
     OllamaRefiner refiner(client);

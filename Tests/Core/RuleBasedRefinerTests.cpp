@@ -33,7 +33,7 @@ INSTANTIATE_TEST_SUITE_P(Fillers, RuleBasedRefinerTest,
         Refinement { "x mmm y", "x y" }, Refinement { "îî", "îî" }, Refinement { "x îîî y", "x y" },
         Refinement { "x ÎÎÎÎ y", "x y" }, Refinement { "x nu știu y", "x y" },
         Refinement { "x nu  știu y", "x nu știu y" },
-        // The cedilla letter is another one than the letter with a comma below.
+        // The letter with a cedilla differs from the one with a comma below.
         Refinement { "x nu şti u", "x nu şti u" }, Refinement { "x nu ştiu y", "x nu ştiu y" },
         Refinement { "u", "u" }, Refinement { "x um y", "x y" }, Refinement { "x ummm y", "x y" },
         Refinement { "umbra", "umbra" }, Refinement { "x uh y", "x y" }, Refinement { "x uhhh y", "x y" },
@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(Capitals, RuleBasedRefinerTest,
         Refinement { "\U0001F600. b \U0001F600. c", "\U0001F600. B \U0001F600. C" },
         Refinement { "a. um b", "a. B" }, Refinement { "a. şi", "a. şi" }));
 
-TEST(RuleBasedRefiner, TakesNoPartsOfCombinedLetters) {
+TEST(RuleBasedRefiner, KeepsCombiningSequencesIntact) {
     EXPECT_EQ(refined(QStringLiteral("x um\u0301 y")), QStringLiteral("x um\u0301 y"));
 }
 } // namespace

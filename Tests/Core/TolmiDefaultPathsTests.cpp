@@ -23,7 +23,7 @@ protected:
         return paths;
     }
 
-    /// The folders that the models are looked for in, in order.
+    /// The folders that are searched for models, in order.
     QStringList modelFolders(const std::optional<FileURL> &current = std::nullopt) const {
         QStringList folders;
         for (const FileURL &url : TolmiDefaultPaths::modelCandidates(context(), current)) {
@@ -45,7 +45,7 @@ protected:
     BundleInfo m_bundle { {}, FileURL(QStringLiteral("/b")) };
 };
 
-TEST_F(TolmiDefaultPathsTest, ModelsAreElevenInTheirOrder) {
+TEST_F(TolmiDefaultPathsTest, HasElevenModelsInOrder) {
     const QStringList expected = QStringLiteral("ggml-large-v3.bin ggml-large-v3-turbo.bin ggml-large-v2.bin "
                                                 "ggml-large-v1.bin ggml-large.bin ggml-medium.bin "
                                                 "ggml-small.bin ggml-base.bin ggml-medium.en.bin "
@@ -54,7 +54,7 @@ TEST_F(TolmiDefaultPathsTest, ModelsAreElevenInTheirOrder) {
     EXPECT_EQ(TolmiDefaultPaths::modelFileNames(), expected);
 }
 
-TEST_F(TolmiDefaultPathsTest, RootsGoFromTheCurrentDirectoryOverTheProgramToTheBundle) {
+TEST_F(TolmiDefaultPathsTest, RootsAreCurrentDirectoryThenProgramThenBundle) {
     setProgram("/opt/tolmi/bin/tolmi", "/srv/x");
     EXPECT_EQ(modelFolders(),
         withModels({ QStringLiteral("/cwd"), QStringLiteral("/opt/tolmi/bin"), QStringLiteral("/opt/tolmi"),
@@ -68,7 +68,7 @@ TEST_F(TolmiDefaultPathsTest, AnEmptyProgramArgumentAddsNothing) {
             QStringLiteral("/") }));
 }
 
-TEST_F(TolmiDefaultPathsTest, EightAncestorsOfTheProgramAndSixOfTheBundleCount) {
+TEST_F(TolmiDefaultPathsTest, SearchesEightProgramAncestorsAndSixBundleAncestors) {
     setProgram("/1/2/3/4/5/6/7/8/9/10/program", "/a/b/c/d/e/f/g/h");
     const QStringList folders = modelFolders();
     EXPECT_EQ(folders.size(), 1 + 1 + 9 + 7);
@@ -80,7 +80,7 @@ TEST_F(TolmiDefaultPathsTest, EightAncestorsOfTheProgramAndSixOfTheBundleCount) 
 
 TEST_F(TolmiDefaultPathsTest, ABundleAddsTheAncestorsOfItsFolder) {
     setProgram("", "/1/2/3/4/5/6/7/T.app");
-    // Six above the bundle reach /1, which six above its folder reach too and pass by one.
+    // Six ancestors of the bundle reach /1; six ancestors of its folder go one further.
     EXPECT_EQ(modelFolders().last(), QStringLiteral("/1/.models"));
     setProgram("", "/0/1/2/3/4/5/6/7/T.app");
     EXPECT_EQ(modelFolders().last(), QStringLiteral("/0/1/.models"));
@@ -88,7 +88,7 @@ TEST_F(TolmiDefaultPathsTest, ABundleAddsTheAncestorsOfItsFolder) {
     EXPECT_EQ(modelFolders().last(), QStringLiteral("/0/1/2/.models"));
 }
 
-TEST_F(TolmiDefaultPathsTest, APlaceStandsOnceInTheFormInWhichItCameFirst) {
+TEST_F(TolmiDefaultPathsTest, DuplicatesKeepTheFirstForm) {
     setProgram("/home/./me/x/../bin/tolmi", "/home/me/bin");
     EXPECT_EQ(modelFolders(FileURL(QStringLiteral("/home//me"))),
         withModels({ QStringLiteral("/home//me"), QStringLiteral("/home/me/bin"), QStringLiteral("/home"),
@@ -111,7 +111,7 @@ TEST_F(TolmiDefaultPathsTest, BinariesAreTriedRootByRoot) {
         }));
 }
 
-TEST_F(TolmiDefaultPathsTest, EveryModelIsTriedInOneRootBeforeTheNext) {
+TEST_F(TolmiDefaultPathsTest, AllModelsAreTriedInOneRootBeforeTheNext) {
     setProgram("", "/");
     const auto candidates = TolmiDefaultPaths::modelCandidates(context());
     ASSERT_EQ(candidates.size(), 33U);
@@ -122,7 +122,7 @@ TEST_F(TolmiDefaultPathsTest, EveryModelIsTriedInOneRootBeforeTheNext) {
     EXPECT_EQ(candidates[11].path(), QStringLiteral("/cwd/.models/ggml-large-v3.bin"));
 }
 
-TEST_F(TolmiDefaultPathsTest, WithoutApplicationSupportTheOtherPlacesRemain) {
+TEST_F(TolmiDefaultPathsTest, WithoutApplicationSupportTheOtherLocationsRemain) {
     setProgram("", "/");
     m_files.applicationSupport = std::nullopt;
     EXPECT_EQ(TolmiDefaultPaths::whisperBinaryCandidates(context()).front().path(),
@@ -143,7 +143,7 @@ TEST_F(TolmiDefaultPathsTest, TheCurrentDirectoryCanBeGiven) {
         QStringLiteral("/other/.models/ggml-base.en.bin"));
 }
 
-TEST_F(TolmiDefaultPathsTest, WithNothingOnDiskAPathIsGivenAllTheSame) {
+TEST_F(TolmiDefaultPathsTest, ReturnsAPathEvenIfNothingExists) {
     EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),
         QStringLiteral("/home/user/.local/share/Tolmi/tools/whisper-cli"));
     EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(context()).path(),
@@ -156,7 +156,7 @@ TEST_F(TolmiDefaultPathsTest, TheLegacyModelIsFixed) {
     EXPECT_TRUE(m_files.calls.empty());
 }
 
-TEST_F(TolmiDefaultPathsTest, ABinaryThatIsNotExecutableIsPassedOver) {
+TEST_F(TolmiDefaultPathsTest, SkipsANonExecutableBinary) {
     m_files.files[QStringLiteral("/home/user/.local/share/Tolmi/tools/whisper-cli")];
     m_files.addExecutable(QStringLiteral("/usr/local/bin/whisper-cli"));
     EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),
@@ -166,7 +166,7 @@ TEST_F(TolmiDefaultPathsTest, ABinaryThatIsNotExecutableIsPassedOver) {
         QStringLiteral("/cwd/.vendor/whisper.cpp/build/bin/main"));
 }
 
-TEST_F(TolmiDefaultPathsTest, WhatOthersMayHavePutThereIsPassedOver) {
+TEST_F(TolmiDefaultPathsTest, SkipsFilesThatOthersMayHaveCreated) {
     setProgram("bin/tolmi", "/b");
     const QString binary = QStringLiteral("/b/.tools/whisper-cli");
     const QString model = QStringLiteral("/b/.models/ggml-base.bin");
@@ -179,7 +179,7 @@ TEST_F(TolmiDefaultPathsTest, WhatOthersMayHavePutThereIsPassedOver) {
     EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(context()).path(), model);
 }
 
-TEST_F(TolmiDefaultPathsTest, NoPlaceIsNamedWhereOthersCouldPutSomething) {
+TEST_F(TolmiDefaultPathsTest, NeverReturnsALocationThatOthersCanWriteTo) {
     const QString planted = QStringLiteral("/cwd/.models/ggml-large-v3.bin");
     m_files.files[planted];
     m_files.addExecutable(QStringLiteral("/cwd/.tools/whisper-cli"));
@@ -188,7 +188,7 @@ TEST_F(TolmiDefaultPathsTest, NoPlaceIsNamedWhereOthersCouldPutSomething) {
         QStringLiteral("/home/user/.local/share/Tolmi/models/ggml-large-v3.bin"));
     EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),
         QStringLiteral("/b/.tools/whisper-cli"));
-    // There is nowhere else to point to.
+    // No other location is left.
     m_files.opened = { QStringLiteral("/") };
     EXPECT_EQ(TolmiDefaultPaths::defaultModelURL(context()).path(), planted);
     EXPECT_EQ(TolmiDefaultPaths::defaultWhisperBinaryURL(context()).path(),

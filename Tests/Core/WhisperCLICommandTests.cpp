@@ -25,7 +25,7 @@ protected:
         return WhisperCLICommandBuilder(m_config, m_files).makeCommand(audio, identity);
     }
 
-    /// The error of a call; a command is a failure of the test.
+    /// The error of a call; fails the test if there is none.
     EngineError error() {
         try {
             command();
@@ -51,7 +51,7 @@ TEST_F(WhisperCLICommandTest, HasNineArgumentsWithoutExtraOnes) {
     EXPECT_EQ(command(), (WhisperCLICommand { binary, expected, FileURL(base + QStringLiteral(".txt")) }));
 }
 
-TEST_F(WhisperCLICommandTest, ExtraArgumentsStandBehindTheLanguage) {
+TEST_F(WhisperCLICommandTest, ExtraArgumentsFollowTheLanguage) {
     m_config.extraArguments = QStringLiteral("-bo 2 -bs 2 -tp 0").split(u' ');
     const QStringList arguments = command().arguments;
     EXPECT_EQ(arguments.size(), 15);
@@ -59,14 +59,14 @@ TEST_F(WhisperCLICommandTest, ExtraArgumentsStandBehindTheLanguage) {
     EXPECT_EQ(arguments[12], QStringLiteral("-otxt"));
 }
 
-TEST_F(WhisperCLICommandTest, AnyLanguagePasses) {
+TEST_F(WhisperCLICommandTest, AcceptsAnyLanguage) {
     for (const QString &language : { QStringLiteral("auto"), QStringLiteral("xx"), QString() }) {
         m_config.language = language;
         EXPECT_EQ(command().arguments[5], language);
     }
 }
 
-TEST_F(WhisperCLICommandTest, EachMissingThingIsNamed) {
+TEST_F(WhisperCLICommandTest, ReportsEachMissingItem) {
     m_files.files.erase(audio.path());
     EXPECT_EQ(error(), EngineError(EngineError::MissingAudioFile { audio }));
     m_files.files.erase(model.path());
@@ -104,7 +104,7 @@ TEST_F(WhisperCLICommandTest, ChecksInOrder) {
     EXPECT_EQ(m_files.calls, expected);
 }
 
-TEST_F(WhisperCLICommandTest, AnOutputFolderThatCannotBeMadeIsNamed) {
+TEST_F(WhisperCLICommandTest, ReportsAnOutputFolderThatCannotBeCreated) {
     m_files.files[output.path()];
     EXPECT_EQ(error(), EngineError(EngineError::CouldNotCreateOutputDirectory { output }));
     m_files.files.erase(output.path());
@@ -112,13 +112,13 @@ TEST_F(WhisperCLICommandTest, AnOutputFolderThatCannotBeMadeIsNamed) {
     EXPECT_EQ(error(), EngineError(EngineError::CouldNotCreateOutputDirectory { output }));
 }
 
-TEST_F(WhisperCLICommandTest, TheSameIdentityGivesTheSameCommand) {
+TEST_F(WhisperCLICommandTest, TheSameIdProducesTheSameCommand) {
     EXPECT_EQ(command(), command());
     const WhisperCLICommandBuilder builder(m_config, m_files);
     EXPECT_FALSE(builder.makeCommand(audio) == builder.makeCommand(audio));
 }
 
-TEST_F(WhisperCLICommandTest, TranscriptsUsuallyLieAmongTheTemporaryFiles) {
+TEST_F(WhisperCLICommandTest, TheDefaultOutputFolderIsTemporary) {
     EXPECT_EQ(WhisperCLIConfiguration::defaultOutputDirectoryURL(m_files).path(),
         m_files.temporary.path() + QStringLiteral("/tolmi-transcripts"));
 }

@@ -20,7 +20,7 @@
 namespace {
 using EngineError = TranscriptionEngineError;
 
-/// The text of what `task` throws.
+/// The message of the error that `task` throws.
 template <typename Run>
 QString errorOf(Run run) {
     try {
@@ -31,7 +31,7 @@ QString errorOf(Run run) {
     return QStringLiteral("no error");
 }
 
-/// The engine over a file system in memory, with processes that follow a list, on a clock that stands still.
+/// The engine with an in-memory file system, scripted processes and a stopped clock.
 class WhisperCLIEngineRules : public testing::Test {
 protected:
     WhisperCLIEngineRules() {
@@ -74,7 +74,7 @@ protected:
     TranscriptionRequest m_request;
 };
 
-TEST_F(WhisperCLIEngineRules, GivesTheTrimmedTranscript) {
+TEST_F(WhisperCLIEngineRules, ReturnsTheTrimmedTranscript) {
     FakeProcessLauncher::Reply reply = transcript(" Salut, ție!\n\n");
     reply.seconds = 2.5;
     reply.standardError = "chatter";
@@ -86,7 +86,7 @@ TEST_F(WhisperCLIEngineRules, GivesTheTrimmedTranscript) {
     EXPECT_EQ(m_launcher.processCalls, QStringList { QStringLiteral("waitUntilExit") });
 }
 
-TEST_F(WhisperCLIEngineRules, StartsTheCommandOfTheBuilder) {
+TEST_F(WhisperCLIEngineRules, RunsTheBuiltCommand) {
     run(transcript("a"));
     const WhisperCLICommand command
         = WhisperCLICommandBuilder(m_config, m_files).makeCommand(m_request.audioFileURL, m_request.id);
@@ -95,13 +95,13 @@ TEST_F(WhisperCLIEngineRules, StartsTheCommandOfTheBuilder) {
         m_launcher.launches[0], (FakeProcessLauncher::Launch { command.executableURL, command.arguments }));
 }
 
-TEST_F(WhisperCLIEngineRules, TheErrorOfTheBuilderPassesAndNothingStarts) {
+TEST_F(WhisperCLIEngineRules, PassesABuilderErrorWithoutStartingAProcess) {
     m_files.files.erase(m_config.modelURL.path());
     EXPECT_EQ(failure({}), QStringLiteral("Whisper model file not found at /model.bin."));
     EXPECT_TRUE(m_launcher.launches.empty());
 }
 
-TEST_F(WhisperCLIEngineRules, ALimitEndsTheProcess) {
+TEST_F(WhisperCLIEngineRules, ATimeLimitEndsTheProcess) {
     m_config.executionTimeoutSeconds = 3.0;
     EXPECT_EQ(failure({ .seconds = std::nullopt }), QStringLiteral("whisper-cli timed out after 3.0s."));
     EXPECT_EQ(m_launcher.processCalls,
@@ -109,7 +109,7 @@ TEST_F(WhisperCLIEngineRules, ALimitEndsTheProcess) {
     EXPECT_NEAR(m_clock.now() - VirtualClock::start, 3.0, 0.011);
 }
 
-TEST_F(WhisperCLIEngineRules, AnEndBeforeTheLimitIsSeenInTime) {
+TEST_F(WhisperCLIEngineRules, NoticesAnExitBeforeTheTimeLimit) {
     m_config.executionTimeoutSeconds = 3.0;
     FakeProcessLauncher::Reply reply = transcript("a");
     reply.seconds = 2.995;
@@ -127,7 +127,7 @@ TEST_F(WhisperCLIEngineRules, ZeroOrLessIsNoLimit) {
     }
 }
 
-TEST_F(WhisperCLIEngineRules, AFailureUnderALimitIsAFailure) {
+TEST_F(WhisperCLIEngineRules, ReportsAFailureWithinTheTimeLimit) {
     m_config.executionTimeoutSeconds = 3.0;
     EXPECT_EQ(failure({ .seconds = 1, .terminationStatus = 9 }),
         QStringLiteral("whisper-cli failed with exit code 9. Unknown whisper-cli error."));
@@ -159,7 +159,7 @@ INSTANTIATE_TEST_SUITE_P(Table, WhisperCLIEngineMessage,
         FailureText { "\xFF", "\xC3", "Unknown whisper-cli error." },
         FailureText { "", "ăâ\n\nș\n", "ăâ\n\nș" }));
 
-TEST_F(WhisperCLIEngineRules, ALaunchFailurePassesAsItIs) {
+TEST_F(WhisperCLIEngineRules, PassesALaunchErrorUnchanged) {
     try {
         run({ .launchFailure = SystemError::fromErrno(ENOEXEC, QStringLiteral("/bin/whisper-cli")) });
         FAIL() << "no error";
@@ -168,7 +168,7 @@ TEST_F(WhisperCLIEngineRules, ALaunchFailurePassesAsItIs) {
     }
 }
 
-TEST_F(WhisperCLIEngineRules, WithoutAnOutputFileItIsMissing) {
+TEST_F(WhisperCLIEngineRules, ReportsAMissingOutputFile) {
     EXPECT_EQ(failure({}),
         QStringLiteral("whisper-cli finished but output file is missing at %1.").arg(outputPath()));
 }
@@ -190,14 +190,14 @@ TEST_F(WhisperCLIEngineRules, AnOutputFileThatIsNotUTF8IsASystemError) {
     }
 }
 
-TEST_F(WhisperCLIEngineRules, ABlankTranscriptNamesTheRecording) {
+TEST_F(WhisperCLIEngineRules, TheErrorForABlankTranscriptNamesTheRecording) {
     for (const QByteArray &content : { QByteArray(), QByteArray(" \n\t\r\n"), QByteArray("\u00A0\u2028") }) {
         EXPECT_EQ(failure(transcript(content)),
             QStringLiteral("whisper-cli produced an empty transcript for recording.wav."));
     }
 }
 
-TEST_F(WhisperCLIEngineRules, CallsOfOneEngineRunOneAfterTheOther) {
+TEST_F(WhisperCLIEngineRules, RunsCallsSequentially) {
     m_launcher.replies.push_back({ .terminationStatus = 1 });
     m_launcher.replies.push_back({ .terminationStatus = 2 });
     WhisperCLIEngine engine(m_config, m_files, m_launcher, m_clock);
@@ -216,9 +216,8 @@ TEST_F(WhisperCLIEngineRules, CallsOfOneEngineRunOneAfterTheOther) {
     EXPECT_EQ(m_launcher.processCalls, callsOfOne + callsOfOne);
 }
 
-/// The main loop with a time that stands still until a script is ready and from then on leaps past every
-/// limit each time one looks. It leaps again and again, since the limit may be set before that moment or
-/// after it.
+/// The main loop with a clock that is stopped until a script is ready and then jumps past every time limit at
+/// each reading. It jumps repeatedly, because the limit may be set before or after that moment.
 class ScriptClock final : public Clock {
 public:
     explicit ScriptClock(const Script &script)
@@ -272,7 +271,7 @@ protected:
     LinuxProcessLauncher m_launcher;
 };
 
-TEST_F(WhisperCLIEngineProcess, GivesTheTranscriptAndLeavesItsFile) {
+TEST_F(WhisperCLIEngineProcess, ReturnsTheTranscriptAndKeepsTheFile) {
     const Script script({ QStringLiteral("transcript  Salut, ție!\\n") });
     const TranscriptionResult result = run(script);
     EXPECT_EQ(result.text, QStringLiteral("Salut, ție!"));
@@ -301,12 +300,12 @@ TEST_F(WhisperCLIEngineProcess, ExitCodesAreFailures) {
         failed(255, QStringLiteral("the error")));
 }
 
-TEST_F(WhisperCLIEngineProcess, AnEndBySignalIsAFailureWithItsNumber) {
+TEST_F(WhisperCLIEngineProcess, ASignalExitIsAFailureWithTheSignalNumber) {
     EXPECT_EQ(failure({ QStringLiteral("print stderr dying"), QStringLiteral("die %1").arg(SIGKILL) }),
         failed(SIGKILL, QStringLiteral("dying")));
 }
 
-TEST_F(WhisperCLIEngineProcess, AFullPipeOfErrorsIsTheWholeMessage) {
+TEST_F(WhisperCLIEngineProcess, AFullErrorPipeIsTheWholeMessage) {
     EXPECT_EQ(failure({ QStringLiteral("flood stderr 65536"), QStringLiteral("exit 3") }),
         failed(3, QString(65536, u'x')));
 }
@@ -317,53 +316,53 @@ TEST_F(WhisperCLIEngineProcess, OutputOfASuccessIsDropped) {
     EXPECT_EQ(run(script).text, QStringLiteral("a"));
 }
 
-TEST_F(WhisperCLIEngineProcess, MoreOutputThanAPipeHoldsRunsIntoTheLimit) {
+TEST_F(WhisperCLIEngineProcess, OutputBeyondPipeCapacityRunsIntoTheTimeLimit) {
     EXPECT_EQ(failure({ QStringLiteral("ready"), QStringLiteral("flood stdout 65537"),
                           QStringLiteral("transcript a") },
                   3.0),
         QStringLiteral("whisper-cli timed out after 3.0s."));
 }
 
-TEST_F(WhisperCLIEngineProcess, ALimitEndsTheProcessAndIgnoresItsPartOfAText) {
+TEST_F(WhisperCLIEngineProcess, ATimeLimitEndsTheProcessAndIgnoresAPartialTranscript) {
     EXPECT_EQ(
         failure({ QStringLiteral("transcript part"), QStringLiteral("ready"), QStringLiteral("wait") }, 0.2),
         QStringLiteral("whisper-cli timed out after 0.2s."));
 }
 
-TEST_F(WhisperCLIEngineProcess, AProcessThatTakesItsTimeToEndIsWaitedFor) {
+TEST_F(WhisperCLIEngineProcess, WaitsForASlowlyTerminatingProcess) {
     const Script script({ QStringLiteral("hold-termination"), QStringLiteral("ready"),
         QStringLiteral("await-termination"), QStringLiteral("transcript late") });
     EXPECT_EQ(errorOf([&] { run(script, 3.0); }), QStringLiteral("whisper-cli timed out after 3.0s."));
     EXPECT_EQ(QDir(script.outputDirectoryURL().path()).entryList(QDir::Files).size(), 1);
 }
 
-TEST_F(WhisperCLIEngineProcess, ALimitThatIsNotReachedDoesNotMatter) {
+TEST_F(WhisperCLIEngineProcess, AnUnreachedTimeLimitHasNoEffect) {
     const Script script({ QStringLiteral("sleep 30"), QStringLiteral("transcript a") });
     EXPECT_EQ(run(script, 60.0).text, QStringLiteral("a"));
 }
 
-TEST_F(WhisperCLIEngineProcess, NoFileIsAMissingOutput) {
+TEST_F(WhisperCLIEngineProcess, AMissingFileIsAMissingOutput) {
     const Script script({});
     EXPECT_EQ(errorOf([&] { run(script); }),
         QStringLiteral("whisper-cli finished but output file is missing at %1/%2.txt.")
             .arg(script.outputDirectoryURL().path(), m_id.toString(QUuid::WithoutBraces).toUpper()));
 }
 
-TEST_F(WhisperCLIEngineProcess, ContentThatIsNoTextIsReported) {
+TEST_F(WhisperCLIEngineProcess, ReportsContentThatIsNotText) {
     EXPECT_TRUE(failure({ QStringLiteral("transcript a\\xFFb") })
                     .startsWith(QStringLiteral("File is not valid UTF-8: /")));
     EXPECT_EQ(failure({ QStringLiteral("transcript  \\n\\n ") }),
         QStringLiteral("whisper-cli produced an empty transcript for recording.wav."));
 }
 
-TEST_F(WhisperCLIEngineProcess, AChildThatStaysBehindDoesNotHoldTheEngineUp) {
+TEST_F(WhisperCLIEngineProcess, AGrandchildDoesNotBlockTheEngine) {
     const Script script(
         { QStringLiteral("leave-child"), QStringLiteral("print stderr left"), QStringLiteral("exit 4") });
     EXPECT_EQ(errorOf([&] { run(script); }), failed(4, QStringLiteral("left")));
     EXPECT_EQ(::kill(script.noteOf(QStringLiteral("child")).toInt(), SIGKILL), 0);
 }
 
-TEST_F(WhisperCLIEngineProcess, WhatIsNoProgramCannotBeStarted) {
+TEST_F(WhisperCLIEngineProcess, ANonExecutableCannotBeStarted) {
     const Script script({});
     m_binary = script.at(QStringLiteral("whisper-cli"));
     Script::write(m_binary, "no program");
@@ -373,7 +372,7 @@ TEST_F(WhisperCLIEngineProcess, WhatIsNoProgramCannotBeStarted) {
     EXPECT_EQ(errorOf([&] { run(script); }), QStringLiteral("Permission denied: ") + m_binary.path());
 }
 
-TEST_F(WhisperCLIEngineProcess, TheMainLoopGoesOnMeanwhile) {
+TEST_F(WhisperCLIEngineProcess, TheMainLoopKeepsRunning) {
     const Script script({ QStringLiteral("transcript a") });
     MainLoopClock clock;
     bool hasLoopRun = false;

@@ -40,7 +40,7 @@ Samples repeated(const Samples &sound, int count) {
 
 Samples cooked(const std::string &name) {
     const auto isWanted = [&](const Recipe &recipe) { return recipe.name == name; };
-    return cook(*std::find_if(recipes().begin(), recipes().end(), isWanted));
+    return render(*std::find_if(recipes().begin(), recipes().end(), isWanted));
 }
 
 /// Where in `recorded` the sound starts whose first samples are `sound`, played at `volume`.

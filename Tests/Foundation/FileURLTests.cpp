@@ -35,7 +35,7 @@ INSTANTIATE_TEST_SUITE_P(Table, FileURLParts,
         Parts { "/Applications/T.app", "/Applications/T.app", "T.app", "app", "/Applications" },
         Parts { "/poză/ș t.wav", "/poză/ș t.wav", "ș t.wav", "wav", "/poză" }));
 
-TEST(FileURL, RelativePathCountsFromTheCurrentDirectory) {
+TEST(FileURL, ARelativePathIsResolvedAgainstTheCurrentDirectory) {
     EXPECT_EQ(FileURL(QStringLiteral("a/b")).path(), QDir::currentPath() + QStringLiteral("/a/b"));
 }
 

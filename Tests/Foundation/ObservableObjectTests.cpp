@@ -37,7 +37,7 @@ protected:
         thermostat.onRule = [this] { note("rule"); };
     }
 
-    /// Each event with the value that is readable then.
+    /// Records an event with the value that is readable at that moment.
     void note(const std::string &event) {
         events.append(QString::number(thermostat.degrees()) + u' ' + QString::fromStdString(event));
     }
@@ -53,26 +53,26 @@ protected:
 };
 } // namespace
 
-TEST_F(ObservableObjectTest, AnnouncesStoresRunsTheRuleAndTellsQmlLast) {
+TEST_F(ObservableObjectTest, AnnouncesStoresRunsTheRuleThenNotifiesQml) {
     thermostat.setDegrees(20);
     EXPECT_EQ(told(), u"0 object|0 -> 20|20 rule|20 changed");
 }
 
-TEST_F(ObservableObjectTest, AnEqualValueIsAnnouncedAndRuledButNoChange) {
+TEST_F(ObservableObjectTest, AnEqualValueIsAnnouncedAndRunsTheRuleWithoutAChange) {
     thermostat.setDegrees(20);
     told();
     thermostat.setDegrees(20);
     EXPECT_EQ(told(), u"20 object|20 -> 20|20 rule");
 }
 
-TEST_F(ObservableObjectTest, ARuleThatAssignsIsAnnouncedAgainAndIsOneChange) {
+TEST_F(ObservableObjectTest, AnAssignmentInTheRuleIsAnnouncedAgainButIsOneChange) {
     thermostat.setDegrees(50);
     EXPECT_EQ(told(), u"0 object|0 -> 50|50 rule|50 object|50 -> 30|30 rule|30 changed");
     thermostat.setDegrees(40);
     EXPECT_EQ(told(), u"30 object|30 -> 40|40 rule|40 object|40 -> 30|30 rule");
 }
 
-TEST_F(ObservableObjectTest, AnAssignmentByAnObserverOfTheChangeIsAChangeOfItsOwn) {
+TEST_F(ObservableObjectTest, AnAssignmentByAChangeObserverIsASeparateChange) {
     QObject::connect(&thermostat, &Thermostat::degreesChanged, [this] {
         if (thermostat.degrees() == 20)
             thermostat.setDegrees(21);
@@ -81,7 +81,7 @@ TEST_F(ObservableObjectTest, AnAssignmentByAnObserverOfTheChangeIsAChangeOfItsOw
     EXPECT_EQ(told(), u"0 object|0 -> 20|20 rule|20 changed|20 object|20 -> 21|21 rule|21 changed");
 }
 
-TEST_F(ObservableObjectTest, AFieldNeedsNoRule) {
+TEST_F(ObservableObjectTest, TheRuleIsOptional) {
     int changes = 0;
     QObject::connect(&thermostat, &Thermostat::placeChanged, [&] { ++changes; });
     thermostat.setPlace(QStringLiteral("hall"));
@@ -90,7 +90,7 @@ TEST_F(ObservableObjectTest, AFieldNeedsNoRule) {
     EXPECT_EQ(told(), u"0 object|0 object");
 }
 
-TEST_F(ObservableObjectTest, ViewsWriteOnlyFieldsThatEverybodyMaySet) {
+TEST_F(ObservableObjectTest, ViewsWriteOnlyFieldsWithAPublicSetter) {
     EXPECT_TRUE(thermostat.setProperty("place", QStringLiteral("hall")));
     EXPECT_EQ(thermostat.place(), u"hall");
     const QMetaObject *const meta = thermostat.metaObject();

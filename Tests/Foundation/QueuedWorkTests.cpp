@@ -39,7 +39,7 @@ Task<int> appendOn(SerialQueue &queue, Clock &clock, std::vector<int> &list, int
     co_return number;
 }
 
-TEST(QueuedWork, RunsOnTheQueueAndComesBackToTheMainThread) {
+TEST(QueuedWork, RunsOnTheQueueAndResumesOnTheMainThread) {
     MainLoopClock clock;
     SerialQueue queue(QStringLiteral("test"));
     const Threads threads = awaitTask(threadsOf(queue, clock), turnMainLoop);
@@ -47,7 +47,7 @@ TEST(QueuedWork, RunsOnTheQueueAndComesBackToTheMainThread) {
     EXPECT_EQ(threads.after, QThread::currentThread());
 }
 
-TEST(QueuedWork, ExceptionsTravel) {
+TEST(QueuedWork, PropagatesExceptions) {
     MainLoopClock clock;
     SerialQueue queue(QStringLiteral("test"));
     EXPECT_THROW(awaitTask(failOn(queue, clock), turnMainLoop), SystemError);
@@ -58,7 +58,7 @@ Task<> holdDuringWork(SerialQueue &queue, Clock &clock, std::shared_ptr<int> hel
     ++*held;
 }
 
-TEST(QueuedWork, AClockThatGoesAbandonsTheTask) {
+TEST(QueuedWork, ADestroyedClockAbandonsTheTask) {
     const auto held = std::make_shared<int>(0);
     {
         VirtualClock clock;
@@ -70,7 +70,7 @@ TEST(QueuedWork, AClockThatGoesAbandonsTheTask) {
     EXPECT_EQ(*held, 0);
 }
 
-TEST(QueuedWork, KeepsTheOrderOfTheQueueAndComesBackOnlyInTheLoop) {
+TEST(QueuedWork, KeepsQueueOrderAndResumesOnlyInTheLoop) {
     VirtualClock clock;
     std::vector<int> list;
     TaskOutcome<int> first;

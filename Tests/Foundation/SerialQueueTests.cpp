@@ -11,7 +11,7 @@
 #include <pthread.h>
 
 namespace {
-TEST(SerialQueue, RunsWorkInTheOrderItCame) {
+TEST(SerialQueue, RunsWorkInOrder) {
     std::vector<int> order;
     {
         SerialQueue queue(QStringLiteral("test"));
@@ -47,7 +47,7 @@ TEST(SerialQueue, AsyncDoesNotWait) {
     gate.set_value();
 }
 
-TEST(SerialQueue, SyncWaitsBehindWhatIsQueued) {
+TEST(SerialQueue, SyncWaitsForQueuedWork) {
     SerialQueue queue(QStringLiteral("test"));
     int value = 0;
     queue.async([&value] { value = 1; });
@@ -55,7 +55,7 @@ TEST(SerialQueue, SyncWaitsBehindWhatIsQueued) {
     EXPECT_EQ(value, 12);
 }
 
-TEST(SerialQueue, SyncPassesExceptionsOnAndGoesOn) {
+TEST(SerialQueue, SyncRethrowsExceptionsAndContinues) {
     SerialQueue queue(QStringLiteral("test"));
     EXPECT_THROW(queue.sync([] { throw std::runtime_error("failed"); }), std::runtime_error);
     bool hasRun = false;
@@ -63,7 +63,7 @@ TEST(SerialQueue, SyncPassesExceptionsOnAndGoesOn) {
     EXPECT_TRUE(hasRun);
 }
 
-TEST(SerialQueue, HasOneThreadThatBearsItsName) {
+TEST(SerialQueue, HasOneNamedThread) {
     SerialQueue queue(QStringLiteral("Tolmi.SerialQueueTests"));
     std::vector<std::thread::id> threads;
     std::array<char, 16> name {};

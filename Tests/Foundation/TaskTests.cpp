@@ -24,7 +24,7 @@ Task<> failAtOnce() {
     co_return;
 }
 
-/// Collects what unattended tasks throw, in place of the handler that fails the test.
+/// Collects exceptions of detached tasks, instead of the handler that fails the test.
 class UnhandledErrors {
 public:
     UnhandledErrors()
@@ -51,7 +51,7 @@ TEST(Task, StartsAtOnceAndSleepsByTheClock) {
     EXPECT_EQ(clock.pendingCallCount(), 0U);
 }
 
-TEST(Task, AnExceptionThatNobodyHandlesReachesTheHandler) {
+TEST(Task, AnUnhandledExceptionReachesTheHandler) {
     VirtualClock clock;
     UnhandledErrors errors;
     launch(failAtOnce());

@@ -17,7 +17,7 @@ public:
         QFile file(this->file().path());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    /// A place where no file can be written.
+    /// A path where no file can be written.
     FileURL impossibleFile() { return FileURL(m_folder.filePath(QStringLiteral("missing/file"))); }
 
 private:

@@ -27,7 +27,7 @@ std::vector<float> counting(int first, size_t count) {
 }
 } // namespace
 
-TEST(AudioBlocks, CutsPiecesOfAnyLengthIntoBuffersOfOne) {
+TEST(AudioBlocks, SplitsAnyPiecesIntoEqualBuffers) {
     for (const size_t piece : { 1U, 3U, 4U, 5U, 8U, 9U, 100U }) {
         AudioBlocks blocks({ 48000, 1 });
         Received received;
@@ -42,7 +42,7 @@ TEST(AudioBlocks, CutsPiecesOfAnyLengthIntoBuffersOfOne) {
     }
 }
 
-TEST(AudioBlocks, KeepsWhatIsNotFullBack) {
+TEST(AudioBlocks, HoldsAnIncompleteBufferBack) {
     AudioBlocks blocks({ 48000, 1 });
     Received received;
     blocks.deliverTo(4, received.sink());
@@ -65,7 +65,7 @@ TEST(AudioBlocks, NullIsSilence) {
     EXPECT_EQ(received.channels, (std::vector<std::vector<float>> { { 1, 2, 0, 0, 0, 0, 0, 1 } }));
 }
 
-TEST(AudioBlocks, TakesInterleavedChannelsApart) {
+TEST(AudioBlocks, DeinterleavesChannels) {
     AudioBlocks blocks({ 48000, 2 });
     Received received;
     blocks.deliverTo(2, received.sink());

@@ -11,7 +11,7 @@
 #include <vector>
 
 namespace {
-/// Held by a task, so that a test sees when the task lets go.
+/// Held by a task, so that a test can detect when the task releases it.
 using Held = std::shared_ptr<int>;
 
 Task<> sleepInside(Clock &clock, double seconds, Held held) {

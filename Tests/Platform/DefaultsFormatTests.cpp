@@ -15,7 +15,7 @@ QString q(const char *utf8) {
 }
 } // namespace
 
-TEST(DefaultsFormat, GivesEveryValueBack) {
+TEST(DefaultsFormat, RoundTripsEveryValue) {
     const double infinity = std::numeric_limits<double>::infinity();
     const Values values {
         { q("integer"), qint64(1) },
@@ -46,7 +46,7 @@ TEST(DefaultsFormat, GivesEveryValueBack) {
         std::get<double>(parsedDefaults(jsonOfDefaults({ { q("n"), std::nan("") } })).values.at(q("n")))));
 }
 
-TEST(DefaultsFormat, GivesALineToEachValue) {
+TEST(DefaultsFormat, WritesOneValuePerLine) {
     EXPECT_EQ(
         jsonOfDefaults({ { q("b"), 1.0 }, { q("a"), q("/x") } }), "{\n  \"a\": \"/x\",\n  \"b\": 1.0\n}\n");
     EXPECT_EQ(jsonOfDefaults({}), "{}\n");
@@ -58,7 +58,7 @@ TEST(DefaultsFormat, NeverWritesWhatItCouldNotRead) {
     EXPECT_EQ(parsed.values, (Values { { q("k"), q("?") } }));
 }
 
-TEST(DefaultsFormat, ReadsWhatAPersonWrote) {
+TEST(DefaultsFormat, ReadsAHandWrittenFile) {
     const struct {
         QByteArray json;
         Values values;

@@ -38,7 +38,7 @@ X11ActiveWindow window(const char *instance, const char *className, const char *
     return { QLatin1String(instance), QLatin1String(className), QLatin1String(applicationID), {} };
 }
 
-TEST_F(DesktopEntriesTests, FindsByTheSurestSign) {
+TEST_F(DesktopEntriesTests, FindsByTheMostReliableCriterion) {
     write(QStringLiteral("first/org.example.Notes.desktop"),
         "Name=Notes\nExec=env A=b /usr/bin/notes-bin %U\n");
     write(QStringLiteral("first/writer.desktop"),
@@ -65,13 +65,13 @@ TEST_F(DesktopEntriesTests, NamesTheApplicationInTheUsersLanguage) {
     EXPECT_EQ(found.find(window("c", "c"), {}).value().name, "Files");
 }
 
-TEST_F(DesktopEntriesTests, TheFirstFolderGoesBeforeTheOthers) {
+TEST_F(DesktopEntriesTests, TheFirstFolderTakesPrecedence) {
     write(QStringLiteral("first/a.desktop"), "Name=Mine\n");
     write(QStringLiteral("second/a.desktop"), "Name=Theirs\n");
     EXPECT_EQ(entries().find(window("a", "a"), {}).value().name, "Mine");
 }
 
-TEST_F(DesktopEntriesTests, FoldersBelowArePartOfTheIdentifier) {
+TEST_F(DesktopEntriesTests, SubfoldersArePartOfTheId) {
     write(QStringLiteral("second/kde/notes.desktop"), "Name=Notes\n");
     EXPECT_EQ(idOf(entries().find(window("kde-notes", "x"), {})), "kde-notes");
 }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-// Dialogs need more of an application than other tests.
+// Dialogs need a QApplication.
 int main(int argc, char **argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

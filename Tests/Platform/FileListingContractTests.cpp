@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 
 namespace {
-/// One kind of listing, and how a test puts files under its root.
+/// An implementation under test, and how to put files under its root.
 class ListedFolder {
 public:
     virtual ~ListedFolder() = default;
@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, FileListingContract,
     [](const auto &info) { return info.index == 0 ? "Fake" : "Linux"; });
 } // namespace
 
-TEST_P(FileListingContract, ListsWhatIsVisibleInTheFolderItself) {
+TEST_P(FileListingContract, ListsVisibleDirectEntries) {
     EXPECT_EQ(listedNames(), QStringList());
     addFile("b.wav");
     addFile(".hidden");
@@ -107,23 +107,23 @@ TEST_P(FileListingContract, ListsWhatIsVisibleInTheFolderItself) {
     EXPECT_EQ(listedNames(), expected);
 }
 
-TEST_P(FileListingContract, NamesItemsByTheirWholePath) {
+TEST_P(FileListingContract, ReturnsFullPaths) {
     const FileURL file = addFile("a.wav");
     EXPECT_EQ(listing().contentsOfDirectory(root()), std::vector { file });
 }
 
-TEST_P(FileListingContract, TellsSizeAndTimeOfAFile) {
+TEST_P(FileListingContract, ReportsSizeAndTimeOfAFile) {
     const FileAttributes attributes = listing().attributes(addFile("a.wav", 12345));
     EXPECT_TRUE(attributes.isRegularFile);
     EXPECT_EQ(attributes.size, 12345);
     EXPECT_NEAR(attributes.modifiedAt - someDay, 0, 1e-6);
 }
 
-TEST_P(FileListingContract, AFolderIsNoRegularFile) {
+TEST_P(FileListingContract, AFolderIsNotARegularFile) {
     EXPECT_FALSE(listing().attributes(addFolder("inner")).isRegularFile);
 }
 
-TEST_P(FileListingContract, WhatIsNoLinkIsItsOwnTarget) {
+TEST_P(FileListingContract, ANonLinkIsItsOwnTarget) {
     const FileURL file = addFile("a.wav", 12345);
     EXPECT_EQ(listing().attributesOfTarget(file), listing().attributes(file));
     EXPECT_FALSE(listing().attributesOfTarget(addFolder("inner")).isRegularFile);
@@ -136,7 +136,7 @@ TEST_P(FileListingContract, RemovesAFile) {
     EXPECT_EQ(listedNames(), QStringList(QStringLiteral("b.wav")));
 }
 
-TEST_P(FileListingContract, WhatIsNotThereIsAnError) {
+TEST_P(FileListingContract, AMissingItemIsAnError) {
     const QString expected = QStringLiteral("No such file or directory: ") + at("nothing").path();
     EXPECT_EQ(systemErrorOf([this] { listing().attributes(at("nothing")); }), expected);
     EXPECT_EQ(systemErrorOf([this] { listing().attributesOfTarget(at("nothing")); }), expected);
@@ -166,7 +166,7 @@ TEST_F(LinuxFileListingTest, AFolderIsNotRemoved) {
     EXPECT_TRUE(QFile::exists(at("inner").path()));
 }
 
-TEST_F(LinuxFileListingTest, ALinkIsNoRegularFileAndGoesAlone) {
+TEST_F(LinuxFileListingTest, ALinkIsNotARegularFileAndIsRemovedAlone) {
     QFile target(at("target").path());
     ASSERT_TRUE(target.open(QIODevice::WriteOnly));
     ASSERT_TRUE(QFile::link(target.fileName(), at("link").path()));

@@ -9,14 +9,14 @@
 #include <gtest/gtest.h>
 
 namespace {
-/// One kind of file manager, and how a test puts things under its root.
+/// An implementation under test, and how to create items under its root.
 class FileSystem {
 public:
     virtual ~FileSystem() = default;
     virtual FileManager &manager() = 0;
     virtual FileURL root() const = 0;
     virtual void write(const QString &path, const QByteArray &content, bool isExecutable) = 0;
-    /// Lets everybody write there.
+    /// Makes the path world-writable.
     virtual void open(const QString &path) = 0;
 };
 
@@ -90,7 +90,7 @@ TEST_P(FileManagerContract, SeesFilesAndFolders) {
     EXPECT_FALSE(manager().fileExists(QString()));
 }
 
-TEST_P(FileManagerContract, TellsWhatMayBeExecuted) {
+TEST_P(FileManagerContract, ReportsWhatIsExecutable) {
     write("program", "", true);
     write("text", "");
     manager().createDirectory(at("folder"));
@@ -99,7 +99,7 @@ TEST_P(FileManagerContract, TellsWhatMayBeExecuted) {
     EXPECT_FALSE(manager().isExecutableFile(at("nothing").path()));
 }
 
-TEST_P(FileManagerContract, TellsWhatIsSafeFromOthers) {
+TEST_P(FileManagerContract, ReportsWhatIsSafeFromOthers) {
     write("file", "");
     EXPECT_TRUE(manager().isSafeFromOthers(at("file").path()));
     open("file");
@@ -118,7 +118,7 @@ TEST_P(FileManagerContract, AnExistingFolderIsSuccess) {
     EXPECT_NO_THROW(manager().createDirectory(at("a")));
 }
 
-TEST_P(FileManagerContract, AFileInThePlaceOfAFolderIsAnError) {
+TEST_P(FileManagerContract, AFileInsteadOfAFolderIsAnError) {
     write("file", "");
     EXPECT_EQ(systemErrorOf([this] { manager().createDirectory(at("file")); }),
         QStringLiteral("File exists: ") + at("file").path());
@@ -131,7 +131,7 @@ TEST_P(FileManagerContract, TheEmptyPathIsNoFolder) {
         QStringLiteral("No such file or directory: "));
 }
 
-TEST_P(FileManagerContract, GivesTheWholeContent) {
+TEST_P(FileManagerContract, ReturnsTheWholeContent) {
     const QByteArray large(200'000, '\0');
     write("large", large);
     write("empty", "");
@@ -139,7 +139,7 @@ TEST_P(FileManagerContract, GivesTheWholeContent) {
     EXPECT_EQ(manager().contents(at("empty")), QByteArray());
 }
 
-TEST_P(FileManagerContract, ReadingWhatIsNoFileIsAnError) {
+TEST_P(FileManagerContract, ReadingANonFileIsAnError) {
     manager().createDirectory(at("folder"));
     EXPECT_EQ(systemErrorOf([this] { manager().contents(at("nothing")); }),
         QStringLiteral("No such file or directory: ") + at("nothing").path());

@@ -51,7 +51,7 @@ protected:
     LinuxAtomicFileWriter writer;
 };
 
-/// Settings in a file of a file system in memory, for what a real one does only by accident.
+/// Settings in an in-memory file system, for cases that cannot be provoked reliably on a real one.
 class FileUserDefaultsInMemoryTest : public testing::Test {
 protected:
     const FileURL fileURL { QStringLiteral("/home/user/.config/Tolmi/settings.json") };
@@ -60,7 +60,7 @@ protected:
 };
 } // namespace
 
-TEST_F(FileUserDefaultsTest, KeepsValuesOverARestart) {
+TEST_F(FileUserDefaultsTest, KeepsValuesAcrossARestart) {
     const std::map<QString, DefaultsValue> values {
         { QStringLiteral("a"), qint64(1) },
         { QStringLiteral("b"), 1.0 },
@@ -77,7 +77,7 @@ TEST_F(FileUserDefaultsTest, KeepsValuesOverARestart) {
     EXPECT_EQ(again->object(QStringLiteral("b")), DefaultsValue(qint64(1)));
 }
 
-TEST_F(FileUserDefaultsTest, ForgetsARemovedValueOverARestart) {
+TEST_F(FileUserDefaultsTest, ARemovedValueStaysRemovedAcrossARestart) {
     open()->set(key, true);
     open()->removeObject(key);
     EXPECT_EQ(open()->object(key), std::nullopt);
@@ -101,7 +101,7 @@ TEST_F(FileUserDefaultsTest, WritesNothingUntilSomethingChanges) {
     EXPECT_EQ(content(path), "{\"tolmi.key\":true}");
 }
 
-TEST_F(FileUserDefaultsTest, SetsAFileAsideThatItDoesNotUnderstand) {
+TEST_F(FileUserDefaultsTest, SetsAnUnreadableFileAside) {
     const QByteArray broken[] { "{\"tolmi.key\":", "[true]", "",
         QByteArray("\x7F"
                    "ELF\0\0\x01",
@@ -119,7 +119,7 @@ TEST_F(FileUserDefaultsTest, SetsAFileAsideThatItDoesNotUnderstand) {
     EXPECT_EQ(content(path + QStringLiteral(".unreadable-1")), broken[0]);
 }
 
-TEST_F(FileUserDefaultsTest, TakesOverWhatItUnderstands) {
+TEST_F(FileUserDefaultsTest, KeepsTheReadableValues) {
     const QByteArray mixed = "{\"tolmi.key\":2,\"tolmi.list\":[1],\"tolmi.null\":null}";
     put(mixed);
     EXPECT_EQ(open()->object(key), DefaultsValue(qint64(2)));
@@ -128,14 +128,14 @@ TEST_F(FileUserDefaultsTest, TakesOverWhatItUnderstands) {
     EXPECT_EQ(names(), u"settings.json settings.json.unreadable-1");
 }
 
-TEST_F(FileUserDefaultsTest, SetsAFolderAsideThatStandsInItsPlace) {
+TEST_F(FileUserDefaultsTest, SetsAFolderAtItsPathAside) {
     QDir().mkpath(path + QStringLiteral("/inner"));
     open()->set(key, true);
     EXPECT_EQ(open()->object(key), DefaultsValue(true));
     EXPECT_TRUE(QFileInfo(path + QStringLiteral(".unreadable-1/inner")).isDir());
 }
 
-TEST_F(FileUserDefaultsTest, WritesTheFileThatALinkLeadsTo) {
+TEST_F(FileUserDefaultsTest, FollowsSymbolicLinks) {
     put("{}");
     const QString real = folder.filePath(QStringLiteral("real.json"));
     ASSERT_TRUE(QFile::rename(path, real));
@@ -145,7 +145,7 @@ TEST_F(FileUserDefaultsTest, WritesTheFileThatALinkLeadsTo) {
     EXPECT_TRUE(QFileInfo(path).isSymLink());
 }
 
-TEST_F(FileUserDefaultsTest, GoesOnWhereNothingCanBeWritten) {
+TEST_F(FileUserDefaultsTest, KeepsWorkingWithoutWriteAccess) {
     QFile blocker(folder.filePath(QStringLiteral("config")));
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     const auto defaults = open();
@@ -162,7 +162,7 @@ TEST_F(FileUserDefaultsTest, WritesTheLastOfManyValues) {
     EXPECT_EQ(open()->object(key), DefaultsValue(qint64(20000)));
 }
 
-TEST_F(FileUserDefaultsInMemoryTest, GathersWhatChangesWhileItWrites) {
+TEST_F(FileUserDefaultsInMemoryTest, CoalescesChangesDuringAWrite) {
     std::promise<void> begun;
     std::promise<void> mayGoOn;
     auto defaults = std::make_unique<FileUserDefaults>(fileURL, files, writer);
@@ -204,8 +204,8 @@ TEST_F(FileUserDefaultsInMemoryTest, TriesAgainWithTheNextWrite) {
     auto defaults = std::make_unique<FileUserDefaults>(fileURL, files, writer);
     testing::internal::CaptureStderr();
     defaults->set(key, true);
-    // The outcome of the first write is known to the store only after it ended, so equal values are set until
-    // the second one came.
+    // The store learns the outcome of the first write only after it ended, so equal values are set until the
+    // second write.
     const auto secondWrite = tried.get_future();
     while (secondWrite.wait_for(std::chrono::milliseconds(1)) != std::future_status::ready)
         defaults->set(key, true);

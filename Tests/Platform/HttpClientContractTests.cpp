@@ -10,7 +10,7 @@
 #include <array>
 
 namespace {
-/// One kind of client, and how a test decides what it meets.
+/// An implementation under test, and how to control the server's behaviour.
 class Web {
 public:
     virtual ~Web() = default;
@@ -19,7 +19,7 @@ public:
     virtual void answerWith(int status, const QByteArray &body) = 0;
     virtual void refuse() = 0;
     virtual void stayAway() = 0;
-    /// Lets the client wait for longer than it likes.
+    /// Lets the client's time-out pass.
     virtual void letTimePass() = 0;
     virtual size_t requestCount() const = 0;
 };
@@ -96,13 +96,13 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Kinds, HttpClientContract, testing::Values(&make<FakeWeb>, &make<RealWeb>),
     [](const auto &info) { return info.index == 0 ? "Fake" : "Qt"; });
 
-TEST_P(HttpClientContract, GivesStatusAndBody) {
+TEST_P(HttpClientContract, ReturnsStatusAndBody) {
     m_web->answerWith(200, "hello");
     sendAndWait(request());
     EXPECT_EQ(m_outcome.value, (HttpResponse { 200, QByteArray("hello") }));
 }
 
-TEST_P(HttpClientContract, TakesEveryStatusForAnAnswer) {
+TEST_P(HttpClientContract, AcceptsEveryStatus) {
     constexpr std::array statuses { 201, 204, 304, 400, 401, 403, 404, 405, 407, 409, 418, 429, 500, 501, 503,
         599 };
     for (const int status : statuses)
@@ -124,7 +124,7 @@ TEST_P(HttpClientContract, AnswersRequestsInTheirOrderOneAtATime) {
     EXPECT_EQ(m_web->requestCount(), 2u);
 }
 
-TEST_P(HttpClientContract, TellsHowFarADownloadIs) {
+TEST_P(HttpClientContract, ReportsDownloadProgress) {
     m_web->answerWith(200, "hello");
     qint64 received = 0;
     const HttpProgress progress = [&](qint64 size) {
@@ -137,7 +137,7 @@ TEST_P(HttpClientContract, TellsHowFarADownloadIs) {
     EXPECT_EQ(received, 5);
 }
 
-TEST_P(HttpClientContract, GivesNoBodyOfADownloadThatIsNotWanted) {
+TEST_P(HttpClientContract, ReturnsNoBodyOfACancelledDownload) {
     m_web->answerWith(200, "hello");
     const HttpProgress progress = [](qint64) { return false; };
     launch(follow(m_web->client().download(request(), progress), m_outcome));
@@ -151,7 +151,7 @@ TEST_P(HttpClientContract, ThrowsWhenNobodyListens) {
     expectError(HttpError::Code::CannotConnect);
 }
 
-TEST_P(HttpClientContract, TellsATimeOutFromOtherFailures) {
+TEST_P(HttpClientContract, DistinguishesATimeOutFromOtherFailures) {
     m_web->stayAway();
     send(request());
     ASSERT_TRUE(untilTrue([this] { return m_web->requestCount() > 0; }));

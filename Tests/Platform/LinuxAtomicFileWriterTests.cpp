@@ -19,7 +19,7 @@
 namespace {
 using TemporaryFiles = LinuxAtomicFileWriter::TemporaryFiles;
 
-/// The umask of the process while it lives.
+/// Sets the umask of the process for its lifetime.
 class Umask {
 public:
     explicit Umask(mode_t mask)
@@ -30,7 +30,7 @@ private:
     mode_t m_previous;
 };
 
-/// Lets no file of the process grow beyond a size while it lives, as a full disk does.
+/// Limits the file size of the process for its lifetime, to simulate a full disk.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes) {
@@ -72,14 +72,14 @@ protected:
         return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? int(status.st_mode & 07777) : -1;
     }
 
-    /// Every name in the folder, hidden ones too.
+    /// All names in the folder, including hidden ones.
     QString names() const {
         return QDir(folder.path())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot)
             .join(u' ');
     }
 
-    /// What writing throws, or nothing.
+    /// The error of writing, empty if none.
     QString errorOf(const QString &path, const QByteArray &newContent) {
         try {
             writer.write(FileURL(path), newContent, FilePrivacy::Private);
@@ -121,7 +121,7 @@ TEST_P(LinuxAtomicFileWriterTest, KeepsAPrivateFilePrivate) {
     }
 }
 
-TEST_P(LinuxAtomicFileWriterTest, GivesAnExportedFileTheUsualMode) {
+TEST_P(LinuxAtomicFileWriterTest, AnExportedFileHasTheDefaultMode) {
     for (const mode_t mask : { 0000, 0022, 0027, 0077 }) {
         const Umask umask(mask);
         const QString file = path("exported");
@@ -136,7 +136,7 @@ TEST_P(LinuxAtomicFileWriterTest, GivesAnExportedFileTheUsualMode) {
     }
 }
 
-TEST_P(LinuxAtomicFileWriterTest, WritesTheFileThatALinkLeadsTo) {
+TEST_P(LinuxAtomicFileWriterTest, FollowsSymbolicLinks) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("real")));
     put(path("real/file"), "old");
     ASSERT_TRUE(QFile::link(QStringLiteral("real/file"), path("relative")));
@@ -150,7 +150,7 @@ TEST_P(LinuxAtomicFileWriterTest, WritesTheFileThatALinkLeadsTo) {
     EXPECT_TRUE(QFileInfo(path("dangling")).isSymLink());
 }
 
-TEST_P(LinuxAtomicFileWriterTest, ReportsWhatKeepsItFromWriting) {
+TEST_P(LinuxAtomicFileWriterTest, ReportsWriteErrors) {
     put(path("file"), "old");
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("folder")));
     ASSERT_TRUE(QFile::link(path("ring"), path("ring")));
@@ -172,7 +172,7 @@ TEST_P(LinuxAtomicFileWriterTest, ReportsWhatKeepsItFromWriting) {
     EXPECT_EQ(content(path("file")), "old");
 }
 
-TEST_P(LinuxAtomicFileWriterTest, KeepsTheOldFileWhenThereIsNoRoom) {
+TEST_P(LinuxAtomicFileWriterTest, KeepsTheOldFileWhenTheDiskIsFull) {
     put(path("file"), "old");
     QString error;
     {
@@ -184,7 +184,7 @@ TEST_P(LinuxAtomicFileWriterTest, KeepsTheOldFileWhenThereIsNoRoom) {
     EXPECT_EQ(names(), u"file");
 }
 
-TEST_P(LinuxAtomicFileWriterTest, ShowsAReaderOneWholeContentOrTheOther) {
+TEST_P(LinuxAtomicFileWriterTest, AReaderSeesTheOldOrTheNewContent) {
     const QByteArray one(100 * 1000, '1');
     const QByteArray two(200 * 1000, '2');
     const QString file = path("file");
@@ -204,7 +204,7 @@ TEST_P(LinuxAtomicFileWriterTest, ShowsAReaderOneWholeContentOrTheOther) {
     EXPECT_TRUE(isWhole);
 }
 
-TEST_P(LinuxAtomicFileWriterTest, SweepsWhatKilledProcessesLeft) {
+TEST_P(LinuxAtomicFileWriterTest, SweepsLeftoversOfKilledProcesses) {
     ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("sub/.tolmi-0123456789abcdef.tmp")));
     for (const char *name : { ".tolmi-0123456789abcdef.tmp", ".tolmi-ffffffffffffffff.tmp", ".tolmi-0123.tmp",
              ".tolmi-0123456789abcdef", "tolmi-0123456789abcdef.tmp", "history.json", "sub/history.json" })
@@ -218,7 +218,7 @@ TEST_P(LinuxAtomicFileWriterTest, SweepsWhatKilledProcessesLeft) {
     writer.sweepLeftovers(FileURL(path("missing")));
 }
 
-TEST(LinuxAtomicFileWriter, FollowsTheUsersMaskWhereTheProgramsOwnIsStricter) {
+TEST(LinuxAtomicFileWriter, UsesTheUsersMaskInsteadOfAStricterProcessMask) {
     const QTemporaryDir folder;
     const FileURL url(folder.filePath(QStringLiteral("export.txt")));
     const mode_t usual = umask(0077);

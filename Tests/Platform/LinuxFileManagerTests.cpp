@@ -10,7 +10,7 @@
 #include <unistd.h>
 
 namespace {
-/// Sets the process's umask for a while.
+/// Sets the umask of the process for its lifetime.
 class Umask {
 public:
     explicit Umask(mode_t mask)
@@ -95,7 +95,7 @@ TEST_F(LinuxFileManagerTest, WhatBelongsToTheUserOrTheSystemIsSafeFromOthers) {
     EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("own/missing/too"))));
 }
 
-TEST_F(LinuxFileManagerTest, WhereEverybodyMayWriteIsNotSafeFromOthers) {
+TEST_F(LinuxFileManagerTest, WorldWritableIsNotSafeFromOthers) {
     const LinuxFileManager manager({ {}, {}, {}, at({}) });
     makeFolder(QStringLiteral("open"), 0777);
     makeFolder(QStringLiteral("open/own"), 0755);
@@ -104,7 +104,7 @@ TEST_F(LinuxFileManagerTest, WhereEverybodyMayWriteIsNotSafeFromOthers) {
     EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("open"))));
     EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("open/own"))));
     EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("open/missing"))));
-    // In a shared folder nobody can take the place of what is the user's own, but of what is missing.
+    // In a sticky folder others cannot replace the user's files, but can create missing ones.
     EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("shared/own"))));
     EXPECT_TRUE(manager.isSafeFromOthers(at(QStringLiteral("shared/own/missing"))));
     EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("shared/missing"))));
@@ -116,7 +116,7 @@ TEST_F(LinuxFileManagerTest, WhereEverybodyMayWriteIsNotSafeFromOthers) {
     EXPECT_FALSE(manager.isSafeFromOthers(file.fileName()));
 }
 
-TEST_F(LinuxFileManagerTest, ALinkIsAsSafeAsWhatItLeadsTo) {
+TEST_F(LinuxFileManagerTest, ALinkIsAsSafeAsItsTarget) {
     const LinuxFileManager manager({ {}, {}, {}, at({}) });
     makeFolder(QStringLiteral("open"), 0777);
     makeFolder(QStringLiteral("own"), 0755);
@@ -151,7 +151,7 @@ TEST_F(LinuxFileManagerTest, WhatAnotherUserOwnsIsNotSafe) {
     EXPECT_FALSE(manager.isSafeFromOthers(at(QStringLiteral("shared/link"))));
 }
 
-TEST(LinuxFolders, ApplicationSupportIsTheDataHomeWhereAbsolute) {
+TEST(LinuxFolders, ApplicationSupportIsTheDataHomeIfAbsolute) {
     const auto support = [](const LinuxFolders &folders) {
         const auto url = LinuxFileManager(folders).applicationSupportDirectory();
         return url ? url->path() : QStringLiteral("absent");
@@ -165,7 +165,7 @@ TEST(LinuxFolders, ApplicationSupportIsTheDataHomeWhereAbsolute) {
     EXPECT_EQ(support({ {}, {}, {}, folder.path() }), QStringLiteral("absent"));
 }
 
-TEST(LinuxFolders, SettingsLieInTheConfigurationHomeWhereAbsolute) {
+TEST(LinuxFolders, SettingsAreInTheConfigurationHomeIfAbsolute) {
     const QTemporaryDir folder;
     const auto settings = [&folder](const QString &home, const QString &configHome) {
         const LinuxFolders folders { home, {}, {}, folder.path(), configHome };
@@ -194,7 +194,7 @@ TEST_F(LinuxFileManagerTest, ThePrivateRuntimeFolderIsTheTemporaryDirectory) {
     EXPECT_EQ(modeOf(ownTemporaryFolder()), -1);
 }
 
-TEST_F(LinuxFileManagerTest, ARuntimeFolderThatIsNotPrivateIsPassedOver) {
+TEST_F(LinuxFileManagerTest, ARuntimeFolderThatIsNotPrivateIsSkipped) {
     const QString target = makeFolder(QStringLiteral("target"), 0700);
     ASSERT_TRUE(QFile::link(target, at(QStringLiteral("link"))));
     const QStringList refused { {}, QStringLiteral("relative"), at(QStringLiteral("missing")),
@@ -206,7 +206,7 @@ TEST_F(LinuxFileManagerTest, ARuntimeFolderThatIsNotPrivateIsPassedOver) {
     }
 }
 
-TEST_F(LinuxFileManagerTest, AnOwnTemporaryFolderThatIsNotPrivateIsReplacedByAFreshOne) {
+TEST_F(LinuxFileManagerTest, ATemporaryFolderThatIsNotPrivateIsReplaced) {
     makeFolder(QStringLiteral("tolmi-") + QString::number(::geteuid()), 0777);
     const QString fresh = temporaryDirectory({});
     EXPECT_NE(fresh, ownTemporaryFolder());
@@ -215,14 +215,13 @@ TEST_F(LinuxFileManagerTest, AnOwnTemporaryFolderThatIsNotPrivateIsReplacedByAFr
     EXPECT_NE(temporaryDirectory({}), fresh);
 }
 
-TEST_F(LinuxFileManagerTest, ALinkInThePlaceOfTheOwnTemporaryFolderIsRefused) {
+TEST_F(LinuxFileManagerTest, ALinkAsTemporaryFolderIsRejected) {
     ASSERT_TRUE(QFile::link(makeFolder(QStringLiteral("target"), 0700), ownTemporaryFolder()));
     EXPECT_NE(temporaryDirectory({}), ownTemporaryFolder());
 }
 
-/// A folder that only its owner can enter and that is not ours: made so where we may, else that of the
-/// superuser.
-TEST_F(LinuxFileManagerTest, AFolderOfSomebodyElseIsPassedOver) {
+/// A private folder of another user: created if we may, else root's home.
+TEST_F(LinuxFileManagerTest, AFolderOfAnotherUserIsSkipped) {
     QString foreign = QStringLiteral("/root");
     if (::geteuid() == 0) {
         foreign = makeFolder(QStringLiteral("foreign"), 0700);
@@ -232,7 +231,7 @@ TEST_F(LinuxFileManagerTest, AFolderOfSomebodyElseIsPassedOver) {
     EXPECT_EQ(temporaryDirectory(foreign), ownTemporaryFolder());
 }
 
-TEST_F(LinuxFileManagerTest, AFolderThatIsSwappedForALinkAfterwardsIsNotFollowedByTheNextStart) {
+TEST_F(LinuxFileManagerTest, TheNextStartDoesNotFollowAFolderReplacedByALink) {
     const QString first = temporaryDirectory({});
     ASSERT_EQ(first, ownTemporaryFolder());
     ASSERT_TRUE(QDir(first).removeRecursively());

@@ -23,21 +23,21 @@ std::unique_ptr<Process> start(const Script &script, const QStringList &furtherA
         QStringList { QStringLiteral("-m"), script.modelURL().path() } + furtherArguments);
 }
 
-/// Waits for what another process does. The test program's own limit ends a wait in vain.
+/// Waits for an effect of another process, up to the test's own time limit.
 template <typename Condition>
 void waitUntil(Condition condition) {
     while (!condition())
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
-/// Ends the child that the stand-in left behind.
+/// Kills the child that the stand-in left behind.
 void endLeftChild(const Script &script) {
     const pid_t child = script.noteOf(QStringLiteral("child")).toInt();
     ASSERT_GT(child, 0);
     EXPECT_EQ(::kill(child, SIGKILL), 0);
 }
 
-/// The set behind `label` in the report of the stand-in; all signals when it is not there.
+/// The signal set after `label` in the stand-in's report; all signals if missing.
 quint64 signalSet(const QString &report, const QString &label) {
     const qsizetype start = report.indexOf(label);
     return start < 0 ? ~quint64(0) : report.mid(start + label.size(), 16).toULongLong(nullptr, 16);
@@ -48,7 +48,7 @@ bool hasChildren() {
     return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
-TEST(LinuxProcess, AnEndBySignalGivesTheSignalNumber) {
+TEST(LinuxProcess, ASignalExitReturnsTheSignalNumber) {
     for (const int signal : { SIGKILL, SIGHUP, SIGUSR1 }) {
         const Script script({ QStringLiteral("die %1").arg(signal) });
         const auto process = start(script);
@@ -72,7 +72,7 @@ TEST(LinuxProcess, TheChildHasTheStandardStreamsAndNothingElse) {
     EXPECT_TRUE(script.noteOf(QStringLiteral("report")).contains(QStringLiteral("descriptors: 0 1 2\n")));
 }
 
-TEST(LinuxProcess, TheChildTreatsSignalsAsUsual) {
+TEST(LinuxProcess, TheChildHasDefaultSignalHandling) {
     sigset_t blocked;
     sigset_t before;
     ::sigemptyset(&blocked);
@@ -84,7 +84,7 @@ TEST(LinuxProcess, TheChildTreatsSignalsAsUsual) {
     std::signal(SIGPIPE, oldHandler);
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     const QString report = script.noteOf(QStringLiteral("report"));
-    // The C library keeps the signals 32 and 33 for itself.
+    // The C library reserves signals 32 and 33.
     constexpr quint64 reserved = quint64(1) << 31 | quint64(1) << 32;
     EXPECT_EQ(signalSet(report, QStringLiteral("SigBlk:\t")), 0U);
     EXPECT_EQ(signalSet(report, QStringLiteral("SigIgn:\t")) & ~reserved, 0U);
@@ -126,7 +126,7 @@ TEST(LinuxProcess, AFullPipeIsReadWhole) {
     EXPECT_EQ(process->readStandardOutput(), QByteArray(pipeCapacity, 'x'));
 }
 
-TEST(LinuxProcess, MoreThanAPipeHoldsKeepsTheChildWaiting) {
+TEST(LinuxProcess, OutputBeyondPipeCapacityBlocksTheChild) {
     const Script script({ QStringLiteral("ready"), QStringLiteral("flood stderr %1").arg(pipeCapacity + 1) });
     const auto process = start(script);
     waitUntil([&script] { return script.isReady(); });
@@ -136,7 +136,7 @@ TEST(LinuxProcess, MoreThanAPipeHoldsKeepsTheChildWaiting) {
     EXPECT_EQ(process->terminationStatus(), SIGTERM);
 }
 
-TEST(LinuxProcess, AGrandchildThatKeepsThePipesDoesNotKeepTheReader) {
+TEST(LinuxProcess, AGrandchildHoldingThePipesDoesNotBlockTheReader) {
     const Script script(
         { QStringLiteral("leave-child"), QStringLiteral("print stderr left"), QStringLiteral("exit 5") });
     const auto process = start(script);
@@ -147,7 +147,7 @@ TEST(LinuxProcess, AGrandchildThatKeepsThePipesDoesNotKeepTheReader) {
     endLeftChild(script);
 }
 
-TEST(LinuxProcess, AChildMayTakeItsTimeToEnd) {
+TEST(LinuxProcess, AChildMayExitSlowly) {
     const Script script({ QStringLiteral("hold-termination"), QStringLiteral("ready"),
         QStringLiteral("await-termination"), QStringLiteral("exit 6") });
     const auto process = start(script);
@@ -157,7 +157,7 @@ TEST(LinuxProcess, AChildMayTakeItsTimeToEnd) {
     EXPECT_EQ(process->terminationStatus(), 6);
 }
 
-TEST(LinuxProcess, NoChildStaysInTheProcessTable) {
+TEST(LinuxProcess, LeavesNoZombies) {
     const Script ended({});
     const Script abandoned({ QStringLiteral("ready"), QStringLiteral("sleep 20") });
     start(ended)->waitUntilExit();
@@ -166,7 +166,7 @@ TEST(LinuxProcess, NoChildStaysInTheProcessTable) {
     waitUntil([] { return !hasChildren(); });
 }
 
-TEST(LinuxProcess, AnInheritedDisregardOfTheChildSignalDoesNotLoseTheStatus) {
+TEST(LinuxProcess, AnInheritedIgnoredChildSignalDoesNotLoseTheStatus) {
     std::signal(SIGCHLD, SIG_IGN);
     const Script script({ QStringLiteral("exit 7") });
     const auto process = start(script);
@@ -175,7 +175,7 @@ TEST(LinuxProcess, AnInheritedDisregardOfTheChildSignalDoesNotLoseTheStatus) {
     std::signal(SIGCHLD, SIG_DFL);
 }
 
-TEST(LinuxProcess, WhatIsNoProgramCannotBeStarted) {
+TEST(LinuxProcess, ANonExecutableCannotBeStarted) {
     const Script script({});
     const FileURL text = script.at(QStringLiteral("program"));
     Script::write(text, "no program");

@@ -11,12 +11,12 @@
 #include <unistd.h>
 
 namespace {
-/// One kind of machine, and how a test has somebody listen on it.
+/// An implementation under test, and how to start listeners.
 class Machine {
 public:
     virtual ~Machine() = default;
     virtual const LocalListeners &listeners() const = 0;
-    /// An address at which a program of the user listens.
+    /// Starts a server of this user and returns its address.
     virtual QUrl startOwnServer() = 0;
     virtual void stopServer() = 0;
 };
@@ -71,7 +71,7 @@ TEST_P(LocalListenersContract, AServerOfTheUserIsTrustedAsLongAsItListens) {
 
 constexpr uid_t stranger = 60000;
 
-/// What the kernel says about a socket of `owner`, listening unless the state is another.
+/// The kernel's table row for a socket of `owner`, by default listening.
 QByteArray line(const QByteArray &address, uid_t owner, const QByteArray &state = "0A") {
     return "   0: " + address + " 00000000:0000 " + state + " 00000000:00000000 00:00000000 00000000 "
         + QByteArray::number(owner).rightJustified(5) + "        0 12345 1 0000000000000000 100 0 0 10 0\n";
@@ -98,31 +98,31 @@ TEST(ListeningSockets, AreReadFromTheKernelsTables) {
 struct ListenerCase {
     const char *name;
     const char *url;
-    /// Where the strangers listen, all at port 11434; the user listens nowhere.
-    std::vector<const char *> strangers;
+    /// Addresses where other users listen, all at port 11434; this user does not listen.
+    std::vector<const char *> untrusted;
     Listener expected;
 };
 
 class ListenerTable : public testing::TestWithParam<ListenerCase> { };
 
-INSTANTIATE_TEST_SUITE_P(Strangers, ListenerTable,
+INSTANTIATE_TEST_SUITE_P(Untrusted, ListenerTable,
     testing::Values(
-        ListenerCase { "Exact", "http://127.0.0.1:11434/api", { "127.0.0.1" }, Listener::Stranger },
+        ListenerCase { "Exact", "http://127.0.0.1:11434/api", { "127.0.0.1" }, Listener::Untrusted },
         ListenerCase { "OtherAddress", "http://127.0.0.1:11434", { "127.0.0.2" }, Listener::Nobody },
-        ListenerCase { "Wildcard", "http://127.0.0.1:11434", { "0.0.0.0" }, Listener::Stranger },
-        ListenerCase { "BothWildcards", "http://127.0.0.1:11434", { "::" }, Listener::Stranger },
-        ListenerCase { "Mapped", "http://127.0.0.1:11434", { "::ffff:127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "MappedUrl", "http://[::ffff:127.0.0.1]:11434", { "127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "IPv6", "http://[::1]:11434", { "::1" }, Listener::Stranger },
-        ListenerCase { "IPv6Wildcard", "http://[::1]:11434", { "::" }, Listener::Stranger },
+        ListenerCase { "Wildcard", "http://127.0.0.1:11434", { "0.0.0.0" }, Listener::Untrusted },
+        ListenerCase { "BothWildcards", "http://127.0.0.1:11434", { "::" }, Listener::Untrusted },
+        ListenerCase { "Mapped", "http://127.0.0.1:11434", { "::ffff:127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "MappedUrl", "http://[::ffff:127.0.0.1]:11434", { "127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "IPv6", "http://[::1]:11434", { "::1" }, Listener::Untrusted },
+        ListenerCase { "IPv6Wildcard", "http://[::1]:11434", { "::" }, Listener::Untrusted },
         ListenerCase { "IPv4IsNotIPv6", "http://[::1]:11434", { "127.0.0.1", "0.0.0.0" }, Listener::Nobody },
-        ListenerCase { "NameByIPv4", "http://localhost:11434", { "127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "NameByIPv6", "http://localhost:11434", { "::1" }, Listener::Stranger },
-        ListenerCase { "NameInCapitals", "http://LOCALHOST.:11434", { "::1" }, Listener::Stranger },
-        ListenerCase { "NameBelow", "http://a.localhost:11434", { "127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "NoAddress", "http://0.0.0.0:11434", { "127.0.0.1" }, Listener::Stranger },
-        ListenerCase { "NoIPv6Address", "http://[::]:11434", { "::1" }, Listener::Stranger },
-        ListenerCase { "ShortForm", "http://127.1:11434", { "127.0.0.1" }, Listener::Stranger },
+        ListenerCase { "NameByIPv4", "http://localhost:11434", { "127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "NameByIPv6", "http://localhost:11434", { "::1" }, Listener::Untrusted },
+        ListenerCase { "NameInCapitals", "http://LOCALHOST.:11434", { "::1" }, Listener::Untrusted },
+        ListenerCase { "NameBelow", "http://a.localhost:11434", { "127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "NoAddress", "http://0.0.0.0:11434", { "127.0.0.1" }, Listener::Untrusted },
+        ListenerCase { "NoIPv6Address", "http://[::]:11434", { "::1" }, Listener::Untrusted },
+        ListenerCase { "ShortForm", "http://127.1:11434", { "127.0.0.1" }, Listener::Untrusted },
         ListenerCase { "OtherPort", "http://127.0.0.1:11435", { "127.0.0.1" }, Listener::Nobody },
         ListenerCase { "UsualPort", "http://127.0.0.1", { "127.0.0.1" }, Listener::Nobody },
         ListenerCase { "OfTheNetwork", "http://localhost:11434", { "192.168.1.2" }, Listener::Nobody },
@@ -134,14 +134,14 @@ INSTANTIATE_TEST_SUITE_P(Strangers, ListenerTable,
 TEST_P(ListenerTable, IsReadForTheAddressOfTheUrl) {
     const LinuxLocalListeners listeners([] {
         std::vector<ListeningSocket> sockets;
-        for (const char *address : GetParam().strangers)
+        for (const char *address : GetParam().untrusted)
             sockets.push_back({ QHostAddress(QString::fromUtf8(address)), 11434, stranger });
         return std::optional(sockets);
     });
     EXPECT_EQ(listeners.listenerAt(QUrl(QString::fromUtf8(GetParam().url))), GetParam().expected);
 }
 
-TEST(LinuxLocalListeners, OneStrangerAmongTrustedOnesIsEnough) {
+TEST(LinuxLocalListeners, OneUntrustedListenerIsEnough) {
     const QHostAddress ipv4(QHostAddress::LocalHost);
     const QHostAddress ipv6(QHostAddress::LocalHostIPv6);
     std::vector<ListeningSocket> sockets { { ipv4, 1, ::geteuid() }, { ipv6, 1, 0 }, { ipv6, 1, 998 } };
@@ -149,13 +149,13 @@ TEST(LinuxLocalListeners, OneStrangerAmongTrustedOnesIsEnough) {
     const QUrl url(QStringLiteral("http://localhost:1"));
     EXPECT_EQ(listeners.listenerAt(url), Listener::Trusted);
     sockets.push_back({ ipv6, 1, stranger });
-    EXPECT_EQ(listeners.listenerAt(url), Listener::Stranger);
+    EXPECT_EQ(listeners.listenerAt(url), Listener::Untrusted);
     EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://127.0.0.1:1"))), Listener::Trusted);
 }
 
-TEST(LinuxLocalListeners, TrustNobodyWhenTheKernelDoesNotTell) {
+TEST(LinuxLocalListeners, TrustNobodyIfTheTablesAreUnreadable) {
     const LinuxLocalListeners listeners([] { return std::optional<std::vector<ListeningSocket>>(); });
-    EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://localhost:1"))), Listener::Stranger);
+    EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://localhost:1"))), Listener::Untrusted);
     EXPECT_EQ(listeners.listenerAt(QUrl(QStringLiteral("http://example.org"))), Listener::Elsewhere);
 }
 
@@ -182,7 +182,7 @@ TEST(LinuxLocalListeners, KnowAnotherUsersServer) {
     ASSERT_TRUE(server.waitForReadyRead(30000)) << server.readAllStandardError().toStdString();
     const QString port = QString::fromUtf8(server.readLine()).trimmed();
     EXPECT_EQ(LinuxLocalListeners().listenerAt(QUrl(QStringLiteral("http://localhost:") + port)),
-        Listener::Stranger);
+        Listener::Untrusted);
     server.closeWriteChannel();
     EXPECT_TRUE(server.waitForFinished());
 }

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(LocalSocketInstance, TheFirstHearsOfTheSecond) {
+TEST(LocalSocketInstance, TheFirstIsNotifiedOfTheSecond) {
     const QTemporaryDir folder;
     LocalSocketInstance first { FileURL(folder.path()), FileURL(folder.path()) };
     int laterStarts = 0;
@@ -19,7 +19,7 @@ TEST(LocalSocketInstance, TheFirstHearsOfTheSecond) {
     }
 }
 
-TEST(LocalSocketInstance, ThePlaceIsFreeAgainAfterTheFirst) {
+TEST(LocalSocketInstance, CanBeClaimedAgainAfterTheFirst) {
     const QTemporaryDir folder;
     {
         LocalSocketInstance first { FileURL(folder.path()), FileURL(folder.path()) };
@@ -29,13 +29,13 @@ TEST(LocalSocketInstance, ThePlaceIsFreeAgainAfterTheFirst) {
     EXPECT_TRUE(next.claim([] {}));
 }
 
-TEST(LocalSocketInstance, AFolderThatCannotBeWrittenKeepsNobodyFromStarting) {
+TEST(LocalSocketInstance, AnUnwritableFolderDoesNotPreventStarting) {
     const FileURL nowhere(QStringLiteral("/nowhere/at/all"));
     LocalSocketInstance instance { nowhere, nowhere };
     EXPECT_TRUE(instance.claim([] {}));
 }
 
-TEST(LocalSocketInstance, TheFirstIsKnownWhateverTheTemporaryFolder) {
+TEST(LocalSocketInstance, TheFirstIsFoundWithAnyTemporaryFolder) {
     const QTemporaryDir data;
     const QTemporaryDir one;
     const QTemporaryDir other;
@@ -47,7 +47,7 @@ TEST(LocalSocketInstance, TheFirstIsKnownWhateverTheTemporaryFolder) {
     EXPECT_TRUE(untilTrue([&] { return laterStarts == 1; }));
 }
 
-TEST(LocalSocketInstance, IsHeardThroughTheTemporaryFolderWhereTheDataLieTooDeep) {
+TEST(LocalSocketInstance, UsesTheTemporaryFolderIfTheDataPathIsTooLong) {
     const QTemporaryDir temporary;
     const QString deep = temporary.filePath(QString(100, u'd'));
     ASSERT_TRUE(QDir().mkpath(deep));

@@ -5,7 +5,7 @@
 #include <QFile>
 
 namespace {
-/// What is asked for, and files that answer it.
+/// A request, and files to choose.
 class OpenPanelUser {
 public:
     static constexpr const char *firstName = "me.png";
@@ -14,7 +14,7 @@ public:
     static OpenPanelRequest request() {
         return { QStringLiteral("Upload avatar"), { QStringLiteral("png"), QStringLiteral("jpg") } };
     }
-    /// A file that is there.
+    /// An existing file.
     static FileURL file(const QTemporaryDir &folder, const QString &name) {
         QFile file(folder.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
@@ -55,7 +55,7 @@ TEST(QtOpenPanel, ShowsOneFileOfTheGivenKinds) {
     user.cancel();
 }
 
-TEST(QtOpenPanel, TheProgramsWindowsWait) {
+TEST(QtOpenPanel, IsModalToTheProgramsWindows) {
     UserOfDialog user;
     user.panel().run(UserOfDialog::request(), [](const auto &) {});
     EXPECT_EQ(QGuiApplication::modalWindow(), user.dialog().windowHandle());

@@ -6,7 +6,7 @@
 #include <csignal>
 
 namespace {
-/// One kind of process launcher. Each operation starts a process that goes a certain way.
+/// A launcher under test. Each operation starts a process with a certain behaviour.
 class Starter {
 public:
     virtual ~Starter() = default;
@@ -81,7 +81,7 @@ private:
 INSTANTIATE_TEST_SUITE_P(Kinds, ProcessContract, testing::Values(&make<FakeStarter>, &make<LinuxStarter>),
     [](const auto &info) { return info.index == 0 ? "Fake" : "Linux"; });
 
-TEST_P(ProcessContract, GivesStatusAndOutput) {
+TEST_P(ProcessContract, ReturnsStatusAndOutput) {
     for (const int status : { 0, 1, 2, 255 }) {
         const auto process = starter().startPrinter(status, "out", "err");
         EXPECT_TRUE(process->waitUntilExit());
@@ -92,7 +92,7 @@ TEST_P(ProcessContract, GivesStatusAndOutput) {
     }
 }
 
-TEST_P(ProcessContract, APipeGivesWhatItHoldsOnce) {
+TEST_P(ProcessContract, PipeContentIsReadOnce) {
     const auto process = starter().startPrinter(0, "out", "");
     process->waitUntilExit();
     EXPECT_EQ(process->readStandardOutput(), QByteArray("out"));
@@ -108,7 +108,7 @@ TEST_P(ProcessContract, WaitingAgainIsHarmless) {
     EXPECT_EQ(process->terminationStatus(), 3);
 }
 
-TEST_P(ProcessContract, RunsUntilItIsAskedToEnd) {
+TEST_P(ProcessContract, RunsUntilTerminated) {
     const auto process = starter().startEndless();
     EXPECT_TRUE(process->isRunning());
     EXPECT_FALSE(process->waitUntilExit(0));
@@ -118,7 +118,7 @@ TEST_P(ProcessContract, RunsUntilItIsAskedToEnd) {
     EXPECT_EQ(process->terminationStatus(), SIGTERM);
 }
 
-TEST_P(ProcessContract, AskingAnEndedProcessToEndIsHarmless) {
+TEST_P(ProcessContract, TerminatingAnEndedProcessIsHarmless) {
     const auto process = starter().startPrinter(4, "", "");
     process->waitUntilExit();
     process->terminate();
@@ -134,7 +134,7 @@ TEST_P(ProcessContract, AStartThatFailsIsASystemError) {
     }
 }
 
-TEST_P(ProcessContract, AllThatStillRunAreAskedToEnd) {
+TEST_P(ProcessContract, TerminatesAllThatStillRun) {
     const auto ended = starter().startPrinter(3, "", "");
     ended->waitUntilExit();
     starter().startEndless()->terminate();

@@ -40,7 +40,7 @@ protected:
         launch(follow(m_client.send(request), m_outcome));
         end();
     }
-    /// Sends bytes from the server and waits until the client has seen that there are some.
+    /// Sends bytes from the server and waits until the client has received some.
     void drip(const QByteArray &bytes) {
         const int lookCount = m_clock.lookCount();
         m_server.sendNow(bytes);
@@ -110,7 +110,7 @@ TEST_F(QtHttpClientTest, KeepsNoCookies) {
     EXPECT_FALSE(m_server.requests.at(1).toLower().contains("cookie"));
 }
 
-TEST_F(QtHttpClientTest, TalksToTheServerItselfWhateverTheProxy) {
+TEST_F(QtHttpClientTest, IgnoresProxySettings) {
     answerWith(MisbehavingServer::answer(200, "direct"));
     QNetworkProxy::setApplicationProxy({ QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), 1 });
     perform(request());
@@ -118,7 +118,7 @@ TEST_F(QtHttpClientTest, TalksToTheServerItselfWhateverTheProxy) {
     EXPECT_EQ(m_outcome.value, (HttpResponse { 200, QByteArray("direct") }));
 }
 
-TEST_F(QtHttpClientTest, DoesNotUnpackWhatItDidNotAskFor) {
+TEST_F(QtHttpClientTest, DoesNotDecompressUnrequestedEncodings) {
     answerWith(MisbehavingServer::answer(200, "\x1f\x8b packed", "Content-Encoding: gzip\r\n"));
     perform(request());
     EXPECT_EQ(m_outcome.value, (HttpResponse { 200, QByteArray("\x1f\x8b packed") }));
@@ -126,7 +126,7 @@ TEST_F(QtHttpClientTest, DoesNotUnpackWhatItDidNotAskFor) {
 
 // Time-outs
 
-TEST_F(QtHttpClientTest, GivesUpAfterTheIdleTimeOutOfSilence) {
+TEST_F(QtHttpClientTest, TimesOutAfterTheIdleTimeOut) {
     m_server.script = { {} };
     begin(request());
     m_clock.advance(9.99);
@@ -135,7 +135,7 @@ TEST_F(QtHttpClientTest, GivesUpAfterTheIdleTimeOutOfSilence) {
     EXPECT_EQ(errorCode(), Code::TimedOut);
 }
 
-TEST_F(QtHttpClientTest, StartsTheIdleTimeOutAnewWithEachPieceOfData) {
+TEST_F(QtHttpClientTest, DataRestartsTheIdleTimeOut) {
     m_server.script = { {} };
     HttpRequest patient = request();
     patient.totalTimeout = 1000;
@@ -153,7 +153,7 @@ TEST_F(QtHttpClientTest, StartsTheIdleTimeOutAnewWithEachPieceOfData) {
     EXPECT_EQ(errorCode(), Code::TimedOut);
 }
 
-TEST_F(QtHttpClientTest, GivesUpAfterTheTotalTimeOutAlthoughDataComes) {
+TEST_F(QtHttpClientTest, TimesOutAfterTheTotalTimeOutDespiteData) {
     m_server.script = { {} };
     begin(request());
     drip("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n");
@@ -168,7 +168,7 @@ TEST_F(QtHttpClientTest, GivesUpAfterTheTotalTimeOutAlthoughDataComes) {
     EXPECT_EQ(errorCode(), Code::TimedOut);
 }
 
-TEST_F(QtHttpClientTest, CountsTheTimeOfRedirects) {
+TEST_F(QtHttpClientTest, TheTotalTimeOutIncludesRedirects) {
     answerWith(MisbehavingServer::answer(307, "", "Location: /next\r\n"));
     m_server.script.push_back({});
     begin(request());
@@ -177,7 +177,7 @@ TEST_F(QtHttpClientTest, CountsTheTimeOfRedirects) {
     EXPECT_EQ(errorCode(), Code::TimedOut);
 }
 
-TEST_F(QtHttpClientTest, TakesAnyNumberForATimeOut) {
+TEST_F(QtHttpClientTest, AcceptsAnyNumberAsATimeOut) {
     answerWith(MisbehavingServer::answer(200, "in time"));
     HttpRequest endless = request();
     endless.idleTimeout = endless.totalTimeout = std::numeric_limits<double>::infinity();
@@ -185,7 +185,7 @@ TEST_F(QtHttpClientTest, TakesAnyNumberForATimeOut) {
     EXPECT_EQ(statusCode(), 200);
 }
 
-TEST_F(QtHttpClientTest, HasNothingToDoWithATimeOutAfterTheAnswer) {
+TEST_F(QtHttpClientTest, HasNoTimeOutAfterTheResponse) {
     answerWith(MisbehavingServer::answer(200, "in time"));
     perform(request());
     m_clock.advance(100);
@@ -240,7 +240,7 @@ TEST_P(Redirect, IsNotFollowedToAnotherOrigin) {
     EXPECT_TRUE(other.requests.empty());
 }
 
-TEST_F(QtHttpClientTest, TakesTheOriginByItsParts) {
+TEST_F(QtHttpClientTest, ComparesOriginsByComponent) {
     const QByteArray port = QByteArray::number(m_server.url().port());
     for (const QByteArray &location : { "https://127.0.0.1:" + port, "http://localhost:" + port,
              QByteArray("http://127.0.0.1"), QByteArray("file:///etc/passwd"), QByteArray("http://"),
@@ -254,13 +254,13 @@ TEST_F(QtHttpClientTest, TakesTheOriginByItsParts) {
     }
 }
 
-TEST_F(QtHttpClientTest, TakesARedirectToNowhereForAnAnswer) {
+TEST_F(QtHttpClientTest, ARedirectWithoutATargetIsTheResponse) {
     answerWith(MisbehavingServer::answer(302, "where?"));
     perform(request());
     EXPECT_EQ(m_outcome.value, (HttpResponse { 302, QByteArray("where?") }));
 }
 
-TEST_F(QtHttpClientTest, LeavesACircleOfRedirects) {
+TEST_F(QtHttpClientTest, StopsARedirectLoop) {
     answerWith(MisbehavingServer::answer(307, "", "Location: /\r\n"));
     perform(request());
     EXPECT_EQ(errorCode(), Code::TooManyRedirects);
@@ -301,7 +301,7 @@ INSTANTIATE_TEST_SUITE_P(Answers, Failure,
             Code::ConnectionLost }),
     [](const auto &info) { return info.param.name; });
 
-TEST_P(Failure, IsNoAnswerAndNotTriedAgain) {
+TEST_P(Failure, IsAnErrorAndNotRetried) {
     m_server.script = { GetParam().steps };
     HttpRequest sent = request();
     sent.method = "POST";
@@ -327,7 +327,7 @@ INSTANTIATE_TEST_SUITE_P(Answers, WholeAnswer,
         WholeAnswerCase { "ToTheEndOfTheConnection", "HTTP/1.1 200 OK\r\n\r\nall of it" }),
     [](const auto &info) { return info.param.name; });
 
-TEST_P(WholeAnswer, IsTakenThoughTheConnectionEndsWithIt) {
+TEST_P(WholeAnswer, IsAcceptedAlthoughTheConnectionCloses) {
     m_server.script = { { MisbehavingServer::send(GetParam().answer), MisbehavingServer::close() } };
     HttpRequest sent = request();
     sent.method = "POST";
@@ -337,7 +337,7 @@ TEST_P(WholeAnswer, IsTakenThoughTheConnectionEndsWithIt) {
     EXPECT_EQ(m_server.requests.size(), 1u);
 }
 
-TEST_F(QtHttpClientTest, ReadsNoMoreThanTheHeadPromises) {
+TEST_F(QtHttpClientTest, ReadsNoMoreThanTheContentLength) {
     answerWith("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody and more");
     perform(request());
     EXPECT_EQ(m_outcome.value, (HttpResponse { 200, QByteArray("body") }));
@@ -366,7 +366,7 @@ TEST_F(QtHttpClientTest, SpeaksHttpOnly) {
     }
 }
 
-TEST_F(QtHttpClientTest, KeepsABodyOfTheGreatestSize) {
+TEST_F(QtHttpClientTest, AcceptsABodyOfTheMaximumSize) {
     const qint64 size = HttpRequest::usualMaximumBodySize;
     m_server.script = { { MisbehavingServer::send("HTTP/1.1 200 OK\r\n\r\n"), m_server.stream(size) } };
     perform(request());
@@ -375,7 +375,7 @@ TEST_F(QtHttpClientTest, KeepsABodyOfTheGreatestSize) {
     EXPECT_EQ(m_outcome.value->body->size(), size);
 }
 
-TEST_F(QtHttpClientTest, TellsHowMuchHasCome) {
+TEST_F(QtHttpClientTest, ReportsProgress) {
     m_server.script = { { MisbehavingServer::send("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nab") } };
     std::vector<qint64> sizes;
     const HttpProgress progress = [&](qint64 size) {
@@ -391,7 +391,7 @@ TEST_F(QtHttpClientTest, TellsHowMuchHasCome) {
     EXPECT_EQ(sizes.back(), 5);
 }
 
-TEST_F(QtHttpClientTest, GivesUpABodyThatIsNotWantedAnyMore) {
+TEST_F(QtHttpClientTest, DiscardsTheBodyWhenCancelled) {
     m_server.script = { { MisbehavingServer::send("HTTP/1.1 200 OK\r\n\r\n"), m_server.stream(1LL << 40) } };
     const HttpProgress progress = [](qint64 size) { return size < 100000; };
     launch(follow(m_client.download(request(), progress), m_outcome));
@@ -399,7 +399,7 @@ TEST_F(QtHttpClientTest, GivesUpABodyThatIsNotWantedAnyMore) {
     EXPECT_EQ(m_outcome.value, (HttpResponse { 200, std::nullopt }));
 }
 
-TEST_F(QtHttpClientTest, KeepsABodyOfTheSizeThatTheRequestAllows) {
+TEST_F(QtHttpClientTest, AcceptsABodyOfTheRequestsMaximumSize) {
     HttpRequest small = request();
     small.maximumBodySize = 3;
     answerWith(MisbehavingServer::answer(200, "abc"));
@@ -417,25 +417,25 @@ TEST_F(QtHttpClientTest, KeepsABodyOfTheSizeThatTheRequestAllows) {
     EXPECT_EQ(m_outcome.value->body->size(), large.maximumBodySize);
 }
 
-TEST_F(QtHttpClientTest, DropsALongerBodyAndTheConnection) {
+TEST_F(QtHttpClientTest, DiscardsALongerBodyAndClosesTheConnection) {
     for (const char *head :
         { "HTTP/1.1 200 OK\r\n\r\n", "HTTP/1.1 200 OK\r\nContent-Length: 1073741824\r\n\r\n" }) {
         m_server.streamedByteCount = 0;
         m_server.script = { { MisbehavingServer::send(head), m_server.stream(1024 * 1024 * 1024) } };
         perform(request());
         EXPECT_EQ(m_outcome.value, (HttpResponse { 200, std::nullopt }));
-        // What lies in the system's buffers counts as sent.
+        // Data in the system's buffers counts as sent.
         EXPECT_LT(m_server.streamedByteCount, 128 * 1024 * 1024);
     }
 }
 
-TEST_F(QtHttpClientTest, TellsTheStatusOfADroppedBody) {
+TEST_F(QtHttpClientTest, ReturnsTheStatusOfADiscardedBody) {
     m_server.script = { { MisbehavingServer::send("HTTP/1.1 500 Oh\r\n\r\n"), m_server.stream(1 << 30) } };
     perform(request());
     EXPECT_EQ(m_outcome.value, (HttpResponse { 500, std::nullopt }));
 }
 
-TEST_F(QtHttpClientTest, SendsRequestsSideBySide) {
+TEST_F(QtHttpClientTest, SendsRequestsConcurrently) {
     m_server.script = { {}, { MisbehavingServer::send(MisbehavingServer::answer(200, "second")) } };
     begin(request("/first"));
     TaskOutcome<HttpResponse> second;

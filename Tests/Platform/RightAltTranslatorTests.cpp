@@ -11,7 +11,7 @@
 namespace {
 using Key = RightAltTranslator::Key;
 
-/// A key that goes down or up `at` milliseconds after the start of the case.
+/// A key press or release `at` milliseconds after the start of the case.
 struct Step {
     int at;
     Key key;

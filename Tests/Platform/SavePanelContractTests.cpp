@@ -3,7 +3,7 @@
 #include "Support/FilePanelContract.h"
 
 namespace {
-/// What is asked for, and places that answer it.
+/// A request, and files to choose.
 class SavePanelUser {
 public:
     static constexpr const char *firstName = "history.txt";
@@ -12,7 +12,7 @@ public:
     static SavePanelRequest request() {
         return { QStringLiteral("Export"), QStringLiteral("proposed-2026.txt") };
     }
-    /// A place where there is no file yet.
+    /// A file that does not exist yet.
     static FileURL file(const QTemporaryDir &folder, const QString &name) {
         return FileURL(folder.filePath(name));
     }
@@ -55,7 +55,7 @@ TEST(QtSavePanel, AddsTheSuffixToABareName) {
     EXPECT_EQ(answer, FileURL(folder.filePath(QStringLiteral("bare.txt"))));
 }
 
-TEST(QtSavePanel, TheProgramsWindowsWait) {
+TEST(QtSavePanel, IsModalToTheProgramsWindows) {
     UserOfDialog user;
     user.panel().run(UserOfDialog::request(), [](const auto &) {});
     EXPECT_EQ(QGuiApplication::modalWindow(), user.dialog().windowHandle());

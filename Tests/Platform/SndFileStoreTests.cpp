@@ -15,7 +15,7 @@
 #include <numeric>
 
 namespace {
-/// What a sound file holds, as another program would read it.
+/// The content of a sound file as read by another program.
 struct Sound {
     SF_INFO info {};
     std::vector<float> samples;
@@ -43,7 +43,7 @@ AudioBuffer monoBuffer(std::vector<float> samples, double sampleRate = 48000) {
     return { { sampleRate, 1 }, { std::move(samples) }, frameLength };
 }
 
-/// One kind of store, and how a test reads what it wrote.
+/// An implementation under test, and how to read what it wrote.
 class StoreSubject {
 public:
     virtual ~StoreSubject() = default;
@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, AudioFileStoreContract,
     testing::Values(&make<FakeSubject>, &make<RealSubject>),
     [](const auto &info) { return info.index == 0 ? "Fake" : "SndFile"; });
 
-TEST_P(AudioFileStoreContract, WhatIsWrittenIsThereAtOnce) {
+TEST_P(AudioFileStoreContract, WrittenSoundIsReadableAtOnce) {
     const auto file = subject->store().create(url, { 48000, 1 });
     EXPECT_TRUE(subject->samples(url).empty());
     file->write(monoBuffer({ 0.5F, -0.25F }));
@@ -97,13 +97,13 @@ TEST_P(AudioFileStoreContract, WhatIsWrittenIsThereAtOnce) {
     EXPECT_EQ(subject->samples(url), (std::vector<float> { 0.5F, -0.25F, 2.0F }));
 }
 
-TEST_P(AudioFileStoreContract, AFileThatWasThereIsReplaced) {
+TEST_P(AudioFileStoreContract, AnExistingFileIsReplaced) {
     subject->store().create(url, { 48000, 1 })->write(monoBuffer(counting(0, 100)));
     subject->store().create(url, { 48000, 1 })->write(monoBuffer({ 1.0F }));
     EXPECT_EQ(subject->samples(url), (std::vector<float> { 1.0F }));
 }
 
-TEST_P(AudioFileStoreContract, SoundOfAnotherFormatIsRefused) {
+TEST_P(AudioFileStoreContract, SoundOfAnotherFormatIsRejected) {
     const auto file = subject->store().create(url, { 48000, 1 });
     EXPECT_THROW(file->write(monoBuffer({ 1.0F }, 44100)), SystemError);
     EXPECT_THROW(file->write({ { 48000, 2 }, { { 1.0F }, { 1.0F } }, 1 }), SystemError);
@@ -124,7 +124,7 @@ protected:
     SndFileStore store;
 };
 
-/// Limits how large a file of this process may grow, so that writes fail as they do on a full disk.
+/// Limits the file size of the process, so that writes fail as on a full disk.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes) {
@@ -153,7 +153,7 @@ TEST_F(SndFileStoreTest, WritesFloatsInTheFormatAskedFor) {
     EXPECT_EQ(sound.samples, (std::vector<float> { 0.5F, -0.5F, 3.0F, -3.0F }));
 }
 
-TEST_F(SndFileStoreTest, WritesIntegersAndLimitsThemToFullScale) {
+TEST_F(SndFileStoreTest, WritesIntegersClippedToFullScale) {
     const RecordingSettings settings;
     store.createInteger(url, settings)->write(monoBuffer({ 0.0F, 0.5F, 1.5F, -1.5F }, 16000));
     const Sound sound = readSound(url);
@@ -167,7 +167,7 @@ TEST_F(SndFileStoreTest, WritesIntegersAndLimitsThemToFullScale) {
     EXPECT_EQ(sound.samples[3], -1.0F);
 }
 
-TEST_F(SndFileStoreTest, OtherBitDepthsAreRefused) {
+TEST_F(SndFileStoreTest, OtherBitDepthsAreRejected) {
     EXPECT_THROW(store.createInteger(url, { 16000, 1, 24 }), SystemError);
     EXPECT_FALSE(QFile::exists(url.path()));
 }
@@ -192,7 +192,7 @@ TEST_F(SndFileStoreTest, AReplacedFileBecomesPrivate) {
     EXPECT_EQ(modeOf(url), 0600U);
 }
 
-TEST_F(SndFileStoreTest, AnImpossiblePlaceTellsTheSystemsError) {
+TEST_F(SndFileStoreTest, AnImpossiblePathReportsTheSystemsError) {
     const std::pair<QString, QString> rows[] = {
         { folder.path() + QStringLiteral("/missing/a.wav"), QStringLiteral("No such file or directory: ") },
         { folder.path(), QStringLiteral("Is a directory: ") },
@@ -221,7 +221,7 @@ TEST_F(SndFileStoreTest, AKilledWriterLeavesAValidFile) {
     EXPECT_EQ(readSound(url).info.frames, 0);
 }
 
-TEST_F(SndFileStoreTest, AFullDiskIsAnErrorAndLaterSoundIsNotOutOfStep) {
+TEST_F(SndFileStoreTest, AFullDiskIsAnErrorAndLaterSoundStaysAligned) {
     const auto file = store.create(url, { 48000, 1 });
     file->write(monoBuffer(counting(0, 1024)));
     {

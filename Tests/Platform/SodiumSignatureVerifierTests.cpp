@@ -12,11 +12,11 @@ protected:
     SodiumSignatureVerifier m_verifier;
 };
 
-TEST_F(SodiumSignatureVerifierTest, TakesTheSignatureOfTheKey) {
+TEST_F(SodiumSignatureVerifierTest, AcceptsTheSignatureOfTheKey) {
     EXPECT_TRUE(m_verifier.isValid(m_signature, m_message, m_key.publicKey()));
 }
 
-TEST_F(SodiumSignatureVerifierTest, KnowsTheSignatureOfThePublishedExample) {
+TEST_F(SodiumSignatureVerifierTest, AcceptsThePublishedTestVector) {
     // The first example of RFC 8032, section 7.1: an empty message.
     const QByteArray publicKey
         = QByteArray::fromHex("d75a980182b10ab7d54bfed3c964073a0ee172f3daa62325af021a68f707511a");
@@ -26,16 +26,16 @@ TEST_F(SodiumSignatureVerifierTest, KnowsTheSignatureOfThePublishedExample) {
     EXPECT_TRUE(m_verifier.isValid(signature, QByteArray(), publicKey));
 }
 
-TEST_F(SodiumSignatureVerifierTest, RefusesAnotherMessage) {
+TEST_F(SodiumSignatureVerifierTest, RejectsAnotherMessage) {
     EXPECT_FALSE(m_verifier.isValid(m_signature, m_message + ' ', m_key.publicKey()));
     EXPECT_FALSE(m_verifier.isValid(m_signature, QByteArray(), m_key.publicKey()));
 }
 
-TEST_F(SodiumSignatureVerifierTest, RefusesTheSignatureOfAnotherKey) {
+TEST_F(SodiumSignatureVerifierTest, RejectsTheSignatureOfAnotherKey) {
     EXPECT_FALSE(m_verifier.isValid(SigningKey().sign(m_message), m_message, m_key.publicKey()));
 }
 
-TEST_F(SodiumSignatureVerifierTest, RefusesASignatureWithAnyOtherBit) {
+TEST_F(SodiumSignatureVerifierTest, RejectsASignatureWithAnyFlippedBit) {
     for (int index = 0; index < m_signature.size(); ++index) {
         QByteArray changed = m_signature;
         changed[index] = char(changed[index] ^ 1);
@@ -43,7 +43,7 @@ TEST_F(SodiumSignatureVerifierTest, RefusesASignatureWithAnyOtherBit) {
     }
 }
 
-TEST_F(SodiumSignatureVerifierTest, RefusesWhatHasNotTheSizeOfAKeyOrASignature) {
+TEST_F(SodiumSignatureVerifierTest, RejectsWrongKeyAndSignatureSizes) {
     const QByteArray key = m_key.publicKey();
     for (const QByteArray &signature : { QByteArray(), m_signature.chopped(1), m_signature + 'x' })
         EXPECT_FALSE(m_verifier.isValid(signature, m_message, key)) << signature.size();

@@ -58,7 +58,7 @@ std::vector<std::complex<double>> transformed(const std::vector<std::complex<dou
     return result;
 }
 
-/// Decibels in bands a third of an octave wide from 50 Hz on, under the loudest band, down to -40.
+/// Level of third-octave bands from 50 Hz up, in decibels relative to the loudest band, at least -40.
 using Bands = std::array<double, 24>;
 
 Bands bands(const Samples &samples) {
@@ -86,9 +86,9 @@ double distance(const Bands &left, const Bands &right) {
     return std::sqrt(sum / static_cast<double>(left.size()));
 }
 
-TEST(SystemSoundFiles, AreWhatTheSynthesiserMakes) {
+TEST(SystemSoundFiles, MatchTheSynthesiser) {
     for (const Recipe &recipe : recipes())
-        EXPECT_TRUE(fileContent(recipe.name).toStdString() == waveFile(cook(recipe))) << recipe.name;
+        EXPECT_TRUE(fileContent(recipe.name).toStdString() == waveFile(render(recipe))) << recipe.name;
 }
 
 TEST(PulseSystemSounds, KnowsThemByTheirExactNames) {
@@ -122,7 +122,7 @@ TEST(SystemSoundFiles, AreMonoAt48KilohertzIn16Bits) {
     }
 }
 
-TEST(Loudness, IsThatOfTheRecommendation) {
+TEST(Loudness, MatchesTheRecommendation) {
     Samples sine(10 * sampleRate);
     for (size_t index = 0; index < sine.size(); ++index)
         sine[index] = std::sin(2 * std::numbers::pi * 997 * static_cast<double>(index) / sampleRate);

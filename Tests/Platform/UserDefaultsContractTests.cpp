@@ -27,7 +27,7 @@ private:
 
 const QString key = QStringLiteral("tolmi.key");
 
-/// What each of the typed readings gives.
+/// The result of each typed read.
 struct Readings {
     std::optional<QString> string;
     std::optional<double> doubleValue;

@@ -16,7 +16,7 @@ public:
         asked.push_back(url);
         if (replies.empty()) {
             ADD_FAILURE() << "a listener is asked for without a reply in the queue";
-            return Listener::Stranger;
+            return Listener::Untrusted;
         }
         const Listener reply = replies.front();
         replies.pop_front();

@@ -10,9 +10,9 @@ constexpr Date morning = Date::fromSecondsSince1970(1763702801);
 const QString english = QStringLiteral("en");
 const QString romanian = QStringLiteral("ro");
 
-const DateTexts::Customs bucharest { QStringLiteral("Europe/Bucharest"), false };
+const DateTexts::Conventions bucharest { QStringLiteral("Europe/Bucharest"), false };
 
-/// Blanks of every width as the plain one, since libraries differ in which they set.
+/// Replaces spaces of every width by plain ones, because libraries differ in which they use.
 QString plain(QString text) {
     return text.replace(u'\u202F', u' ').replace(u'\u00A0', u' ');
 }
@@ -24,12 +24,12 @@ TEST(DateTexts, DateAndTimeFollowTheLanguageAndTheZone) {
     EXPECT_EQ(plain(texts.dateAndTime(morning, romanian)), QStringLiteral("21 nov. 2025, 07:26:41"));
 }
 
-TEST(DateTexts, HoursAreCountedAsTheSystemDoes) {
+TEST(DateTexts, UsesTheSystemsHourCycle) {
     const DateTexts texts({ QStringLiteral("Europe/Bucharest"), true });
     EXPECT_EQ(plain(texts.dateAndTime(morning, english)), QStringLiteral("Nov 21, 2025, 7:26:41 AM"));
 }
 
-TEST(DateTexts, SummerTimeCounts) {
+TEST(DateTexts, HandlesDaylightSavingTime) {
     const DateTexts texts(bucharest);
     EXPECT_EQ(plain(texts.dateAndTime(Date::fromSecondsSince1970(1751328000), english)),
         QStringLiteral("Jul 1, 2025, 03:00:00"));
@@ -45,7 +45,7 @@ struct Distance {
 class RelativeDate : public testing::TestWithParam<Distance> { };
 } // namespace
 
-TEST_P(RelativeDate, IsToldInItsLargestUnit) {
+TEST_P(RelativeDate, UsesTheLargestUnit) {
     const DateTexts texts(bucharest);
     const Date date = morning + -GetParam().secondsAgo;
     EXPECT_EQ(plain(texts.relative(date, morning, english)), GetParam().inEnglish);

@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(RegularExpression, Replacing,
         Replacement { QStringLiteral("[^a-z]"), QStringLiteral("a\U0001F600b"), QStringLiteral(" "),
             QStringLiteral("a b") }));
 
-TEST(RegularExpression, GivesTheRangesOfGroups) {
+TEST(RegularExpression, ReturnsGroupRanges) {
     const RegularExpression expression(QStringLiteral("(a)|(b)(c)?"));
     const auto matches = expression.matches(QStringLiteral("\U0001F600a-bc"));
     ASSERT_EQ(matches.size(), 2U);
@@ -55,12 +55,12 @@ TEST(RegularExpression, GivesTheRangesOfGroups) {
     EXPECT_EQ(range(1, 3), std::pair(qsizetype(5), qsizetype(1)));
 }
 
-TEST(RegularExpression, FindsMatchesThatHoldNothing) {
+TEST(RegularExpression, FindsEmptyMatches) {
     EXPECT_EQ(RegularExpression(QStringLiteral("x*")).matches({}).size(), 1U);
     EXPECT_EQ(RegularExpression(QStringLiteral("x*")).matches(QStringLiteral("ab")).size(), 3U);
 }
 
-TEST(RegularExpression, CaseCountsUnlessSaidOtherwise) {
+TEST(RegularExpression, IsCaseSensitiveByDefault) {
     const QString text = QStringLiteral("PĂI păi");
     using Option = RegularExpression::Option;
     EXPECT_EQ(RegularExpression(QStringLiteral("păi")).matches(text).size(), 1U);
@@ -91,7 +91,7 @@ TEST(RegularExpression, MovesItsPattern) {
     EXPECT_EQ(second.matches(QStringLiteral("aa")).size(), 2U);
 }
 
-TEST(RegularExpression, ServesSeveralThreadsAtOnce) {
+TEST(RegularExpression, IsThreadSafe) {
     const RegularExpression expression(QStringLiteral(R"((\w)\s+)"));
     std::array<size_t, 4> counts {};
     std::vector<std::thread> threads;

@@ -15,7 +15,7 @@ struct Change {
 
 class Trimmed : public testing::TestWithParam<Change> { };
 
-TEST_P(Trimmed, TakesWhiteSpaceOffBothEnds) {
+TEST_P(Trimmed, RemovesWhiteSpaceAtBothEnds) {
     EXPECT_EQ(Text::trimmed(GetParam().given), GetParam().expected);
 }
 
@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(Text, Pieces,
         Parting { QStringLiteral("a\nb\r\nc d"), { "a\nb\r\nc", "d" }, { "a", "b", "c", "d" } },
         Parting { QStringLiteral("a\u2028b\u2029c\u0085d\ve\ff"),
             { QStringLiteral("a\u2028b\u2029c\u0085d\ve\ff") }, { "a", "b", "c", "d", "e", "f" } },
-        // A mark that combines with a blank does not keep it from parting.
+        // A blank separates even if it is followed by a combining mark.
         Parting { QStringLiteral("a \u0301b"), { "a", QStringLiteral("\u0301b") },
             { "a", QStringLiteral("\u0301b") } },
         Parting { QStringLiteral("a\u200Bb \U0001F600"),
@@ -108,7 +108,7 @@ struct Count {
 
 class CharacterCount : public testing::TestWithParam<Count> { };
 
-TEST_P(CharacterCount, CountsWhatAReaderSees) {
+TEST_P(CharacterCount, CountsGraphemeClusters) {
     EXPECT_EQ(Text::characterCount(GetParam().text), GetParam().expected);
     EXPECT_EQ(Text::firstCharacters(GetParam().text, GetParam().expected), GetParam().text);
 }

@@ -1,4 +1,4 @@
-# The frame of the tests of the tools; sourced. A test is a function; each gets an empty folder of its own, $work.
+# Harness for the tests of the tools; sourced. Each test is a function with an empty folder of its own, $work.
 # shellcheck shell=bash disable=SC2034
 set -euo pipefail
 
@@ -24,7 +24,7 @@ expect_no_file() {
   [[ ! -e $1 && ! -L $1 ]] || fail "$1 should not be there"
 }
 
-# expect_status NUMBER COMMAND...: leaves what the command printed in $output.
+# expect_status NUMBER COMMAND...: stores the command's output in $output.
 expect_status() {
   local expected=$1 status=0
   shift
@@ -36,7 +36,7 @@ expect_one_line() {
   [[ $output && $output != *$'\n'* ]] || fail "expected one line, got: $output"
 }
 
-# until COMMAND holds, for at most a minute.
+# eventually COMMAND...: waits until COMMAND succeeds, at most a minute.
 eventually() {
   local try
   for ((try = 0; try < 600; try++)); do
@@ -46,7 +46,7 @@ eventually() {
   fail "never came true: $*"
 }
 
-# stand_in NAME: puts a program of that name first on the search path; its text comes on standard input.
+# stand_in NAME: puts a script of that name, read from standard input, first on $PATH.
 stand_in() {
   mkdir -p "$work/bin"
   { echo '#!/bin/bash'; cat; } >"$work/bin/$1"
@@ -54,7 +54,7 @@ stand_in() {
   [[ $PATH == "$work/bin:"* ]] || export PATH=$work/bin:$PATH
 }
 
-# Leaves these programs and the stand-ins on the search path, and no other.
+# Restricts $PATH to these programs and the stand-ins.
 only_programs() {
   local name
   mkdir -p "$work/only"

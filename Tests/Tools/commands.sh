@@ -2,7 +2,7 @@
 # shellcheck source=Tests/Tools/check.sh
 source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
 
-test_help_is_given() {
+test_help_is_printed() {
   local command
   for command in run test Tools/screenshots Tools/setup Tools/virtual-desktop Tools/whisper-cli/install; do
     expect_status 0 "$root/$command" --help
@@ -33,7 +33,7 @@ test_unknown_language_is_refused() {
   expect_contains "$output" "en, ro or auto"
 }
 
-# A tree with the two commands, whose tools do nothing. Its build takes $1 steps, after a configuration that is due.
+# A tree with the two commands, whose tools do nothing. It needs configuring, and its build takes $1 steps.
 stand_in_tree() {
   mkdir -p "$work/tree/Tools/whisper-cli"
   cp "$root/test" "$root/run" "$root/CMakePresets.json" "$work/tree"
@@ -51,8 +51,8 @@ esac
 TEXT
 }
 
-# What ctest is to say: its Nth run fails in the tests of $work/failures-N, one "NUMBER:NAME" a line, or without naming
-# any where that file is empty. Those of $work/desktop have the label.
+# A ctest whose Nth run fails in the tests listed in $work/failures-N, one "NUMBER:NAME" per line, or without naming any
+# if that file is empty. Those in $work/desktop have the label.
 stand_in_ctest() {
   touch "$work/desktop"
   stand_in ctest <<TEXT
@@ -67,7 +67,7 @@ while ((\$#)); do
   shift
 done
 if [[ \$list ]]; then
-  # With a label the real one counts the numbers among the tests of that label, and so picks others.
+  # With a label, the real ctest applies the numbers to the tests of that label, and so picks others.
   [[ ! \$picked ]] || exit 0
   sed 's/\([0-9]*\):/  Test #\1: /' '$work/desktop'
   exit 0
@@ -86,7 +86,7 @@ fi
 TEXT
 }
 
-# expect_outcome STATUS TEXT: ./test, in the tree of stand-ins, ends with that status and that line.
+# expect_outcome STATUS TEXT: ./test in the stand-in tree must exit with that status and print that line.
 expect_outcome() {
   stand_in_tree 0
   mkdir -p "$work/tree/build/release"

@@ -1,9 +1,9 @@
 #!/bin/bash
-# What the compiler of the texts makes of files of languages, and what it refuses.
+# Tests of Tools/compile-texts.
 # shellcheck source=Tests/Tools/check.sh
 source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
 
-# language CODE NAME PLACE [ROW...]: a file of a language; a row is a line with a blank for the tab behind its key.
+# language CODE NAME PLACE [ROW...]: writes a language file; a row is a line with a space for the tab after its key.
 language() {
   local code=$1 name=$2 place=$3 row
   shift 3
@@ -30,7 +30,7 @@ english() {
   language en English 2 'hello Hello, %1' 'key Option key' 'key@linux Alt key' "$@"
 }
 
-test_languages_stand_in_the_order_of_their_places() {
+test_languages_are_ordered_by_place() {
   english
   language de German 3 'hello Hallo, %1'
   language ro Romanian 1 'hello Salut, %1'
@@ -73,7 +73,7 @@ test_a_blank_at_an_end_of_a_text_is_refused() {
   expect_refusal "en.texts:8: no key, tab and text"
 }
 
-test_other_places_are_refused() {
+test_other_placeholders_are_refused() {
   english
   language ro Romanian 1 'hello Salut'
   expect_refusal "ro.texts:5: hello has other places"

@@ -6,7 +6,7 @@ export XDG_DATA_HOME=$work/data
 models=$XDG_DATA_HOME/Tolmi/models
 target=$models/ggml-base.en.bin
 
-# The command with a table of its own, in which base.en is a file of 5000 bytes.
+# The command with its own table, in which base.en is a file of 5000 bytes.
 mkdir "$work/tools"
 cp "$root/Tools/get-model" "$work/tools/get-model"
 get_model=$work/tools/get-model
@@ -16,7 +16,7 @@ sum=$(sha1sum "$original")
 printf '%s\t%s\t%s\t%s\n' base.en ggml-base.en.bin 5000 "${sum%% *}" small ggml-small.bin 99999999999999999 0 \
   >"$work/tools/models.tsv"
 
-# serve MODE: a server in that mode; its address is left in $address, its requests in $work/requests.
+# serve MODE: starts a server in that mode; sets $address and logs requests to $work/requests.
 serve() {
   rm -f "$work/port"
   "$root/Tests/Tools/model-server.py" "$original" "$1" "$work/port" >"$work/requests" &
@@ -48,7 +48,7 @@ test_whole_file_is_installed() {
   expect_equal "$(stat -c %a "$XDG_DATA_HOME/Tolmi")" 700
 }
 
-test_installed_one_is_not_fetched_again() {
+test_installed_one_is_not_downloaded_again() {
   serve whole
   expect_status 0 "$get_model" --from "$address" base.en
   expect_status 0 "$get_model" --from "$address" base.en
@@ -63,14 +63,14 @@ test_damaged_one_is_replaced() {
   expect_installed
 }
 
-test_cut_download_goes_on() {
+test_interrupted_download_is_resumed() {
   serve cutting
   expect_status 0 "$get_model" --from "$address" base.en
   expect_equal "$(<"$work/requests")" "$(printf '/ggml-base.en.bin %s\n' all bytes=1000- bytes=2000- bytes=3000- bytes=4000-)"
   expect_installed
 }
 
-test_part_of_an_earlier_run_goes_on() {
+test_part_of_an_earlier_run_is_resumed() {
   serve whole
   mkdir -p "$models"
   head -c 1234 "$original" >"$target.part"
@@ -81,7 +81,7 @@ test_part_of_an_earlier_run_goes_on() {
 
 test_stopped_download_keeps_its_part() {
   serve stalled
-  # A job with its own signals: an ordinary one in the background of a script would ignore the interrupt.
+  # Job control, because ordinary background jobs of a script ignore SIGINT.
   set -m
   "$get_model" --from "$address" base.en 2>"$work/said" &
   local program=$!
@@ -105,14 +105,14 @@ test_second_run_at_once_is_refused() {
   expect_contains "$output" "downloaded already by another program"
 }
 
-test_place_without_ranges_starts_anew() {
+test_server_without_ranges_restarts_the_download() {
   serve no-ranges
   expect_status 0 "$get_model" --from "$address" base.en
   expect_contains "$output" "starting anew"
   expect_installed
 }
 
-test_damaged_part_is_fetched_anew() {
+test_damaged_part_is_downloaded_again() {
   serve whole
   mkdir -p "$models"
   printf '%01000d' 0 >"$target.part"
@@ -136,7 +136,7 @@ test_short_content_is_thrown_away() {
   expect_nothing_installed
 }
 
-test_missing_file_is_told() {
+test_missing_file_is_reported() {
   serve missing
   expect_status 1 "$get_model" --from "$address" base.en
   expect_contains "$output" "is not to be had there"
@@ -149,7 +149,7 @@ test_redirect_is_followed() {
   expect_installed
 }
 
-test_dead_place_is_told() {
+test_unreachable_server_is_reported() {
   serve whole
   kill "$server"
   wait "$server" || true
@@ -159,19 +159,19 @@ test_dead_place_is_told() {
   expect_no_file "$target.part"
 }
 
-test_full_disk_is_told_before_the_download() {
+test_full_disk_is_reported_before_the_download() {
   expect_status 1 "$get_model" --from http://127.0.0.1:1 small
   expect_contains "$output" "make room"
 }
 
-test_unwritable_folder_is_told() {
+test_unwritable_folder_is_reported() {
   mkdir -p "$XDG_DATA_HOME"
   echo file >"$XDG_DATA_HOME/Tolmi"
   expect_status 1 "$get_model" --from http://127.0.0.1:1 base.en
   expect_contains "$output" "cannot be made"
 }
 
-test_list_tells_what_is_here() {
+test_list_shows_installed_models() {
   mkdir -p "$models"
   head -c 1000 "$original" >"$models/ggml-small.bin.part"
   touch "$target"
@@ -185,7 +185,7 @@ test_unknown_model_is_refused() {
   expect_contains "$output" "there is no model named enormous"
 }
 
-# The names for which the program looks are those that can be had, in the same order.
+# The table must list the names that the program looks for, in the same order.
 test_table_has_the_models_that_the_program_looks_for() {
   local wanted offered
   wanted=$(grep -o '"ggml-[^"]*\.bin"' "$root/Sources/TolmiCore/TolmiDefaultPaths.cpp" | tr -d '"')

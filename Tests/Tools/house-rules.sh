@@ -1,21 +1,21 @@
 #!/bin/bash
-# Rules of the house that no compiler checks.
+# Project rules that no compiler checks.
 # shellcheck source=Tests/Tools/check.sh
 source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
-# The rules name files by patterns, from wherever they are started.
+# The file patterns are relative to the root.
 cd "$root"
 
-# expect_none_in FILES WHAT GREP-OPTION... : no line of these files, a pattern for each, matches.
+# expect_none_in FILES WHAT GREP-OPTION... : no line of these files (patterns) may match.
 expect_none_in() {
   local files what=$2 found status=0
   read -ra files <<<"$1"
   shift 2
   found=$(grep -rnE "${files[@]/#/--include=}" "$@") || status=$?
-  # Anything but "no line matches" is a failure, a folder that is not there included.
+  # Anything but "no line matches" is a failure, including a missing folder.
   [[ $status == 1 ]] || fail "$what:"$'\n'"$found"
 }
 
-# expect_none WHAT GREP-OPTION... : no line of the sources matches.
+# expect_none WHAT GREP-OPTION... : no line of the sources may match.
 expect_none() {
   expect_none_in '*.cpp *.h' "$@"
 }
@@ -39,8 +39,8 @@ test_the_logic_reads_no_environment() {
   expect_none "only adapters read the environment" 'qEnvironmentVariable|getenv\(' Sources/Foundation Sources/Text Sources/TolmiCore Sources/TolmiApp
 }
 
-# Elsewhere a change could be told before it is stored, twice, or to QML alone.
-test_only_published_fields_tell_of_changes() {
+# Elsewhere a change could be announced before it is stored, twice, or only to QML.
+test_only_published_fields_announce_changes() {
   expect_none "publish the field, or connect the signal to those of what it is made of" --exclude-dir=Design \
     '^ *Q_EMIT .*Changed\(\)|Q_EMIT objectWillChange' Sources/TolmiApp Sources/Main
 }
@@ -50,13 +50,13 @@ test_no_text_is_chosen_by_language_beside_the_table() {
     Sources/TolmiApp Sources/Main
 }
 
-test_no_text_is_glued_together() {
+test_no_text_is_concatenated() {
   expect_none_in '*.cpp *.h *.qml' "a language may order it otherwise: make it a phrase with places" \
     '(\btext|L10n::\w+)\([^;]*\) *\+|\+ *(L10n::|text\()|\b(view|row)\.texts\.\w+ *\+|\+ *(\w+\.)+texts\.|(\+|\.join\() *"[:.] ?"|\+ *QStringLiteral\("[:.,;] "\)' \
     Sources/TolmiApp Sources/Main
 }
 
-test_no_view_has_words_of_its_own() {
+test_no_view_has_hard_coded_text() {
   expect_none_in '*.qml' "put them into the files of Texts/Languages" \
     '\b(text|title|label|hint|message|caption|subtitle|shortcut|toolTip|placeholder\w*|\w+(Text|Label|Title)|Accessible\.(name|description)):[^"]*"[^"]*([[:upper:]]|[[:alpha:]] )|qsTr' \
     Sources/TolmiApp
@@ -64,17 +64,17 @@ test_no_view_has_words_of_its_own() {
     'QStringLiteral\("[^"]*[[:alpha:]]{2}[,.!?:]? [[:alpha:]%]' Sources/TolmiApp
 }
 
-test_rooms_keep_to_their_arrows() {
+test_rooms_use_only_listed_rooms() {
   expect_status 0 "$root/Tests/Tools/rooms.py" "$root/Sources/TolmiApp"
 }
 
-# The version has its place in CMakeLists.txt; what the configuration cannot write follows it.
-# A dry run stands still before such a list, and the commands ask one how much there is to build.
+# A dry run stops at such a list, and the commands use one to count the build steps.
 test_no_list_of_sources_is_made_while_building() {
   expect_none_in 'CMakeLists.txt *.cmake' "name the files, or have the build depend on their folder" \
     'GLOB.*CONFIGURE_DEPENDS' CMakeLists.txt cmake Benchmarks Sources Tests Tools
 }
 
+# The version is set in CMakeLists.txt; files that the configuration does not generate must follow it.
 test_the_changelog_begins_with_this_version() {
   local version date
   version=$(sed -nE 's/^project\(Tolmi VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
@@ -82,13 +82,13 @@ test_the_changelog_begins_with_this_version() {
   expect_equal "$(grep -m 1 '^## ' CHANGELOG.md)" "## [$version] - $date"
 }
 
-# room NAME FILE [TEXT]: a source file in a module of the test's own.
+# room NAME FILE [TEXT]: creates a source file in a test module.
 room() {
   mkdir -p "$work/module/$1"
   printf '%s\n' "${3-}" >"$work/module/$1/$2"
 }
 
-test_an_arrow_that_is_not_written_is_found() {
+test_an_unlisted_arrow_is_found() {
   room Low Low.h
   room High High.h '#include "TolmiApp/Low/Low.h"'
   room High High.qml 'Lamp { }'
@@ -108,7 +108,7 @@ test_a_circle_of_rooms_is_found() {
   expect_equal "$output" "rooms in a circle: High, Low"
 }
 
-test_a_module_without_rooms_is_no_success() {
+test_a_module_without_rooms_is_a_failure() {
   mkdir "$work/module"
   touch "$work/module/README.md"
   expect_status 1 "$root/Tests/Tools/rooms.py" "$work/module"

@@ -1,5 +1,5 @@
 #!/bin/bash
-# What an installation leaves on the machine. TOLMI_BUILD_DIR is the finished build.
+# Tests of the installed files. TOLMI_BUILD_DIR is the finished build.
 # shellcheck source=Tests/Tools/check.sh
 source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
 
@@ -7,7 +7,7 @@ install_program() {
   cmake --install "${TOLMI_BUILD_DIR:?}" --prefix "$work/usr" >"$work/log" 2>&1 || fail "$(cat "$work/log")"
 }
 
-# expect_valid COMMAND FILE...: where the command is there at all.
+# expect_valid COMMAND FILE...: skipped if the command is not installed.
 expect_valid() {
   ! type -P "$1" >/dev/null || expect_status 0 "$@"
 }
@@ -21,7 +21,7 @@ test_everything_is_in_its_place() {
   done
   for side in 16 24 32 48 64 128 256 512; do
     file=$work/usr/share/icons/hicolor/${side}x$side/apps/tolmi.png
-    # Width and height stand at fixed places of every PNG.
+    # Width and height are at fixed offsets in every PNG.
     expect_equal "$(od -An -tu1 -j16 -N8 "$file" | tr -s ' ')" \
       " 0 0 $((side / 256)) $((side % 256)) 0 0 $((side / 256)) $((side % 256))" "$file"
   done

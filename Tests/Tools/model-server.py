@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Serves one file over loopback, in the ways in which downloads go wrong.
+"""Serves one file over loopback, with the failures that downloads can have.
 
 Usage: model-server.py FILE MODE PORT-FILE
 
 MODE is whole, cutting (every reply ends after 1000 bytes), no-ranges (and the first reply is cut), corrupt, missing,
-short, redirecting, or stalled (nothing after the first 1000 bytes until the connection goes). The port is written to
+short, redirecting, or stalled (nothing after the first 1000 bytes until the client disconnects). The port is written to
 PORT-FILE, one line for each request to standard output.
 """
 import http.server

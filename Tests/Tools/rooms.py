@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds the rooms of Sources/TolmiApp to the table in its README: which room may use which other, and no circle."""
+"""Checks the rooms of Sources/TolmiApp against the table in its README: allowed dependencies and no cycles."""
 import re
 import sys
 from pathlib import Path
@@ -20,7 +20,7 @@ def files_of(module, *suffixes):
 
 
 def qml_types(module):
-    """The room of every type that QML knows by name."""
+    """The room of every QML type, by name."""
     types = {f.stem: room_of(f, module) for f in files_of(module, '.qml')}
     for header in files_of(module, '.h'):
         text = header.read_text()
@@ -30,7 +30,7 @@ def qml_types(module):
 
 
 def drawn_arrows(module):
-    """{(from, to): the first file that draws the arrow}"""
+    """{(from, to): the first file with this dependency}"""
     arrows = {}
     types = qml_types(module)
     for file in files_of(module, '.h', '.cpp', '.qml'):
@@ -45,7 +45,7 @@ def drawn_arrows(module):
 
 
 def written_arrows(table):
-    """The rows "| room | what it holds | what it may use |" below the line of dashes."""
+    """The rows "| room | contents | allowed dependencies |" of the table."""
     rows = {}
     for line in table.read_text().splitlines():
         cells = [cell.strip() for cell in line.strip('|').split('|')]
@@ -55,7 +55,7 @@ def written_arrows(table):
 
 
 def circle_in(arrows):
-    """Rooms that can be reached from themselves, after all that use nothing any more have been taken away."""
+    """The rooms in cycles: what is left after repeatedly removing rooms without dependencies."""
     left = {room: set() for arrow in arrows for room in arrow}
     for source, target in arrows:
         left[source].add(target)

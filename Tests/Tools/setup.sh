@@ -2,8 +2,8 @@
 # shellcheck source=Tests/Tools/check.sh
 source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
 
-# A machine on which a package is installed when it stands in $work/installed, and whose apt-get writes down its calls.
-# Like the real one, dpkg-query reports what it knows and fails when one name is unknown.
+# A stand-in for Debian on which the packages in $work/installed are installed and apt-get logs its calls. Like the real
+# one, dpkg-query reports what it knows and fails if a name is unknown.
 stand_in_debian() {
   touch "$work/installed" "$work/calls"
   stand_in dpkg-query <<TEXT
@@ -20,12 +20,12 @@ TEXT
   stand_in pulseaudio </dev/null
 }
 
-# packages_of FILE...: the packages in these files of Tools/packages.
+# packages_of FILE...: prints the packages in these files of Tools/packages.
 packages_of() {
   sed -e 's/#.*//' -e '/^ *$/d' -e 's/:.*//' "${@/#/$root/Tools/packages/}"
 }
 
-# Those that are installed when nobody asks for more.
+# Prints the packages that are installed by default.
 all_packages() {
   packages_of build.txt desktop.txt
 }
@@ -63,7 +63,7 @@ test_present_command_needs_no_package() {
   expect_equal "$(cat "$work/calls")" ""
 }
 
-test_without_root_and_sudo_the_command_is_told() {
+test_without_root_and_sudo_the_command_is_shown() {
   stand_in_debian
   all_packages | grep -vx cmake >"$work/installed"
   stand_in id <<<'echo 1000'
@@ -93,7 +93,7 @@ TEXT
   [[ $(cat "$work/calls") != *download* ]] || fail "it was fetched again"
 }
 
-test_failing_apt_is_told() {
+test_failing_apt_is_reported() {
   stand_in_debian
   stand_in apt-get <<<'exit 100'
   expect_status 1 "$root/Tools/setup" desktop
@@ -105,7 +105,7 @@ test_unknown_group_is_refused() {
   expect_one_line
 }
 
-# A name that a package only provides would count as missing for ever.
+# A virtual package would always count as missing.
 test_every_name_is_that_of_a_real_package() {
   local missing
   missing=$(comm -23 <({ all_packages; packages_of style.txt; } | sort) <(dpkg-query -W -f='${Package}\n' | sort -u))

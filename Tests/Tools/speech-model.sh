@@ -12,7 +12,7 @@ test_spectrum_windows_training_and_examination() {
   OMP_NUM_THREADS=1 /usr/bin/python3 "$root/Tests/Tools/speech_model_training_tests.py"
 }
 
-# The whole way from nothing to a file that whisper-cli loads. What it hears with that little training is noise.
+# The complete process up to a file that whisper-cli loads. With so little training the model's output is noise.
 test_dry_run_makes_a_model() {
   "$make" --dry-run --work "$work/work" --out "$work/model.bin"
   local cli size
@@ -22,7 +22,7 @@ test_dry_run_makes_a_model() {
   [[ -f $work/text.txt ]] || fail "no text was written"
   size=$(stat -c %s "$work/model.bin")
   ((size < 12 * 1024 * 1024)) || fail "the model has $size bytes"
-  # Nothing is left to do, so nothing is trained again.
+  # Training is complete and must not run again.
   expect_status 0 "$make" --dry-run --work "$work/work" --out "$work/again.bin"
   cmp "$work/model.bin" "$work/again.bin" || fail "a run that was finished gave another model"
 }

@@ -1,4 +1,4 @@
-"""Tests of the parts of Tools/speech-model that need nothing but the language itself."""
+"""Tests of the parts of Tools/speech-model that need only the standard library."""
 
 import pathlib
 import random

@@ -1,4 +1,4 @@
-"""Tests of the parts of Tools/speech-model that count: they need the packages of the training."""
+"""Tests of the numerical parts of Tools/speech-model, which need the training's packages."""
 
 import pathlib
 import random
@@ -83,7 +83,7 @@ class Voices(unittest.TestCase):
 
 
 def _utterance(text, seconds_each=0.4):
-    """Noise in place of speech, one stretch for each word."""
+    """Noise instead of speech, one stretch per word."""
     written = grammar.tokens(text)
     spans, sounds, moment = [], [], 0.0
     for token in written:
@@ -173,7 +173,7 @@ class Windows(unittest.TestCase):
         made = [one.sequence for one in (composer.window(512) for _ in range(300))]
         remembered = [one[1:one.index(tokens.START)] for one in made if tokens.PREVIOUS in one]
         self.assertTrue(any(one.count(tokens.FIRST_TIMESTAMP) > 1 for one in remembered))
-        # whisper-cli keeps half of the text's places, and one of them is for the mark in front.
+        # whisper-cli keeps half of the text context, of which one token is the start marker.
         self.assertEqual(max(len(one) for one in remembered), self.shape.text_context // 2 - 1)
 
     def test_a_window_that_ends_within_the_speech_tells_where_the_next_begins(self):
@@ -244,7 +244,7 @@ class Examination(unittest.TestCase):
 
 
 class _Result(evaluation.Evaluation):
-    """An evaluation of ten words for each kind of voice, with so many errors each."""
+    """An evaluation of ten words per kind of voice, with the given number of errors each."""
 
     def __init__(self, errors):
         tally = evaluation.Tally(recordings=1, words=10, errors=errors, exact=1 - errors, audio=4)

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Runs clang-tidy over one target of a build folder: tidy.py BUILD_FOLDER TARGET.
 
-Files that the build compiles together are read together, since most of the time goes into the headers of the toolkit.
-What has not been compiled again since it was last found clean is not read again.
+Files of a unity build are checked together, since most of the time is spent on Qt's headers. Files that were not
+recompiled since they were last clean are skipped.
 """
 import json
 import re
@@ -13,14 +13,14 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 SOURCES = ROOT / 'Sources'
-# The analyzer follows every path of a program, which takes minutes and sees only the file that is named: the preset
-# "tidy" has it. Files that include each other's text are what the build makes of a library.
+# Without the analyzer, which takes minutes and sees only the named file; the preset "tidy" has it. Unity files include
+# source files on purpose.
 CHECKS = '--checks=-clang-analyzer-*,-bugprone-suspicious-include'
 INCLUDE = re.compile(r'^#include "([^"]+\.cpp)"', re.MULTILINE)
 
 
 class Unit:
-    """Sources that are read together, with the command that compiles them or the first of them."""
+    """Sources that are checked together, with the compile command of the (first) file."""
 
     def __init__(self, command, sources, objects):
         self.command, self.sources, self.objects = command, sources, objects
@@ -32,7 +32,7 @@ def object_of(entry):
 
 
 def sources_of(file):
-    """The sources of the tree that compiling `file` reads: itself, or those that a file of the build includes."""
+    """The sources of the tree in `file`: itself, or those that a unity file includes."""
     if file.is_relative_to(SOURCES):
         return [file]
     included = [Path(name) for name in INCLUDE.findall(file.read_text())] if file.parent.name == 'Unity' else []
@@ -46,7 +46,7 @@ def units_of(build, target):
             continue
         file = Path(entry['file'])
         unit = Unit(entry, sources_of(file), [object_of(entry)])
-        # The headers of X define words that the toolkit's headers use.
+        # The X headers define macros that conflict with Qt's headers.
         if file.parent.name in ('X11', 'Unity'):
             units.append(unit)
         elif first := together.get(file.parent):
@@ -58,7 +58,7 @@ def units_of(build, target):
 
 
 def write_database(folder, units):
-    """Makes a file for each unit, and a compilation database that knows them."""
+    """Writes a file for each unit, and a compilation database with them."""
     folder.mkdir(parents=True, exist_ok=True)
     database = []
     for number, unit in enumerate(units):

@@ -1,10 +1,9 @@
 #!/bin/bash
-# tidy.py over a small tree whose clang-tidy is a stand-in.
+# Tests tidy.py on a small tree with a stand-in for clang-tidy.
 # shellcheck source=Tests/Tools/check.sh
 source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
 
-# A library of two files that are compiled together, and a clang-tidy that writes down what it reads and fails where that
-# contains $1.
+# A unity library of two files, and a clang-tidy that logs what it reads and fails if that contains $1.
 stand_in_library() {
   local tree=$work/tree unit=$work/tree/build/CMakeFiles/Lib.dir/Unity/unity_0_cxx.cxx
   mkdir -p "$tree/Tests/Tools" "$tree/Sources" "${unit%/*}"
@@ -44,7 +43,7 @@ test_clean_ones_are_read_again_when_compiled_again() {
   expect_contains "$(cat "$work/read")" "One.cpp"
 }
 
-test_finding_is_told_every_time() {
+test_findings_are_reported_every_time() {
   stand_in_library Two.cpp
   expect_status 1 tidy Lib
   expect_equal "$output" "a finding in Two.cpp"
@@ -52,7 +51,7 @@ test_finding_is_told_every_time() {
   expect_equal "$output" "a finding in Two.cpp"
 }
 
-test_what_was_not_compiled_is_no_success() {
+test_uncompiled_sources_are_a_failure() {
   stand_in_library none
   rm "$work"/tree/build/CMakeFiles/Lib.dir/Unity/*.o
   expect_status 1 tidy Lib

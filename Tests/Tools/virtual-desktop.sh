@@ -56,7 +56,7 @@ test_layouts_decide_what_right_alt_is() {
   expect_contains "$output" "keycode 108 = ISO_Level3_Shift"
 }
 
-# Records DEVICE while a tone of 440 Hz and half the full level goes to SINK; leaves sox's measures in $output.
+# Records DEVICE while a 440 Hz tone at half of full scale plays to SINK; stores sox's statistics in $output.
 measure_tone() {
   # shellcheck disable=SC2016
   expect_status 0 "$desktop" bash -c '
@@ -80,7 +80,7 @@ expect_measure() {
     fail "$1 is '$value', not between $2 and $3"
 }
 
-# The tone is whole: neither cut nor repeated.
+# The tone must be complete: neither cut nor repeated.
 expect_tone() {
   expect_measure 'Rough   frequency' 438 442
   expect_measure 'Maximum amplitude' 0.49 0.51
@@ -126,7 +126,7 @@ desktop_runs() {
   [[ -s $work/started ]]
 }
 
-test_being_told_to_end_ends_the_command_too() {
+test_termination_ends_the_command_too() {
   local pid status=0
   # shellcheck disable=SC2016
   "$desktop" bash -c 'echo $$ >"$1"; sleep 600' bash "$work/started" &
@@ -188,7 +188,7 @@ test_compositor_can_be_left_out() {
   expect_status 1 "$desktop" --no-compositor bash -c "$compositor_of_desktop"
 }
 
-test_tray_can_be_had() {
+test_tray_can_be_requested() {
   expect_status 0 "$desktop" --tray xdotool search --class trayer
   expect_status 1 "$desktop" xdotool search --class trayer
 }

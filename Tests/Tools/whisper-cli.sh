@@ -44,7 +44,7 @@ test_second_run_changes_nothing() {
   expect_equal "$(stat -c '%i %y %n' "$tools"/*)" "$before"
 }
 
-test_broken_link_is_mended() {
+test_broken_link_is_repaired() {
   mkdir -p "$tools"
   ln -s "$work/gone" "$tools/whisper-cli"
   stand_in_whisper_cli
@@ -78,7 +78,7 @@ test_file_in_the_way_is_refused() {
   expect_equal "$(cat "$tools/whisper-cli")" precious
 }
 
-# Nothing was placed, and no half-finished build lies about.
+# Nothing was installed, and no partial build is left.
 expect_nothing_built() {
   expect_no_file "$tools"
   expect_equal "$(find "$work/cache" -type f ! -name lock)" ""

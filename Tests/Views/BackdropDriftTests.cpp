@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(BackdropDrift, GoesToAndFro) {
+TEST(BackdropDrift, MovesBackAndForth) {
     EXPECT_DOUBLE_EQ(BackdropDrift::positionAt(0), 0);
     EXPECT_NEAR(BackdropDrift::positionAt(9), 0.5, 1e-6);
     EXPECT_NEAR(BackdropDrift::positionAt(18), 1, 1e-6);
@@ -16,7 +16,7 @@ TEST(BackdropDrift, StartsAndEndsSlowly) {
     EXPECT_GT(BackdropDrift::positionAt(17), 1 - 1.0 / 18 / 2);
 }
 
-TEST(BackdropDrift, StandsStillUnlessItRuns) {
+TEST(BackdropDrift, IsStillUnlessRunning) {
     BackdropDrift drift;
     EXPECT_FALSE(drift.isRunning());
     EXPECT_EQ(drift.position(), 0);

@@ -9,9 +9,9 @@
 class CommandCenterFixture : public FlowFixture {
     Q_OBJECT
     Q_PROPERTY(CommandCenterModel *model READ model CONSTANT)
-    /// The stored names of the workspaces that were asked for, in order.
+    /// The stored names of the workspaces navigated to, in order.
     Q_PROPERTY(QStringList destinations READ destinations)
-    /// How often the wizard was asked for.
+    /// How often the wizard was requested.
     Q_PROPERTY(int resumptions READ resumptions)
 
 public:
@@ -21,7 +21,7 @@ public:
     const QStringList &destinations() const { return m_destinations; }
     int resumptions() const { return m_resumptions; }
 
-    /// Puts an entry into the history; an empty target is none.
+    /// Adds an entry to the history; an empty target means none.
     Q_INVOKABLE void addEntry(const QString &target);
 
 private:

@@ -5,7 +5,7 @@
 
 #include <optional>
 
-/// The model of the stage for dictating.
+/// The model of the dictation workspace.
 class DictationLiveFixture : public FlowFixture {
     Q_OBJECT
     Q_PROPERTY(DictationLiveModel *model READ model CONSTANT)

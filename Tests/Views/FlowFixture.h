@@ -3,7 +3,7 @@
 #include "App/Studio/StudioFixture.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 
-/// A flow for the tests of a view that drives it, over a platform in memory and on a clock that stands still.
+/// A dictation flow with a fake platform and a stopped clock, for tests of views that drive it.
 class FlowFixture : public QObject, protected StudioFixture {
     Q_OBJECT
     Q_PROPERTY(QObject *texts READ texts CONSTANT)
@@ -18,19 +18,19 @@ public:
     QString lastTranscript() const { return manager->lastTranscript(); }
     QString copiedText() const;
 
-    /// Brings the idle flow to the state of that name.
+    /// Takes the idle flow to the state of that name.
     Q_INVOKABLE void reach(const QString &kind);
-    /// A whole dictation, back to idle.
+    /// Runs a whole dictation until idle again.
     Q_INVOKABLE void dictateText(const QString &text);
-    /// The next recording will be allowed.
+    /// Grants the microphone for the next recording.
     Q_INVOKABLE void allowRecording() { fakes.recorder->permission.give(true); }
-    /// The next transcription will give this text.
+    /// Makes the next transcription return this text.
     Q_INVOKABLE void prepareTranscript(const QString &text) {
         fakes.transcriber->outcomes.give(outcome(text));
     }
     Q_INVOKABLE void setLevel(double level);
     Q_INVOKABLE void advance(double seconds) { clock.advance(seconds); }
-    /// Lets what was posted happen.
+    /// Runs posted work.
     Q_INVOKABLE void runPosted() { clock.runPosted(); }
     Q_INVOKABLE void speakRomanian() { settings->setUiLanguage(AppLanguage::Romanian); }
     Q_INVOKABLE void setDisplayName(const QString &name) { settings->setProfileDisplayName(name); }

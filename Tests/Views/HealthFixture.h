@@ -6,15 +6,15 @@
 #include "TolmiApp/Health/HealthModel.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 
-/// What the workspace of the health checks needs, on a machine whose state the test sets. All is well at
-/// first, and the interface speaks English.
+/// What the health workspace needs, on a simulated machine. Initially all checks pass and the interface is in
+/// English.
 class HealthFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(HealthModel *model READ model CONSTANT)
     Q_PROPERTY(ViewTexts *texts READ texts CONSTANT)
     Q_PROPERTY(bool isMicrophoneDenied MEMBER m_isMicrophoneDenied)
     Q_PROPERTY(bool isModelThere MEMBER m_isModelThere)
-    /// How often Ollama was asked.
+    /// How often Ollama was probed.
     Q_PROPERTY(int probeCount READ probeCount)
 
 public:
@@ -24,12 +24,12 @@ public:
     ViewTexts *texts() { return &m_texts; }
     int probeCount() const { return m_probeCount; }
 
-    /// Ollama answers the oldest question that waits.
+    /// Answers the oldest pending probe.
     Q_INVOKABLE void answerProbe(bool isReachable) { m_probe.answer(isReachable); }
     Q_INVOKABLE void speak(const QString &language);
-    /// The user stops wanting Ollama.
+    /// Turns refinement off.
     Q_INVOKABLE void disableRefinement() { m_settings.store.setRefinementEnabled(false); }
-    /// The application comes to the front.
+    /// Makes the application active.
     Q_INVOKABLE void activate() { Q_EMIT m_application.didBecomeActive(); }
 
 private:

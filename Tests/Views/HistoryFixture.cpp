@@ -46,7 +46,7 @@ void HistoryFixture::openMany(int count) {
 }
 
 void HistoryFixture::open(const QList<HistoryEntry> &entries) {
-    // What views look at goes when they have the next.
+    // The previous objects are destroyed only once views use the new ones.
     const auto formerUser = std::exchange(m_user, std::make_unique<HistoryWorkspaceFixture>(entries));
     for (const HistoryEntry &entry : entries)
         m_user->addRecording(entry.audioFileRelativePath.value_or(QString()));

@@ -21,7 +21,7 @@ public:
     /// Shows the workspace of a user with these entries: "raw", "refined", "language", "minutesAgo", "app",
     /// "bundleID", "audio" and "isPinned", each with a default. The sounds that "audio" names are there.
     Q_INVOKABLE void open(const QVariantList &entries);
-    /// The same with so many entries, named "Entry 0", "Entry 1" and so on.
+    /// The same with `count` entries named "Entry 0", "Entry 1" and so on.
     Q_INVOKABLE void openMany(int count);
 
     /// Lets so many seconds pass.
@@ -31,7 +31,7 @@ public:
     Q_INVOKABLE void setUnplayable();
     Q_INVOKABLE void setUnwritable();
     Q_INVOKABLE QString clipboard() const;
-    /// Names of the files that a panel proposed.
+    /// The file names that save panels proposed.
     Q_INVOKABLE QStringList proposedNames() const;
     Q_INVOKABLE bool chooseFile(const QString &path);
     Q_INVOKABLE QString writtenText() const;

@@ -5,12 +5,12 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
-/// Holds a key down for tests that are written in QML, as a keyboard does that repeats it.
+/// Simulates auto-repeat of a held key for tests written in QML.
 class KeyHolder : public QObject {
     Q_OBJECT
 
 public:
-    /// Presses the key in the window of `item`, repeats it so many times, and releases it.
+    /// Presses the key in the window of `item`, repeats it `repeats` times, and releases it.
     Q_INVOKABLE void hold(QQuickItem *item, int key, int repeats) {
         send(item, QEvent::KeyPress, key, false);
         for (int count = 0; count < repeats; ++count) {

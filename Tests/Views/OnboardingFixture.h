@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// The wizard's model, of a user who has nothing yet but a program and a model to transcribe with.
+/// The wizard's model for a new user who has only whisper-cli and a speech model.
 class OnboardingFixture : public FlowFixture {
     Q_OBJECT
     Q_PROPERTY(OnboardingWizardModel *model READ model CONSTANT)
@@ -23,14 +23,14 @@ public:
     bool isFinished() const { return settings->hasCompletedOnboarding(); }
     QString displayName() const { return settings->profileDisplayName(); }
 
-    /// The microphone and the keys are refused.
+    /// Denies both permissions.
     Q_INVOKABLE void refuseRights();
-    /// The user answers the question for the microphone.
+    /// Answers the microphone prompt.
     Q_INVOKABLE void answerMicrophone(bool isGranted) { microphone.answerAll(isGranted); }
     Q_INVOKABLE void forgetMicrophone() { microphone.present = AuthorizationStatus::NotDetermined; }
-    /// Takes away what transcribes.
+    /// Removes whisper-cli and the speech model.
     Q_INVOKABLE void removeTranscription();
-    /// Changing the avatar fails with the key of this message.
+    /// Makes changing the avatar fail with this message.
     Q_INVOKABLE void failAvatar() { m_failAvatar(L10n::Key::profileAvatarErrorTooLarge); }
 
 private:

@@ -74,7 +74,7 @@ TEST_F(OverlayWindowTest, HiddenOneDrawsNothing) {
     EXPECT_FALSE(isTimelineRunning());
     QCoreApplication::processEvents();
     frames = 0;
-    // The state stays what it was, so whatever could still want a frame would want it now.
+    // The state is unchanged, so anything that still requests frames would do so now.
     for (int turn = 0; turn < 50; ++turn) {
         controller.updateAudioLevel(turn % 2 == 0 ? 0.5 : 0);
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);

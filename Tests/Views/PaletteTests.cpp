@@ -60,7 +60,7 @@ constexpr Row table[] {
 };
 
 void expectShade(const QColor &color, const Shade &shade, const char *name) {
-    // Colours are stored in 16 bits for each component.
+    // Colours are stored with 16 bits per component.
     constexpr double tolerance = 1.0 / 65535;
     EXPECT_NEAR(double(color.redF()), shade.red, tolerance) << name;
     EXPECT_NEAR(double(color.greenF()), shade.green, tolerance) << name;

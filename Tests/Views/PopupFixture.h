@@ -5,13 +5,13 @@
 #include "TolmiApp/Popup/MenuBarPopupModel.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 
-/// The real model of the popup over a flow in memory, for tests written in QML. The interface is in English
-/// and the refinement is off.
+/// The popup's model with a fake platform, for tests written in QML. The interface is in English and
+/// refinement is off.
 class PopupFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(MenuBarPopupModel *model READ model CONSTANT)
     Q_PROPERTY(QObject *texts READ texts CONSTANT)
-    /// The ways out that were taken, in order.
+    /// The exits used, in order.
     Q_PROPERTY(QStringList ways MEMBER m_ways NOTIFY waysChanged)
 
 public:
@@ -20,7 +20,7 @@ public:
     MenuBarPopupModel *model() { return &m_model; }
     QObject *texts() { return &m_texts; }
 
-    /// Sets the flow up, with or without the right to watch keys.
+    /// Sets up the flow, with or without the right to watch keys.
     Q_INVOKABLE void start(bool isTrusted);
     Q_INVOKABLE void record() { m_flow.record(); }
     Q_INVOKABLE void transcribe() { m_flow.transcribe(); }
@@ -31,7 +31,7 @@ public:
     Q_INVOKABLE void setRefinementEnabled(bool isEnabled) { m_flow.store.setRefinementEnabled(isEnabled); }
     Q_INVOKABLE void setName(const QString &name) { m_flow.store.setProfileDisplayName(name); }
     Q_INVOKABLE void setUpdatesPossible() { m_model.setCanCheckForUpdates(true); }
-    /// How often the user was asked for the right to watch keys.
+    /// How often the user was prompted for the right to watch keys.
     Q_INVOKABLE int promptCount() const;
     /// The plain text on the clipboard.
     Q_INVOKABLE QString copiedText() const;

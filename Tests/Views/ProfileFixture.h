@@ -3,8 +3,7 @@
 #include "Support/ProfileModelFixture.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 
-/// The real model of the profile workspace over a platform in memory, for tests written in QML. The interface
-/// is in English.
+/// The profile workspace's model with a fake platform, for tests written in QML. The interface is in English.
 class ProfileFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(ProfileWorkspaceModel *model READ model CONSTANT)
@@ -23,7 +22,7 @@ public:
     Q_INVOKABLE void addDictation() { m_place.addDictation(); }
     Q_INVOKABLE void grantEverything();
     Q_INVOKABLE void completeOnboarding() { m_place.store.markOnboardingCompleted(); }
-    /// Ends the panel that asks for a picture; an empty path is none.
+    /// Answers the open panel; an empty path cancels it.
     Q_INVOKABLE void choose(const QString &path);
     Q_INVOKABLE int panelCount() const { return int(m_place.panel.requests.size()); }
     Q_INVOKABLE int resumeCount() const { return m_place.resumeCount; }

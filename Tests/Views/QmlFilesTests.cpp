@@ -32,15 +32,15 @@ namespace {
 
 const QString module = QStringLiteral(":/qt/qml/Tolmi/");
 
-/// Has something for every property that a file requires of whoever makes it.
+/// Provides values for the required properties of QML files.
 class Requirements {
 public:
-    /// For required properties of that type.
+    /// Provides `model` for required properties of its type.
     void offer(QObject &model) {
         m_models[QString::fromLatin1(model.metaObject()->className())] = QVariant::fromValue(&model);
     }
 
-    /// For required properties of that name whose type is not one of those offered.
+    /// Provides a value for required properties of that name whose type was not provided.
     void offer(const char *name, const QVariant &value) { m_values[QString::fromLatin1(name)] = value; }
 
     QVariantMap of(const QString &file) const {
@@ -99,7 +99,7 @@ protected:
         window.show();
     }
 
-    /// What a view of the list gives the delegate of its first row.
+    /// Provides what a list view passes to the delegate of its first row.
     void offerRow(const HistoryRows &rows) {
         const auto names = rows.roleNames();
         for (auto role = names.cbegin(); role != names.cend(); ++role)
@@ -142,7 +142,7 @@ QStringList filesOfModule() {
 
 } // namespace
 
-TEST_F(QmlFiles, EveryOneIsMadeAndShownWithoutAWarning) {
+TEST_F(QmlFiles, AllLoadAndShowWithoutAWarning) {
     const QStringList files = filesOfModule();
     ASSERT_GT(files.size(), 40);
     for (const QString &file : files) {

@@ -15,7 +15,7 @@
 #include <QQmlEngine>
 #include <QtQuickTest>
 
-/// Gives the test files the module of the interface.
+/// Makes the interface's QML module available to the test files.
 class Setup : public QObject {
     Q_OBJECT
 

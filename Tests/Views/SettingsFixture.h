@@ -5,8 +5,8 @@
 
 #include <optional>
 
-/// The real model of the settings workspace over a platform in memory, for tests written in QML. The
-/// interface is in English.
+/// The settings workspace's model with a fake platform, for tests written in QML. The interface is in
+/// English.
 class SettingsFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(SettingsModel *model READ model CONSTANT)
@@ -14,18 +14,18 @@ class SettingsFixture : public QObject {
     Q_PROPERTY(QObject *texts READ texts CONSTANT)
 
 public:
-    /// Makes everything, for a program with or without an updater. To be called once, first.
+    /// Creates everything, for a program with or without an updater. Call once, first.
     Q_INVOKABLE void start(bool isConfigured);
 
     SettingsModel *model() { return &m_place->model; }
     SettingsStore *store() { return &m_place->store; }
     QObject *texts() { return &*m_texts; }
 
-    /// The sounds that were played and stopped, in order.
+    /// The calls to sounds, in order.
     Q_INVOKABLE QStringList soundCalls() const { return m_place->sounds.calls; }
     Q_INVOKABLE int updateCheckCount() const { return m_place->controller->checkCount; }
     Q_INVOKABLE void setCanCheckForUpdates(bool canCheck);
-    /// How often the user was led to another workspace.
+    /// How often the view navigated to another workspace.
     Q_INVOKABLE int navigationCount() const { return int(m_place->destinations.size()); }
 
 private:

@@ -15,7 +15,7 @@ TEST(SoftAlpha, BlurSpreadsAPointLikeAGaussian) {
     EXPECT_FLOAT_EQ(alpha.at(30, 34), alpha.at(34, 30));
 }
 
-TEST(SoftAlpha, BlurLosesNothingInside) {
+TEST(SoftAlpha, BlurPreservesTheSumInside) {
     SoftAlpha alpha(QSize(61, 61));
     alpha.at(30, 30) = 1;
     alpha.blur(5);
@@ -27,7 +27,7 @@ TEST(SoftAlpha, BlurLosesNothingInside) {
     EXPECT_NEAR(sum, 1, 1e-3);
 }
 
-TEST(SoftAlpha, BlurWiderThanThePlaneIsHarmless) {
+TEST(SoftAlpha, BlurWiderThanTheImageIsHarmless) {
     SoftAlpha alpha(QSize(3, 2));
     alpha.at(1, 1) = 1;
     alpha.blur(40);

@@ -5,13 +5,13 @@
 #include "TolmiApp/Shell/ViewTexts.h"
 #include "TolmiApp/Studio/TolmiStudioWindowModel.h"
 
-/// A Studio's model for the tests of its view, over a platform in memory. Every workspace has a plain object
-/// for a model, but for the health checks, which have none.
+/// The Studio's model with a fake platform. Every workspace has a plain object as its model, except the
+/// health checks, which have none.
 class StudioWindowFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(QObject *model READ model CONSTANT)
     Q_PROPERTY(QObject *texts READ texts CONSTANT)
-    /// How many models of workspaces and wizards live now.
+    /// How many models of workspaces and wizards exist now.
     Q_PROPERTY(int liveModels READ liveModels)
     Q_PROPERTY(int quits READ quits)
 

@@ -69,7 +69,7 @@ TEST_F(StudioWindowTest, AClosedOneHasNoWorkspace) {
     window.show();
     ASSERT_TRUE(untilTrue([&] { return workspace() != nullptr; }));
     const QPointer<QObject> first = workspace();
-    // The one before is fading out when the window goes.
+    // The previous one is still fading out when the window closes.
     router.setDestination(StudioDestination::Templates);
     const QPointer<QObject> second = workspace();
     ASSERT_TRUE(first && second && first != second);

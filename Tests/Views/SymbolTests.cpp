@@ -7,7 +7,7 @@
 
 namespace {
 
-/// In pixels that are wholly covered.
+/// The drawn area in fully covered pixels.
 double inkOf(const QImage &image) {
     double sum = 0;
     for (int y = 0; y < image.height(); ++y) {
@@ -21,7 +21,7 @@ class Symbols : public ViewsFixture { };
 
 } // namespace
 
-TEST_F(Symbols, EveryOneThatTheInterfaceNamesIsThere) {
+TEST_F(Symbols, EverySymbolOfTheInterfaceExists) {
     const char *const names[] { "arrow.right.circle.fill", "arrow.triangle.2.circlepath",
         "briefcase.circle.fill", "character.cursor.ibeam", "checkmark.circle.fill", "checkmark.seal.fill",
         "circle", "circle.inset.filled", "clock.arrow.circlepath", "command.circle", "cpu", "dial.high.fill",
@@ -34,7 +34,7 @@ TEST_F(Symbols, EveryOneThatTheInterfaceNamesIsThere) {
         EXPECT_TRUE(SymbolPaths::contains(QString::fromLatin1(name))) << name;
 }
 
-TEST_F(Symbols, EveryOneThatAQmlFileNamesIsThere) {
+TEST_F(Symbols, EverySymbolNamedInQmlExists) {
     const QRegularExpression use(QStringLiteral("(?<!\\.)\\b(?:symbol|icon|name): \"([^\"]+)\""));
     for (const char *folder : { TOLMI_SOURCE_DIR "/Sources/TolmiApp", TOLMI_SOURCE_DIR "/Tools/gallery" }) {
         int found = 0;
@@ -55,7 +55,7 @@ TEST_F(Symbols, EveryOneThatAQmlFileNamesIsThere) {
     }
 }
 
-TEST_F(Symbols, EveryOneIsDrawnInsideItsSquareAtEverySize) {
+TEST_F(Symbols, EverySymbolIsDrawnInsideItsSquareAtEverySize) {
     for (const QString &name : SymbolPaths::names()) {
         for (const double size : { 12.0, 16.0, 20.0, 48.0 }) {
             const QImage image = SymbolPaths::image(name, size, 1);
@@ -77,7 +77,7 @@ TEST_F(Symbols, SmallOnesHaveFewerDetails) {
         SymbolPaths::steps(QStringLiteral("trash"), 40).size());
 }
 
-TEST_F(Symbols, NotationDrawsAbsoluteAndRelativeAlike) {
+TEST_F(Symbols, AbsoluteAndRelativeNotationAreEquivalent) {
     const QPainterPath absolute = SymbolPaths::fromNotation(QLatin1String("M2 3L10 3L10 9L2 9Z"));
     const QPainterPath relative = SymbolPaths::fromNotation(QLatin1String("m2 3h8v6h-8z"));
     EXPECT_EQ(absolute.boundingRect(), QRectF(2, 3, 8, 6));
@@ -95,7 +95,7 @@ TEST_F(Symbols, NotationDrawsArcsToTheirSide) {
     EXPECT_NEAR(large.height(), 12, 1e-6);
 }
 
-TEST_F(Symbols, UnknownNameIsTold) {
+TEST_F(Symbols, UnknownNameIsReported) {
     Symbol symbol;
     symbol.setName(QStringLiteral("no.such.symbol"));
     EXPECT_EQ(takeWarnings(), QStringList({ QStringLiteral("there is no symbol named \"no.such.symbol\"") }));

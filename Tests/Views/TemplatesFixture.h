@@ -8,7 +8,7 @@
 #include "TolmiApp/Shell/ViewTexts.h"
 #include "TolmiApp/Templates/TemplatesModel.h"
 
-/// What the workspace of the templates needs, and what surrounds it. The interface speaks English at first.
+/// What the templates workspace needs. The interface is initially in English.
 class TemplatesFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(TemplatesModel *model READ model CONSTANT)
@@ -20,11 +20,11 @@ public:
     TemplatesModel *model() { return &m_model; }
     ViewTexts *texts() { return &m_texts; }
 
-    /// Adds an entry to the history and chooses it.
+    /// Adds an entry to the history and selects it.
     Q_INVOKABLE void choose(const QString &refinedText, const QString &rawText = {});
     Q_INVOKABLE void deleteEverything() { m_history.clear(); }
     Q_INVOKABLE void speak(const QString &language);
-    /// What was copied as plain text; empty when nothing was.
+    /// The copied plain text; empty if there is none.
     Q_INVOKABLE QString clipboard() const;
 
 private:

@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-/// The dialog about updates with a prompt that a test file plays the updater for.
+/// The update dialog with a prompt; the test acts as the updater.
 class UpdateDialogFixture : public QObject {
     Q_OBJECT
     Q_PROPERTY(UpdateDialogModel *model READ model CONSTANT)

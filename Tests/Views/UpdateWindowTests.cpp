@@ -31,7 +31,7 @@ protected:
 
 } // namespace
 
-TEST_F(UpdateWindowTest, IsThereOnlyWhileThereIsSomethingToShow) {
+TEST_F(UpdateWindowTest, ExistsOnlyWhileThereIsSomethingToShow) {
     EXPECT_EQ(window.view(), nullptr);
     prompt.showChecking();
     ASSERT_NE(window.view(), nullptr);
@@ -60,7 +60,7 @@ TEST_F(UpdateWindowTest, IsAsLargeAsWhatItShows) {
     EXPECT_EQ(window.view()->minimumSize(), window.view()->maximumSize());
 }
 
-TEST_F(UpdateWindowTest, TakesTheKeyboardOnlyWhenItWasAskedFor) {
+TEST_F(UpdateWindowTest, TakesTheFocusOnlyWhenUserInitiated) {
     const auto isSilent = [this] { return window.view()->property("_q_showWithoutActivating").toBool(); };
     find();
     EXPECT_TRUE(isSilent());

@@ -39,7 +39,7 @@ TEST_F(ViewAppearanceTest, FollowsTheChoiceAtOnce) {
     EXPECT_TRUE(isDark()) << "the user's choice counts, not the desktop's";
 }
 
-TEST_F(ViewAppearanceTest, FollowsTheDesktopWhereThatIsTheChoice) {
+TEST_F(ViewAppearanceTest, FollowsTheDesktopIfChosen) {
     settings.store.setAppearance(AppAppearance::System);
     new ViewAppearance(engine, settings.store, look);
     EXPECT_FALSE(isDark()) << "a desktop without a preference is light";
@@ -51,7 +51,7 @@ TEST_F(ViewAppearanceTest, FollowsTheDesktopWhereThatIsTheChoice) {
     EXPECT_TRUE(isDark());
 }
 
-TEST_F(ViewAppearanceTest, FollowsTheWishForLessMotion) {
+TEST_F(ViewAppearanceTest, FollowsReducedMotion) {
     look.setMotionReduced(true);
     new ViewAppearance(engine, settings.store, look);
     EXPECT_TRUE(isReduced());
@@ -59,7 +59,7 @@ TEST_F(ViewAppearanceTest, FollowsTheWishForLessMotion) {
     EXPECT_FALSE(isReduced());
 }
 
-TEST_F(ViewAppearanceTest, ServesSeveralEngines) {
+TEST_F(ViewAppearanceTest, SupportsSeveralEngines) {
     QQmlEngine other;
     new ViewAppearance(engine, settings.store, look);
     new ViewAppearance(other, settings.store, look);

@@ -16,7 +16,7 @@ protected:
 
 } // namespace
 
-TEST_F(ViewTextsTest, HaveEveryKeyUnderItsName) {
+TEST_F(ViewTextsTest, HaveEveryKeyByName) {
     for (const L10n::Key key : L10n::allKeys()) {
         const QByteArray name = L10n::rawValue(key).toLatin1();
         EXPECT_FALSE(text(name.constData()).isEmpty()) << name.constData();

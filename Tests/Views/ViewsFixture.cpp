@@ -12,7 +12,7 @@ QStringList &warnings() {
 QtMessageHandler previousHandler = nullptr;
 
 void collect(QtMsgType type, const QMessageLogContext &context, const QString &message) {
-    // The platform without a screen says so whenever a window is raised or faded.
+    // The offscreen platform warns whenever a window is raised or faded.
     const bool isOfPlatform = message.startsWith(QStringLiteral("This plugin does not support"));
     if (type != QtDebugMsg && type != QtInfoMsg && !isOfPlatform)
         warnings().append(message);

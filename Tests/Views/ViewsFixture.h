@@ -5,14 +5,13 @@
 
 #include <gtest/gtest.h>
 
-/// An engine with the interface's module, and every warning that comes up while the test runs: one is a
-/// failure.
+/// An engine with the interface's module. Any warning during the test fails it.
 class ViewsFixture : public testing::Test {
 protected:
     ViewsFixture();
     ~ViewsFixture() override;
 
-    /// Takes the warnings that came up so far.
+    /// Returns and clears the warnings so far.
     static QStringList takeWarnings();
 
     QQmlEngine engine;

@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
-/// Draws a vector picture at a size: tolmi-app-icon PICTURE.svg SIDE RESULT.png
+/// Renders a vector picture: tolmi-app-icon PICTURE.svg SIDE RESULT.png
 int main(int argc, char **argv) {
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();

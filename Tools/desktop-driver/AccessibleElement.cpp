@@ -43,7 +43,7 @@ QString AccessibleElement::text() const {
     QDBusPendingReply<QString> reply
         = call(QStringLiteral("Text"), QStringLiteral("GetText"), { 0, toTheEnd });
     reply.waitForFinished();
-    // Qt tells a line feed as the mark that ends a paragraph.
+    // Qt reports line feeds as paragraph separators.
     return reply.isError() ? QString() : reply.value().replace(QChar::ParagraphSeparator, QChar::LineFeed);
 }
 

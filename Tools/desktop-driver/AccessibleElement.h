@@ -8,11 +8,11 @@
 
 #include <optional>
 
-/// One element of a program's windows as a screen reader is told of it. Role, name and states are those of
-/// the moment when it was found; what is asked beyond them is answered as it is now.
+/// One element of a program's windows on the accessibility bus. Role, name and states are a snapshot from
+/// when it was found; everything else is queried live.
 class AccessibleElement {
 public:
-    /// Numbered as on the accessibility bus.
+    /// Numbered as in AT-SPI.
     enum class State {
         Active = 1,
         Checked = 4,
@@ -23,7 +23,7 @@ public:
         Showing = 25,
     };
 
-    /// Where an element is on the accessibility bus.
+    /// The address of an element on the accessibility bus.
     struct Address {
         QString service;
         QString path;
@@ -38,17 +38,17 @@ public:
     QString name() const { return m_name; }
     bool is(State state) const { return (m_states >> unsigned(state)) & 1; }
 
-    /// On the screen, in pixels; null when the element has no place.
+    /// Screen geometry in pixels; null if the element has none.
     QRect rectangle() const;
-    /// What stands in a field; empty for elements without a text.
+    /// The text of a field; empty for elements without text.
     QString text() const;
-    /// Of a slider and the like.
+    /// The value of a slider or similar.
     std::optional<double> value() const;
-    /// Names of what a screen reader can have the element do.
+    /// Names of the element's accessible actions.
     QStringList actions() const;
-    /// Has the element do one of its actions, without keyboard or mouse; false when it has none of that name.
+    /// Triggers an action without keyboard or mouse; false if there is none of that name.
     bool act(const QString &action) const;
-    /// The same element with the role, name and states that it has now.
+    /// The same element with current role, name and states.
     AccessibleElement now() const;
 
     const Address &address() const { return m_address; }

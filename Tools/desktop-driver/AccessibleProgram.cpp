@@ -50,7 +50,7 @@ std::optional<AccessibleElement> AccessibleProgram::root() const {
         return m_limit;
     const QString path = QStringLiteral("/org/a11y/atspi/accessible/root");
     for (const QString &service : m_bus.interface()->registeredServiceNames().value()) {
-        // The bus and its registry have further names; a program has this kind alone.
+        // Only unique names: well-known ones belong to the bus and its registry.
         if (service.startsWith(u':') && m_bus.interface()->servicePid(service).value() == m_processId)
             return AccessibleElement(m_bus, { service, path });
     }

@@ -4,25 +4,23 @@
 
 #include <vector>
 
-/// The eyes of a user who cannot see: what a running program says of its windows on the accessibility bus.
+/// A running program's windows on the accessibility bus, as a screen reader sees them.
 class AccessibleProgram {
 public:
-    /// Turns accessibility on for the programs of this desktop, as a screen reader does at its start.
+    /// Enables accessibility for the programs of this desktop, as a starting screen reader does.
     explicit AccessibleProgram(qint64 processId);
 
-    /// The program as if it had nothing but what this element contains: a dialog, for one, which keeps the
-    /// user from what lies under it.
+    /// The program restricted to the contents of this element, such as a modal dialog.
     AccessibleProgram within(const AccessibleElement &element) const;
 
-    /// Everything in the program's windows that is not hidden, each element before what it contains.
+    /// All visible elements of the program's windows, parents before children.
     std::vector<AccessibleElement> elements() const;
 
-    /// The first element that shows with this role and name, or any name when it is empty; awaited for at
-    /// most `seconds`.
+    /// The first visible element with this role and name (any name if empty); waits at most `seconds`.
     std::optional<AccessibleElement> find(
         const QString &role, const QString &name, double seconds = 20) const;
 
-    /// Why an element was not found: the roles and names of all that shows, a line for each.
+    /// The roles and names of all visible elements, one per line, for failure messages.
     QString described() const;
 
 private:

@@ -9,7 +9,7 @@
 #include <functional>
 
 namespace {
-// A window that contains itself would otherwise be read for ever.
+// Stops the recursion if a window contains itself.
 constexpr int deepest = 60;
 
 QList<AccessibleElement::Address> addressesIn(QDBusPendingCall &answer) {

@@ -4,13 +4,13 @@
 
 #include <vector>
 
-/// Reads elements many at a time: every question is on its way before the first answer is awaited, because
-/// each waits for the program's next round of events.
+/// Reads many elements at a time: all requests are sent before the first reply is awaited, because each reply
+/// takes an iteration of the program's event loop.
 class AccessibleTree {
 public:
-    /// The elements under a root, the root first and each before its children.
+    /// The elements of the tree at `root`, parents before children.
     static std::vector<AccessibleElement> under(const AccessibleElement &root);
 
-    /// Reads role, name and states of these again.
+    /// Updates role, name and states.
     static void refresh(std::vector<AccessibleElement> &elements);
 };

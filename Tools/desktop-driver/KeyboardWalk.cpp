@@ -9,9 +9,9 @@
 using State = AccessibleElement::State;
 
 namespace {
-// Longer than any window has controls.
+// More than the number of controls in any window.
 constexpr size_t mostStops = 300;
-// Within this, in seconds, a key press has moved the focus or will not.
+// Seconds within which a key press moves the focus, if at all.
 constexpr double patience = 3;
 
 const QStringList rolesOfControls { QStringLiteral("check box"), QStringLiteral("combo box"),
@@ -30,7 +30,7 @@ QString placeOf(const AccessibleElement &element) {
     return QStringLiteral(" at %1, %2").arg(center.x()).arg(center.y());
 }
 
-// Qt calls every text focusable, also one that the keyboard never goes to and a field that is disabled.
+// Qt reports every text as focusable, even static text and disabled fields.
 bool isControl(const AccessibleElement &element) {
     const bool isField = element.role() == u"text";
     return element.is(State::Focusable) && element.role() != u"label"
@@ -50,7 +50,7 @@ std::optional<AccessibleElement> focusedOf(std::vector<AccessibleElement> elemen
     return focused == elements.end() ? std::nullopt : std::optional(*focused);
 }
 
-/// Presses Tab; what has the focus then, if it is not what had it before.
+/// Presses Tab and returns the newly focused element, if the focus moved.
 std::optional<AccessibleElement> nextByTab(VirtualUser &user, const AccessibleProgram &program,
     std::vector<AccessibleElement> &controls, const std::optional<AccessibleElement> &former) {
     std::optional<AccessibleElement> focused;
@@ -58,7 +58,7 @@ std::optional<AccessibleElement> nextByTab(VirtualUser &user, const AccessiblePr
     waitUntil(
         [&] {
             focused = focusedOf(controls);
-            // It may have appeared only now, by scrolling.
+            // It may only just have appeared by scrolling.
             if (!focused) {
                 controls = controlsOf(program);
                 focused = focusedOf(controls);
@@ -79,7 +79,7 @@ KeyboardWalk walkByTab(VirtualUser &user, const AccessibleProgram &program) {
         walk.stops.push_back(*stop);
         stop = nextByTab(user, program, controls, walk.stops.back());
     }
-    walk.comesRound = stop && !walk.stops.empty() && stop->address() == walk.stops.front().address();
+    walk.returnsToStart = stop && !walk.stops.empty() && stop->address() == walk.stops.front().address();
     return walk;
 }
 
@@ -87,7 +87,7 @@ namespace {
 QStringList complaintsOfOneWalk(VirtualUser &user, const AccessibleProgram &program) {
     QStringList complaints;
     const KeyboardWalk walk = walkByTab(user, program);
-    if (!walk.comesRound)
+    if (!walk.returnsToStart)
         complaints.append(QStringLiteral("Tab does not come round; it ends at ")
             + (walk.stops.empty() ? QStringLiteral("nothing") : walk.stops.back().described()));
     for (const AccessibleElement &each : controlsOf(program)) {
@@ -105,7 +105,7 @@ QStringList complaintsOfOneWalk(VirtualUser &user, const AccessibleProgram &prog
 
 QStringList keyboardComplaints(VirtualUser &user, const AccessibleProgram &program) {
     const QStringList complaints = complaintsOfOneWalk(user, program);
-    // The walk may have begun while the focus was still on its way to where the window puts it, and so have
-    // missed a stop. What is really out of reach is so a second time.
+    // The first walk may have begun before the window had set its initial focus and so missed a stop. A
+    // control that is really unreachable is so a second time.
     return complaints.isEmpty() ? complaints : complaintsOfOneWalk(user, program);
 }

@@ -3,17 +3,17 @@
 #include "desktop-driver/AccessibleProgram.h"
 #include "dictate/VirtualUser.h"
 
-/// What one meets who goes through the window in front with the Tab key alone.
+/// The result of walking through the active window with the Tab key.
 struct KeyboardWalk {
-    /// In the order of the key, each once.
+    /// In tab order, each once.
     std::vector<AccessibleElement> stops;
-    /// Whether the key led back to the first.
-    bool comesRound = false;
+    /// Whether Tab returned to the first stop.
+    bool returnsToStart = false;
 };
 
-/// Presses Tab until it leads to a stop that was met before, or nowhere.
+/// Presses Tab until it reaches an earlier stop or does not move the focus.
 KeyboardWalk walkByTab(VirtualUser &user, const AccessibleProgram &program);
 
-/// What the program's windows keep from those who use keyboard and screen reader: controls that have no name,
-/// that do not say what they are, or that Tab does not reach. A line for each; none when all is well.
+/// Accessibility problems of the program's windows: controls without a name, with a wrong role, or
+/// unreachable by Tab. One line each.
 QStringList keyboardComplaints(VirtualUser &user, const AccessibleProgram &program);

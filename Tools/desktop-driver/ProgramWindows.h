@@ -4,10 +4,10 @@
 #include <QString>
 #include <QStringList>
 
-/// What a program printed.
+/// The standard output of a program.
 QString outputOf(const QString &program, const QStringList &arguments);
 
-/// The visible windows of the running Tolmi, told apart by their width, as xdotool sees them.
+/// The visible windows of the running Tolmi according to xdotool, distinguished by width.
 namespace ProgramWindows {
 
 /// Where a window is, by its number.

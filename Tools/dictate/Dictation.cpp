@@ -6,7 +6,7 @@
 #include <QProcess>
 
 namespace {
-// What the user had on the clipboard before dictating, and must find there afterwards.
+// The user's clipboard content before the dictation, which must be restored afterwards.
 const QString usersClipboard = QStringLiteral("the user's own clipboard");
 
 void fillTimes(DictationReport &report, const DictationStage &stage, double keyDown) {

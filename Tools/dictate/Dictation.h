@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// What the program's history says of a dictation.
+/// A dictation's record in the program's history.
 struct HistoryRecord {
     QString target;
     QString bundleID;
@@ -22,38 +22,38 @@ struct HistoryRecord {
     double duration = 0;
 };
 
-/// What one dictation looked like from outside.
+/// The course of one dictation, observed from outside.
 struct DictationReport {
-    /// States in their order, with the seconds from key-down.
+    /// States in order, with seconds since key-down.
     std::vector<std::pair<QString, double>> states;
-    /// Seconds; absent when it did not come to that.
+    /// Seconds; absent if recording did not start.
     std::optional<double> keyDownToRecording;
-    /// Seconds from the release of the key to the first key of the paste command, on the display's clock.
+    /// Seconds from key-up to the first key of the paste command, by the X server's clock.
     std::optional<double> keyUpToPaste;
     /// Seconds that the program waited for whisper-cli.
     std::optional<double> transcription;
-    /// What stood in the editor afterwards.
+    /// The editor's text afterwards.
     QString pasted;
-    /// Whether the clipboard held the user's own text again afterwards.
+    /// Whether the clipboard contained the user's text again afterwards.
     bool isClipboardRestored = false;
-    /// The entry that the dictation left in the history file; absent when it left none.
+    /// The dictation's entry in the history file; absent if there is none.
     std::optional<HistoryRecord> history;
-    /// The recording that the program kept; empty when there is none.
+    /// The recording that the program kept; empty if there is none.
     QString recordingPath;
-    /// Why the dictation did not end; empty when it did.
+    /// Why the dictation did not finish; empty if it did.
     QString failure;
 };
 
-/// What a dictation works with.
+/// What a dictation needs.
 struct DictationStage {
     VirtualUser &user;
     RunningProgram &program;
     Editor &editor;
 };
 
-/// Holds the key, plays the WAV file into the microphone, lets go, waits until the program is idle again, and
-/// reads what stands in the editor. The editor is emptied before.
+/// Clears the editor, holds the key, plays the WAV file into the microphone, releases the key, waits until
+/// the program is idle again, and reads the editor's text.
 DictationReport dictate(const DictationStage &stage, const QString &wavPath);
 
-/// Plays a WAV file into the sink that feeds the microphone, to its end; false when that fails.
+/// Plays a WAV file to its end into the sink that feeds the microphone; false on failure.
 bool playIntoMicrophone(const QString &wavPath);

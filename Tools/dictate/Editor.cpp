@@ -44,7 +44,7 @@ bool Editor::bringToFront() {
 }
 
 QString Editor::text() {
-    // A mark behind the text tells that what was copied is all of it, and tells an empty editor from a slow
+    // A marker after the text shows that all of it was copied, and distinguishes an empty editor from a slow
     // one.
     const QString mark = QStringLiteral("xxx");
     m_user.typeWithControl("End");
@@ -77,7 +77,7 @@ QString clipboardText() {
 
 void setClipboardText(const QString &text) {
     QProcess process;
-    // It stays behind to own the clipboard and must not keep our pipes open.
+    // It keeps running to own the clipboard and must not hold our pipes open.
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(QStringLiteral("xclip"), { QStringLiteral("-selection"), QStringLiteral("clipboard") });

@@ -5,26 +5,24 @@
 #include <QProcess>
 #include <QString>
 
-/// A text editor on the desktop, used by keyboard and clipboard only, as a user does.
+/// A text editor on the desktop, controlled by keyboard and clipboard only.
 class Editor {
 public:
-    /// `program` is the path or name of an editor whose windows come one to a process.
+    /// `program` is the path or name of an editor that starts one process per window.
     explicit Editor(VirtualUser &user, QString program = QStringLiteral("mousepad"));
     /// Ends the editor.
     ~Editor();
 
-    /// Starts the editor and waits until its window has the focus; false when that does not happen in time.
+    /// Starts the editor and waits until its window has the focus; false on time-out.
     bool open();
 
-    /// Gives the focus back to the editor's window, as a click on it does; false when that does not happen in
-    /// time.
+    /// Focuses the editor's window, as a click does; false on time-out.
     bool bringToFront();
 
-    /// Everything that stands in the editor's window: select all, copy, and read what the editor then offers.
-    /// The clipboard holds that text afterwards.
+    /// The editor's text, read by select all and copy. The clipboard contains it afterwards.
     QString text();
 
-    /// Empties the editor.
+    /// Clears the editor.
     void clear();
 
 private:
@@ -33,8 +31,8 @@ private:
     QProcess m_process;
 };
 
-/// The text of the clipboard, asked of its owner by another program; empty when there is none.
+/// The clipboard's text, read by another program; empty if there is none.
 QString clipboardText();
 
-/// Puts a text on the clipboard by another program, which goes on owning it.
+/// Sets the clipboard's text through another program, which keeps owning it.
 void setClipboardText(const QString &text);

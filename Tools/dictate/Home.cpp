@@ -7,7 +7,7 @@
 #include <QStandardPaths>
 
 namespace {
-// Only root may listen there, and nothing does: what is dictated must not reach the machine's own Ollama.
+// A privileged port where nothing listens: dictations must not reach the machine's real Ollama.
 const QString closedEndpoint = QStringLiteral("http://127.0.0.1:9");
 
 bool link(const QString &target, const QString &name) {

@@ -8,7 +8,7 @@ RunningProgram::RunningProgram() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tolmi.stages.info=true"));
     environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
-    // The program shows itself on the desktop even where the tests that start it do not.
+    // The program must show windows even if the test that starts it runs offscreen.
     environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
     m_process.setProcessEnvironment(environment);
     QObject::connect(&m_process, &QProcess::readyReadStandardOutput, &m_process, [this] { readLines(); });
@@ -46,7 +46,7 @@ bool RunningProgram::quit() {
     if (!isRunning())
         return true;
     m_process.terminate();
-    // It may still ask something of this process on its way out.
+    // Runs the event loop, because the program may still query this process while it exits.
     if (waitUntil([this] { return !isRunning(); }, 5))
         return true;
     m_process.kill();

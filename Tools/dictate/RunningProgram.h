@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-/// The real program, started for a test or a demonstration, and what it says about itself while it runs.
+/// The real program, started for a test or demonstration, and its log output.
 class RunningProgram {
 public:
     /// One line of the program's stage log.
@@ -15,12 +15,12 @@ public:
         /// First word: "state", "transcribed" or "ready".
         QString kind;
         QString detail;
-        /// When the line came, counted on clock().
+        /// When the line arrived, by clock().
         double seconds = 0;
     };
 
     RunningProgram();
-    /// Ends the program as a session manager does, and kills it if it does not follow.
+    /// Terminates the program as a session manager does, and kills it if it does not exit.
     ~RunningProgram();
 
     /// What the program finds in its environment from the next start on.
@@ -30,7 +30,7 @@ public:
     /// false with an explanation in output() when it does not.
     bool start(const QString &path, const QStringList &arguments = { QStringLiteral("--tray") });
 
-    /// Seconds on the clock that stages are stamped with.
+    /// Current time in seconds by the clock of the stages.
     double clock() const { return double(m_clock.nsecsElapsed()) / 1e9; }
 
     /// Stages since the last forgetStages().
@@ -40,19 +40,19 @@ public:
     /// The last state that the program reported, in lower case.
     QString state() const { return m_state; }
 
-    /// The first stage of a kind, and with this detail when one is given.
+    /// The first stage of a kind, with this detail if given.
     std::optional<Stage> firstStage(const QString &kind, const QString &detail = {}) const;
 
     bool isRunning() const { return m_process.state() == QProcess::Running; }
     qint64 processId() const { return m_process.processId(); }
 
-    /// Every other line that the program wrote.
+    /// All other lines of the program's output.
     QString output() const { return m_output; }
 
-    /// Ends the program without a word, as a crash does.
+    /// Kills the program, to simulate a crash.
     void kill();
 
-    /// Asks the program to end and waits; false when it had to be killed.
+    /// Asks the program to quit and waits; false if it had to be killed.
     bool quit();
 
 private:

@@ -79,7 +79,7 @@ void VirtualUser::enter(const QString &text) {
 }
 
 void VirtualUser::enter(QChar character) {
-    // The symbols of Latin-1 have the numbers of their characters; all others are marked as Unicode.
+    // Latin-1 keysyms equal their code points; all others have the Unicode flag.
     constexpr KeySym unicode = 0x01000000;
     const KeySym symbol = character.unicode() < 0x100 ? character.unicode() : unicode | character.unicode();
     const KeyCode keyCode = XKeysymToKeycode(m_connection->display, symbol);
@@ -103,8 +103,7 @@ void VirtualUser::pointAt(QPoint place) {
 
 void VirtualUser::click(QPoint place) {
     constexpr unsigned leftButton = 1;
-    // No hand presses in the instant in which it arrives, and a window that is still busy with the pointer's
-    // coming misses such a press.
+    // A window that is still handling the pointer's entry misses a press at the same moment.
     constexpr unsigned milliseconds = 50;
     pointAt(place);
     XTestFakeButtonEvent(m_connection->display, leftButton, True, milliseconds);

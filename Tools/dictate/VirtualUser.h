@@ -7,51 +7,51 @@
 #include <optional>
 #include <vector>
 
-/// The hands of a user: presses physical keys of the display, moves its mouse, and watches what every key of
-/// it does.
+/// Simulates a user's input on the display: presses physical keys, moves the mouse, and records all key
+/// events.
 class VirtualUser : public QObject {
     Q_OBJECT
 
 public:
-    /// A key that really moved, whoever moved it.
+    /// A physical key event from any source.
     struct KeyEvent {
         int keyCode = 0;
         bool isPress = false;
-        /// The display server's clock.
+        /// Time of the X server.
         qint64 milliseconds = 0;
     };
 
     /// X key code of the right Alt key.
     static constexpr int rightAlt = 108;
 
-    /// Opens the display that the environment names; exits with a line of explanation when there is none.
+    /// Opens the display named by the environment; exits with an error message if there is none.
     VirtualUser();
     ~VirtualUser() override;
 
     void press(int keyCode);
     void release(int keyCode);
 
-    /// Presses and releases the key that gives the named symbol, with the Control key held.
+    /// Presses and releases the key for the named keysym with Control held.
     void typeWithControl(const char *keySymbol);
-    /// Presses and releases the key that gives the named symbol.
+    /// Presses and releases the key for the named keysym.
     void type(const char *keySymbol);
 
-    /// Types a text; a character that the present layout has on no key, alone or with Shift, is left out.
+    /// Types a text, without characters that the current layout has on no key, plain or with Shift.
     void enter(const QString &text);
 
-    /// Puts the pointer there, in pixels of the screen.
+    /// Moves the pointer, in screen pixels.
     void pointAt(QPoint place);
     /// Presses and releases the left button there.
     void click(QPoint place);
 
-    /// Everything seen since the last call of forget().
+    /// All key events since the last forget().
     const std::vector<KeyEvent> &seen() const { return m_seen; }
     void forget() { m_seen.clear(); }
 
-    /// Server time of the first matching event, once it has been seen.
+    /// Server time of the first matching event, if any.
     std::optional<qint64> timeOf(int keyCode, bool isPress) const;
 
-    /// The key code that gives the named symbol in the present layout.
+    /// The key code for the named keysym in the current layout.
     int keyCodeOf(const char *keySymbol) const;
 
 private:

@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 bool waitUntil(const std::function<bool()> &condition, double seconds) {
     const QDeadlineTimer deadline(std::chrono::milliseconds(qint64(seconds * 1000)));
-    // The condition may depend on something that sends no event, so look again now and then.
+    // The condition may depend on something that causes no event, so poll as well.
     QTimer wakeUp;
     wakeUp.start(10ms);
     while (!condition()) {

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-/// Runs the event loop until `condition` holds, at most `seconds`. Tells whether it holds.
+/// Runs the event loop until `condition` holds, at most `seconds`. Returns whether it holds.
 bool waitUntil(const std::function<bool()> &condition, double seconds);
 
 /// Runs the event loop for `seconds`.

@@ -85,7 +85,7 @@ int main(int argc, char **argv) {
     if (!editor.open())
         return fail("the editor did not get the focus");
 
-    // In the middle of the first dictation, which any recording reaches.
+    // Captured during the first dictation, early enough for any recording.
     QString whileSpeaking;
     QTimer::singleShot(std::chrono::milliseconds(1500),
         [&] { whileSpeaking = takeScreenshot(outputFolder, "while-speaking.png"); });

@@ -1,5 +1,5 @@
-// Fills a small file system of its own step by step and adds to the history on it: whatever the free space,
-// the file is the old one or the new one, whole.
+// Fills a small private file system step by step and adds to the history on it: whatever the free space, the
+// file must be either the old or the new one, complete.
 
 #include "Foundation/Error.h"
 #include "Platform/Linux/Files/FileDescriptor.h"
@@ -39,8 +39,8 @@ void writeLine(const char *path, const QByteArray &line) {
     require(file.write(line) == line.size(), file.fileName());
 }
 
-/// Moves this process to where its mounts are its own. A user who is not root becomes the root of a user
-/// namespace, which may mount file systems in memory.
+/// Moves this process to a private mount namespace. Without root it also enters a user namespace, which may
+/// mount tmpfs.
 void enterOwnMounts() {
     const uid_t user = ::geteuid();
     const gid_t group = ::getegid();
@@ -68,13 +68,13 @@ void runCommand(const QString &program, const QStringList &arguments) {
         giveUp(program + QStringLiteral(" failed: ") + QString::fromUtf8(process.readAll()).trimmed());
 }
 
-/// Mounts an ext4 file system that lies in a file; only root can.
+/// Mounts an ext4 image; requires root.
 void mountExt4(const QString &folder) {
     const QString image = folder + QStringLiteral(".ext4");
     QFile file(image);
     require(file.open(QIODevice::WriteOnly) && file.resize(8 * 1024 * 1024), image);
     file.close();
-    // Without blocks that are kept for root, the disk is as full for root as for anybody.
+    // No reserved blocks, so that the disk is full for root too.
     runCommand(QStringLiteral("mkfs.ext4"), { QStringLiteral("-q"), QStringLiteral("-m0"), image });
     runCommand(QStringLiteral("mount"), { QStringLiteral("-o"), QStringLiteral("loop"), image, folder });
 }
@@ -90,7 +90,7 @@ public:
         : m_folder(folder)
         , m_history(folder)
         , m_file(ScratchHistory::filePath(folder)) {
-        // A history of some dozens of blocks, so that a disk can end anywhere in it.
+        // A history of some dozens of blocks, so that the disk can become full anywhere in it.
         for (int number = 0; number < 40; ++number)
             addDictation();
         m_history->waitUntilWritten();
@@ -98,7 +98,7 @@ public:
             giveUp(QStringLiteral("the empty disk does not take the history"));
     }
 
-    /// Adds an entry at every number of free blocks from none to more than enough.
+    /// Adds an entry for every number of free blocks from none to more than enough.
     void run() {
         const qint64 mostBytes = 2 * contentOf(m_file).size();
         for (qint64 freeBytes = 0; freeBytes <= mostBytes; freeBytes += blockSize())
@@ -129,8 +129,8 @@ private:
         restore(before);
     }
 
-    /// With room again, the next change must bring everything to the disk, and the next step starts from the
-    /// same size.
+    /// Once there is space again, the next change must save everything; the next step starts from the same
+    /// size.
     void restore(const QByteArray &before) {
         m_history->deleteEntry(m_history->entries().front().id);
         m_history->waitUntilWritten();
@@ -159,12 +159,12 @@ private:
 
     qint64 blockSize() const { return qint64(status().f_frsize); }
 
-    /// Takes all space but `freeBytes`.
+    /// Occupies all space but `freeBytes`.
     void fillTo(qint64 freeBytes) {
         const FileDescriptor ballast(::open(qPrintable(ballastPath()), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
         require(ballast.isValid(), ballastPath());
-        // At once, then block by block, since a file system takes blocks for itself too. Not fallocate: it
-        // may leave the map of the file for later.
+        // One large write, then block by block, since metadata takes blocks too. Not fallocate, which may
+        // allocate metadata later.
         for (;;) {
             const qint64 tooMuch = qint64(status().f_bavail) * blockSize() - freeBytes;
             if (tooMuch <= 0)
@@ -173,14 +173,14 @@ private:
             const QByteArray content(isFirst ? tooMuch : blockSize(), 'x');
             if (::write(ballast.get(), content.constData(), size_t(content.size())) <= 0)
                 return;
-            // Space that was only promised does not count yet.
+            // Forces delayed allocation.
             ::fdatasync(ballast.get());
         }
     }
 
     void removeBallast() {
         require(::unlink(qPrintable(ballastPath())) == 0, ballastPath());
-        // Freed blocks may come back with the next commit only.
+        // Freed blocks may become available only with the next journal commit.
         const FileDescriptor folder(::open(qPrintable(m_folder), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         ::syncfs(folder.get());
     }

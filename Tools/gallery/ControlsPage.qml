@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// Every control at rest, disabled, and the small things beside them.
+/// Every control, normal and disabled, and the small decorations.
 Item {
     id: page
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// One page after another, chosen in the sidebar.
+/// The gallery's pages, selected in the sidebar.
 Window {
     id: gallery
 

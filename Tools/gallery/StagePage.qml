@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The meters and a panel of glass.
+/// The meters and a glass panel.
 Item {
     id: page
 

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The states of the overlay, each with a model of its own.
+/// A model for each state of the overlay.
 QVariantList overlayModels(QObject *owner) {
     using Kind = DictationState::Kind;
     const QList<DictationState> states { Kind::Idle, Kind::Recording, Kind::Transcribing,
@@ -29,7 +29,7 @@ QVariantList overlayModels(QObject *owner) {
     return models;
 }
 
-/// Saves every page in every scheme and language into a folder, then ends the program.
+/// Saves every page in every scheme and language to a folder, then quits.
 class Photographer : public QObject {
 public:
     Photographer(QQuickWindow &window, QDir folder)

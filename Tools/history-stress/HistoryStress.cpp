@@ -1,5 +1,5 @@
-// Kills a process that writes the history at random moments and looks at what the next start finds: a whole
-// file with every save that had been waited for, and nothing left over beside it.
+// Kills a process at random moments while it writes the history and checks what the next start finds: a
+// complete file with every save that was waited for, and no leftover files.
 
 #include "Platform/Linux/Files/FileDescriptor.h"
 #include "ScratchHistory.h"
@@ -23,18 +23,18 @@
 namespace {
 using Random = std::mt19937_64;
 
-/// One change of the history as it travels through the pipe.
+/// One change of the history, as sent through the pipe.
 struct Step {
     enum class Kind : quint32 { Add, TogglePin, Delete, Clear };
 
     Kind kind;
-    /// The number of the dictation to add, else the place of an entry.
+    /// The number of the dictation to add, otherwise the index of an entry.
     quint32 number;
-    /// Whether the change has been waited for, so that it must be on the disk.
+    /// Whether the save was waited for and so must be on disk.
     quint32 isDone;
 };
 
-/// What a test knows of an entry.
+/// The expected state of an entry.
 struct Record {
     quint32 number;
     bool isPinned;
@@ -43,13 +43,13 @@ struct Record {
 };
 using Records = std::vector<Record>;
 
-/// The text of a dictation, of any length up to some pages.
+/// The text of a dictation, up to some pages long.
 QString textOf(quint32 number) {
     const auto letters = qsizetype(Random(number)() % 4000);
     return QString::number(number) + u' ' + QString(letters, QChar(u'ă'));
 }
 
-/// The entries by their numbers; absent when a text is not the one that was dictated.
+/// The entries by number; absent if a text differs from the dictated one.
 std::optional<Records> recordsOf(const QList<HistoryEntry> &entries) {
     Records records;
     for (const HistoryEntry &entry : entries) {
@@ -112,7 +112,7 @@ void send(int pipe, const Step &step) {
         ::_exit(1);
 }
 
-/// Changes the history until somebody ends the process; tells before and after each change.
+/// Changes the history until killed; reports before and after each change.
 [[noreturn]] void writeForever(ScratchHistory history, Random random, int pipe) {
     for (;;) {
         Step step = nextStep(random, quint32(history->entries().size()));
@@ -184,7 +184,7 @@ private:
             qFatal("no pipe");
         FileDescriptor reading(ends[0]);
         FileDescriptor writing(ends[1]);
-        // A writer of named temporary files leaves something behind more often.
+        // Named temporary files are left behind more often.
         const auto temporaryFiles = m_random() % 2 ? ScratchHistory::TemporaryFiles::Named
                                                    : ScratchHistory::TemporaryFiles::UnnamedWherePossible;
         const Random randomOfWriter(m_random());
@@ -193,7 +193,7 @@ private:
         if (child < 0)
             qFatal("no process");
         if (child == 0) {
-            // Else the writer would outlive a parent that somebody ended.
+            // Otherwise the writer would outlive a killed parent.
             reading.reset();
             writeForever(ScratchHistory(m_folder.path(), temporaryFiles), randomOfWriter, writing.get());
         }
@@ -250,7 +250,7 @@ private:
     Figures m_figures;
 };
 
-/// The number behind an option; ends the program when there is none.
+/// The numeric value of an option; exits if there is none.
 quint64 numberOf(const QCommandLineParser &parser, const QString &option) {
     bool isNumber = false;
     const quint64 number = parser.value(option).toULongLong(&isNumber);

@@ -6,15 +6,15 @@
 
 #include <functional>
 
-/// Looks at a part of the screen again and again and hands out each picture.
+/// Captures a part of the screen repeatedly.
 class Camera {
 public:
     using Take = std::function<void(const QImage &picture)>;
 
-    /// `perSecond` pictures of `part`, while the object lives and the event loop runs.
+    /// Passes `perSecond` pictures of `part` to `take` while the object exists and the event loop runs.
     Camera(const QRect &part, int perSecond, Take take);
 
-    /// One picture of a part of the screen as it is now.
+    /// Captures a part of the screen once.
     static QImage picture(const QRect &part);
 
 private:

@@ -15,10 +15,10 @@ struct ExampleEntry {
     const char *written;
     const char *target;
     const char *targetID;
-    /// Before now.
+    /// Hours before now.
     double hoursAgo;
     double seconds;
-    /// Name of a sample; none when empty.
+    /// Name of a sample recording; empty for none.
     const char *sample;
     bool isPinned;
 };
@@ -75,13 +75,13 @@ const ExampleEntry romanianEntries[] = {
         "firefox-esr", 52, 1.4, "", false },
 };
 
-/// Seconds from the beginning of 2001, as the history counts.
+/// Seconds since 2001-01-01, as stored in the history.
 double sinceReferenceDate(const QDateTime &time) {
     static const QDateTime reference(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
     return double(reference.msecsTo(time)) / 1000;
 }
 
-/// A copy of the sample among the kept recordings; its name, or none.
+/// Copies the sample to the recordings and returns the file name, if any.
 QString keepRecording(const QString &sample, const QString &id, const QString &samplesFolder) {
     const QString name = QStringLiteral("recording-") + id + QStringLiteral(".wav");
     QDir().mkpath(dataFolder() + QStringLiteral("/audio-cache"));
@@ -120,7 +120,7 @@ bool writeHistory(const Look &look, const QString &samplesFolder) {
 bool prepareExampleHome(const Look &look, HomeOptions options, const QString &samplesFolder) {
     options.language = look.language;
     options.settings.insert("tolmi.uiLanguage", look.language);
-    // The health checks show this path.
+    // The health checks display this path.
     if (!options.settings.contains("tolmi.whisperBinaryPath"))
         options.settings.insert("tolmi.whisperBinaryPath", options.whisperCLI);
     options.settings.insert("tolmi.appearance", look.scheme);

@@ -2,7 +2,7 @@
 
 #include "dictate/Home.h"
 
-/// How the example user likes the program to look.
+/// Colour scheme and language of the pictures.
 struct Look {
     /// "dark" or "light".
     QString scheme;
@@ -10,13 +10,13 @@ struct Look {
     QString language;
 
     bool isRomanian() const { return language == u"ro"; }
-    /// As in the names of the pictures.
+    /// As used in the names of the pictures.
     QString name() const { return scheme + u'-' + language; }
 };
 
-/// Fills the home of the desktop as if somebody had used the program for a while: settings, a name and a
-/// history in the language of the look, with recordings of `samplesFolder` for some entries.
+/// Sets up the home folder of a user who has used the program for a while: settings, a name and a history in
+/// the language of the look, with recordings from `samplesFolder` for some entries.
 bool prepareExampleHome(const Look &look, HomeOptions options, const QString &samplesFolder);
 
-/// The longest of the texts in that history.
+/// The longest text in that history.
 QString longestExample(const Look &look);

@@ -15,12 +15,12 @@ constexpr QRect editorInFilm(640, 190, 640, 140);
 constexpr QPoint keyInFilm(960, 404);
 constexpr int widthOfFilm = 640;
 constexpr int picturesPerSecond = 10;
-/// Seconds before the key is pressed.
+/// Seconds shown before the key is pressed.
 constexpr double lull = 0.8;
-/// Hundredths of a second for which the text stands before the film begins anew.
+/// Hundredths of a second for which the text is shown before the film loops.
 constexpr int timeToRead = 200;
 
-/// Pictures one after the other, each shown until the next one differs.
+/// A sequence of frames; equal ones are merged.
 class Film {
 public:
     void add(const QImage &picture) {
@@ -30,11 +30,11 @@ public:
             ++m_frames.back().count;
     }
 
-    /// What went wrong; empty when nothing did.
+    /// Returns an error message, empty on success.
     QString write(const QString &path) const {
         QProcess join;
         join.setProcessChannelMode(QProcess::MergedChannels);
-        // Dithering would be noise in every picture, and no picture would be like the one before it.
+        // No dithering, whose noise would make all frames differ.
         join.start(QStringLiteral("convert"),
             QStringList { "-loop", "0" } + savedFrames()
                 + QStringList { "+dither", "-colors", "96", "-layers", "optimize", path });
@@ -50,7 +50,7 @@ private:
         int count = 1;
     };
 
-    /// Saves the pictures; what the joining program is told of them.
+    /// Saves the frames and returns the arguments for them.
     QStringList savedFrames() const {
         const QDir folder(qEnvironmentVariable("TOLMI_DESKTOP_DIR") + QStringLiteral("/film"));
         folder.mkpath(QStringLiteral("."));
@@ -74,7 +74,7 @@ QString filmDictation(const ShootOptions &options, const Look &look, Wallpaper &
     wallpaper.setScheme(look.scheme);
     VirtualUser user;
     RunningProgram program;
-    // An editor with nothing in its window but the text; other editors come with bars, hints and warnings.
+    // An editor that shows only text, without menu bars, hints or warnings.
     Editor editor(user, QFileInfo(options.program).path() + QStringLiteral("/tolmi-notes"));
     if (!program.start(options.program) || !editor.open())
         return QStringLiteral("program or editor did not start: ") + program.output();
@@ -87,7 +87,7 @@ QString filmDictation(const ShootOptions &options, const Look &look, Wallpaper &
     const Camera camera(stageInFilm, picturesPerSecond, [&](const QImage &picture) {
         const bool wasPressed = user.timeOf(VirtualUser::rightAlt, true).has_value();
         wallpaper.setKeyDown(wasPressed && !user.timeOf(VirtualUser::rightAlt, false));
-        // After the dictation the text is read back from the editor, which is no part of the story.
+        // Stops before the text is read back from the editor.
         if (!wasPressed || program.state() != u"idle")
             film.add(picture);
     });

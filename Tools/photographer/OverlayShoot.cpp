@@ -13,7 +13,7 @@ OverlayShoot::OverlayShoot(const ShootOptions &options, const Look &look, Wallpa
     , m_wallpaper(wallpaper) { }
 
 QStringList OverlayShoot::run() {
-    // An Ollama that lets the program wait, or the refining would be over before anybody saw it.
+    // An Ollama that does not answer, so that the refining state lasts long enough for a picture.
     QTcpServer silentOllama;
     silentOllama.listen(QHostAddress::LocalHost);
     ShootOptions options = m_options;
@@ -37,7 +37,7 @@ QStringList OverlayShoot::run() {
 
     user.pointAt(Place::nowhere);
     dictateAndWatch(stage, options.sample(m_look.isRomanian() ? "romanian-2" : "english-2"));
-    // Pasting holds the program up and is over before anything of it is drawn.
+    // Without "pasting", which blocks the program and ends before a frame is drawn.
     QStringList missing = save({ "recording", "transcribing", "refining", "done" });
     user.pointAt(Place::onOverlay);
     dictateAndWatch(stage, quietRecording());
@@ -48,7 +48,7 @@ QStringList OverlayShoot::run() {
 }
 
 void OverlayShoot::dictateAndWatch(const DictationStage &stage, const QString &wavPath) {
-    // The voice is at its best then; towards the end there is silence.
+    // Seconds at which the voice is loud; the end is silent.
     constexpr double talking = 1.2;
     m_pictures.clear();
     const Camera camera(Place::overlay, 25, [&](const QImage &picture) {

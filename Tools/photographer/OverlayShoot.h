@@ -7,10 +7,10 @@
 #include <QImage>
 #include <QMap>
 
-/// What the shoots are given.
+/// Options of all shoots.
 struct ShootOptions {
     QString program;
-    /// Folder of the recordings that are spoken.
+    /// Folder of the recordings to play.
     QString samplesFolder;
     QString outputFolder;
     HomeOptions home {};
@@ -18,21 +18,19 @@ struct ShootOptions {
     QString sample(const QString &name) const { return samplesFolder + u'/' + name + QStringLiteral(".wav"); }
 };
 
-/// Pictures of the overlay in every state that a dictation shows: a good one, a quiet one that is
-/// transcribed twice, and one that fails. Where the pointer rests on the overlay, its words are in the
-/// picture.
+/// Takes pictures of the overlay in every state of a dictation: a good one, a quiet one that is transcribed
+/// twice, and one that fails. With the pointer on the overlay, the picture includes its tool tip.
 class OverlayShoot {
 public:
     OverlayShoot(const ShootOptions &options, const Look &look, Wallpaper &wallpaper);
 
-    /// Names of the states of which there is no picture afterwards, and other failures; none when all went
-    /// well.
+    /// Returns the names of the states without a picture and other failures.
     QStringList run();
 
 private:
     /// Dictates and keeps the last picture of each state.
     void dictateAndWatch(const DictationStage &stage, const QString &wavPath);
-    /// Those of the states that were not seen.
+    /// Saves the pictures and returns the states that were not seen.
     QStringList save(const QStringList &states);
     QString modelPath() const;
     QString quietRecording() const;
@@ -43,13 +41,13 @@ private:
     QMap<QString, QImage> m_pictures;
 };
 
-/// Where the windows of the pictures stand.
+/// Positions of the windows in the pictures.
 namespace Place {
-/// The overlay and what is around it.
+/// The overlay and its surroundings.
 inline constexpr QRect overlay(780, 0, 360, 200);
 inline constexpr QPoint onOverlay(960, 83);
 inline constexpr QPoint nowhere(1900, 1060);
 } // namespace Place
 
-/// Gives the window that has the focus a place.
+/// Moves and resizes the focused window.
 void placeActiveWindow(const QRect &place);

@@ -5,7 +5,7 @@
 #include <QScreen>
 
 Wallpaper::Wallpaper() {
-    // Out of the window manager's hands, which would put a frame around it and move it in front.
+    // Not managed by the window manager, which would add a frame and raise it.
     setFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
     setGeometry(QGuiApplication::primaryScreen()->geometry());
     show();

@@ -4,8 +4,8 @@
 
 #include <optional>
 
-/// What lies behind all windows of the desktop in the pictures: a slope of colours over the whole screen, and
-/// in films the key that the user holds.
+/// The background of the pictures: a gradient over the whole screen, and in films the key that the user
+/// holds.
 class Wallpaper : public QRasterWindow {
     Q_OBJECT
 
@@ -14,7 +14,7 @@ public:
     Wallpaper();
 
     void setScheme(const QString &scheme);
-    /// Shows the key for dictation, whose middle is there.
+    /// Shows the dictation key, centred at `place`.
     void showKey(QPoint place);
     void setKeyDown(bool isDown);
 

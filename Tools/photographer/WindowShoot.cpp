@@ -9,7 +9,7 @@
 #include <QScreen>
 
 namespace {
-/// Seconds after which whatever slides, fades or loads in a window has come to rest.
+/// Seconds after which all animations and loading in a window have finished.
 constexpr double settling = 1.2;
 constexpr double patience = 20;
 
@@ -19,18 +19,18 @@ struct WindowSize {
 };
 
 constexpr QSize usualSize(1100, 700);
-/// The window itself sees to it that it is not smaller than a workspace needs.
+/// The window enforces the minimum size of each workspace itself.
 constexpr QSize smallSize(800, 560);
 const WindowSize windowSizes[] { { "small", smallSize }, { "usual", usualSize },
     { "large", { 1600, 1000 } } };
 constexpr QPoint studioPlace(150, 50);
 
-/// A workspace, or one of its tabs; the history is the last, because it widens the window.
+/// A workspace or one of its tabs; the history is last, because it widens the window.
 struct Scene {
     const char *name;
-    /// Goes there with the Control key.
+    /// Opens it together with Control.
     const char *digit;
-    /// Place of the tab; none when negative.
+    /// Index of the tab; negative for none.
     int tab = -1;
 };
 
@@ -47,7 +47,7 @@ void moveStudio(const QSize &size) {
     placeActiveWindow(QRect(studioPlace, size));
 }
 
-/// The program's sign in the tray.
+/// The program's tray icon.
 QRect statusItem() {
     return ProgramWindows::ofWidth(10, 40);
 }
@@ -56,7 +56,7 @@ bool forgetHistory() {
     return QFile::remove(dataFolder() + QStringLiteral("/history.json"));
 }
 
-/// With the shadow around it.
+/// The popup including its shadow.
 QRect popup() {
     return ProgramWindows::ofWidth(320, 500);
 }
@@ -114,7 +114,7 @@ QStringList WindowShoot::shootWizardInTrouble() {
     newUser.model = nowhere;
     newUser.settings = { { "tolmi.onboarding.completed", false },
         { "tolmi.onboarding.lastStep", "dictationTest" }, { "tolmi.whisperBinaryPath", nowhere } };
-    // What an earlier home had installed would be found.
+    // Otherwise the one installed for an earlier home would be found.
     QFile::remove(dataFolder() + QStringLiteral("/tools/whisper-cli"));
     if (!prepareExampleHome(m_look, newUser, m_options.samplesFolder))
         return { QStringLiteral("the home without a model could not be prepared") };
@@ -141,7 +141,7 @@ QStringList WindowShoot::shootDailyLife() {
     user.pointAt(Place::nowhere);
     const Stage stage { user, AccessibleProgram(program.processId()) };
     for (const WindowSize &size : windowSizes) {
-        // Out of the history, which keeps the window wide.
+        // Leaves the history, which keeps the window wide.
         goTo(stage, scenes[0].digit);
         moveStudio(size.size);
         missing += shootScenes(stage, size.name);
@@ -191,7 +191,7 @@ QStringList WindowShoot::shootDictation(const Stage &stage, RunningProgram &prog
     QStringList missing;
     goTo(stage, "3");
     moveStudio(usualSize);
-    // The first dictation leaves its transcript for the picture of the second.
+    // The picture of the second dictation shows the first one's transcript.
     for (const bool isPictured : { false, true }) {
         stage.user.press(VirtualUser::rightAlt);
         waitUntil([&program] { return program.state() == u"recording"; }, patience);
@@ -199,7 +199,7 @@ QStringList WindowShoot::shootDictation(const Stage &stage, RunningProgram &prog
         voice.start(QStringLiteral("paplay"),
             { QStringLiteral("--device=") + qEnvironmentVariable("TOLMI_DESKTOP_MICFEED"),
                 m_options.sample(m_look.isRomanian() ? "romanian-2" : "english-2") });
-        // It is at its best then.
+        // The voice is loud then.
         pause(1.1);
         if (isPictured)
             missing += saveStudioNow(stage, QStringLiteral("studio-dictationLive-recording"));
@@ -243,7 +243,7 @@ QStringList WindowShoot::click(const Stage &stage, const QString &role, const QS
     if (int(found.size()) <= place)
         return { QStringLiteral("there is no ") + role + u' ' + name };
     const QPoint middle = found[size_t(place)].rectangle().center();
-    // A window that is still busy with the pointer's coming misses a click.
+    // A window that is still handling the pointer's entry misses a click.
     stage.user.pointAt(middle);
     pause(0.3);
     stage.user.click(middle);

@@ -3,45 +3,45 @@
 #include "desktop-driver/AccessibleProgram.h"
 #include "photographer/OverlayShoot.h"
 
-/// Pictures of the program's windows: the wizard of a new user and what the Studio is to them afterwards,
-/// every workspace of the Studio in three sizes of the window, and the popup.
+/// Takes pictures of the program's windows: the wizard and the Studio of a new user, every workspace of the
+/// Studio in three window sizes, and the popup.
 class WindowShoot {
 public:
     WindowShoot(const ShootOptions &options, const Look &look, Wallpaper &wallpaper);
 
-    /// Takes them all, or only those of "wizard" or "windows". Names of the pictures that could not be taken,
-    /// and other failures; none when all went well.
+    /// Takes all of them, or only those of "wizard" or "windows". Returns the names of the pictures that
+    /// could not be taken and other failures.
     QStringList run(const QString &only);
 
 private:
-    /// The user in front of the running program.
+    /// The user and the running program.
     struct Stage {
         VirtualUser &user;
         AccessibleProgram windows;
     };
 
-    /// Starts the program as a newcomer finds it, with its window at this size.
+    /// Starts the program as for a new user, with its window at this size.
     bool openWizard(VirtualUser &user, RunningProgram &program, const QSize &size);
     QStringList shootWizard();
-    /// The wizard where neither whisper-cli nor a model is found.
+    /// The wizard when neither whisper-cli nor a model is found.
     QStringList shootWizardInTrouble();
     QStringList shootDailyLife();
     QStringList shootScenes(const Stage &stage, const QString &suffix);
     /// A menu, a question, and what can be undone.
     QStringList shootChoices(const Stage &stage);
     QStringList shootTemplate(const Stage &stage);
-    /// A dictation under way.
+    /// A dictation in progress.
     QStringList shootDictation(const Stage &stage, RunningProgram &program);
     QStringList shootPopup(VirtualUser &user);
 
     void goTo(const Stage &stage, const char *digit);
-    /// Clicks the control with this role and name, or any name when it is empty; the first of them, or the
-    /// one at `place`. What is not there is the result.
+    /// Clicks the control with this role and name (any name if empty), the first or the one at index `place`.
+    /// Returns what was not found.
     QStringList click(const Stage &stage, const QString &role, const QString &name, int place = 0);
-    /// The interface's word in the language of the look.
+    /// The one of the two for the language of the look.
     QString word(const char *english, const char *romanian) const;
-    /// A picture of the Studio when everything has come to rest in it, or at once; the name, if it was not
-    /// saved.
+    /// Takes a picture of the Studio once animations have finished, or at once; returns its name if that
+    /// failed.
     QStringList saveStudio(const Stage &stage, const QString &subject);
     QStringList saveStudioNow(const Stage &stage, const QString &subject);
     QStringList save(const QRect &place, const QString &subject);

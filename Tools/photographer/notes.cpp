@@ -29,7 +29,7 @@ Window {
 )";
 } // namespace
 
-/// A sheet of paper to write on: an editor of which nothing is seen but the text.
+/// A minimal editor that shows only its text.
 int main(int argc, char **argv) {
     QGuiApplication application(argc, argv);
     QQmlEngine engine;

@@ -5,7 +5,7 @@
 namespace {
 constexpr double pi = 3.14159265358979323846;
 
-/// Taylor's series, good to 1e-11 for a quarter turn to either side.
+/// Taylor series, accurate to 1e-11 within a quarter turn.
 double sineOfSmallAngle(double radians) {
     double term = radians;
     double sum = radians;

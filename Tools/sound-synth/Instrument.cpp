@@ -19,7 +19,7 @@ double strength(const Tremolo &tremolo, double time) {
     return 1 - tremolo.depth * ExactMath::raisedCosine(tremolo.rate * time);
 }
 
-/// Calls `sampleAt(time)` from the start of the envelope on and adds what it gives, shaped.
+/// Adds `sampleAt(time)`, shaped by the envelope, from its start.
 template <typename Sound, typename SampleAt>
 void addShaped(Samples &samples, const Sound &sound, SampleAt sampleAt) {
     const auto first = static_cast<size_t>(sound.envelope.start * sampleRate);
@@ -30,7 +30,7 @@ void addShaped(Samples &samples, const Sound &sound, SampleAt sampleAt) {
     }
 }
 
-/// White noise from -1 to 1, always the same.
+/// Deterministic white noise from -1 to 1.
 class Noise {
 public:
     double next() {
@@ -44,7 +44,7 @@ private:
     uint32_t m_state = 0x2545f491;
 };
 
-/// Lets one band pass, at a gain that keeps the power of white noise.
+/// A band-pass filter whose gain preserves the power of white noise.
 class Resonator {
 public:
     Resonator(double frequency, double bandwidth)

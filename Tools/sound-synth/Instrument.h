@@ -2,34 +2,34 @@
 
 #include <vector>
 
-/// Frames a second of everything that is made here.
+/// Frames per second of all generated sounds.
 constexpr int sampleRate = 48000;
 
 /// Mono sound; 1 is full scale.
 using Samples = std::vector<double>;
 
-/// How something swells and fades, in seconds.
+/// Attack, hold and decay in seconds.
 struct Envelope {
     double start = 0;
-    /// From silence to full.
+    /// Time from silence to full volume.
     double attack = 0.01;
-    /// Full for so long.
+    /// Time at full volume.
     double hold = 0;
-    /// Until it has fallen to 1/e.
+    /// Time until the volume has decayed to 1/e.
     double decay = 0.2;
 };
 
-/// Loudness that goes up and down while a sound lasts.
+/// Periodic volume modulation.
 struct Tremolo {
-    /// Times a second.
+    /// Hertz.
     double rate = 0;
-    /// 0 is none, 1 goes down to silence.
+    /// From 0 (none) to 1 (down to silence).
     double depth = 0;
 };
 
-/// A sine that may slide.
+/// A sine with an optional glide.
 struct Tone {
-    /// Hertz at the start and at the end of the slide.
+    /// Hertz at the start and end of the glide.
     double frequency = 440;
     double endFrequency = 440;
     /// Seconds.
@@ -49,6 +49,6 @@ struct Breath {
     Tremolo tremolo;
 };
 
-/// Adds to `samples`, as far as they reach.
+/// Adds a sound to `samples`, cut off at their end.
 void add(Samples &samples, const Tone &tone);
 void add(Samples &samples, const Breath &breath);

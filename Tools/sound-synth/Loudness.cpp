@@ -9,7 +9,7 @@ struct Coefficients {
     std::array<double, 2> feedback;
 };
 
-// Both filters as the recommendation prints them for 48 kHz: the shelf of the head, then the high pass.
+// Both filters of ITU-R BS.1770 for 48 kHz: the head shelf, then the high pass.
 constexpr Coefficients headShelf { { 1.53512485958697, -2.69169618940638, 1.19839281085285 },
     { -1.69065929318241, 0.73248077421585 } };
 constexpr Coefficients highPass { { 1.0, -2.0, 1.0 }, { -1.99004745483398, 0.99007225036621 } };
@@ -38,7 +38,7 @@ double weightedMeanSquare(const Samples &samples) {
     Filter shelf(headShelf);
     Filter pass(highPass);
     double sum = 0;
-    // The first round brings the filters where a loop keeps them.
+    // The first round lets the filters reach the steady state of the loop.
     for (int round = 0; round < 2; ++round) {
         sum = 0;
         for (const double sample : samples) {

@@ -2,8 +2,8 @@
 
 #include "Instrument.h"
 
-/// The mean square of a sound that loops for ever, weighted as the ear hears it (K-weighting of ITU-R BS.1770
-/// for 48 kHz). A full-scale sine of 1 kHz has about 0.59.
+/// The K-weighted mean square (ITU-R BS.1770, 48 kHz) of an endlessly looping sound. A full-scale 1 kHz sine
+/// has about 0.59.
 double weightedMeanSquare(const Samples &samples);
 
 /// The loudness of a looping sound in LUFS.

@@ -6,16 +6,16 @@
 #include <cmath>
 
 namespace {
-/// -23 LUFS: below speech, with room for the peaks of short sounds.
+/// -23 LUFS: quieter than speech, with headroom for the peaks of short sounds.
 constexpr double targetMeanSquare = 0.005876;
-/// Part of the length that the end fades over.
+/// Fraction of the length over which the end fades out.
 constexpr double fadePart = 0.15;
 
 /// One partial of an overtone series or a bell.
 struct Partial {
     double ratio;
     double amplitude;
-    /// Of the decay of the note.
+    /// Relative to the decay of the note.
     double decay;
 };
 
@@ -159,7 +159,7 @@ const std::vector<Recipe> &recipes() {
     return all;
 }
 
-Samples cook(const Recipe &recipe) {
+Samples render(const Recipe &recipe) {
     Samples samples(static_cast<size_t>(recipe.length * sampleRate + 0.5));
     recipe.play(samples);
     fadeOut(samples);

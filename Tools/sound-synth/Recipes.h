@@ -9,7 +9,7 @@
 struct Recipe {
     /// The file's name without ".wav".
     std::string name;
-    /// Seconds of one round of the loop.
+    /// Length of the loop in seconds.
     double length;
     void (*play)(Samples &samples);
 };
@@ -17,6 +17,5 @@ struct Recipe {
 /// All sounds.
 const std::vector<Recipe> &recipes();
 
-/// The finished sound: faded out towards its end, so that it loops without a click, and as loud as all
-/// others.
-Samples cook(const Recipe &recipe);
+/// Generates the sound, faded out at its end so that it loops without a click, and normalised in loudness.
+Samples render(const Recipe &recipe);

@@ -4,5 +4,5 @@
 
 #include <string>
 
-/// The bytes of a WAV file of 16-bit integers; samples beyond full scale are clipped.
+/// The content of a 16-bit integer WAV file; samples beyond full scale are clipped.
 std::string waveFile(const Samples &samples);

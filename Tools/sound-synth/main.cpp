@@ -30,7 +30,7 @@ int main(int argc, char **argv) {
         return 2;
     }
     for (const Recipe &recipe : recipes()) {
-        const Samples samples = cook(recipe);
+        const Samples samples = render(recipe);
         const std::string path = argv[1] + ("/" + recipe.name + ".wav");
         if (!write(path, waveFile(samples))) {
             std::fprintf(stderr, "tolmi-sound-synth: cannot write %s\n", path.c_str());

@@ -11,7 +11,7 @@
 #include <limits>
 
 namespace {
-/// Collects the single values that stand directly in the outermost object.
+/// Collects the scalar values of the outermost object.
 class Collector : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Collector> {
 public:
     ParsedDefaults parsed { {}, true };
@@ -40,7 +40,7 @@ public:
     bool EndArray(rapidjson::SizeType) { return close(); }
 
 private:
-    /// A value outside of any object ends the reading.
+    /// A value outside any object stops the parser.
     bool take(const DefaultsValue &value) {
         if (m_depth == 1)
             parsed.values[m_key] = value;
@@ -83,7 +83,7 @@ void writeValue(Writer &writer, double value) {
         writer.Double(value);
         return;
     }
-    // JSON has no such numbers; the reader takes these words for them.
+    // JSON has no such numbers, but the reader accepts these words.
     const char *word = std::isnan(value) ? "NaN" : value > 0 ? "Infinity" : "-Infinity";
     writer.RawValue(word, std::strlen(word), rapidjson::kNumberType);
 }
@@ -94,11 +94,11 @@ void writeValue(Writer &writer, const QString &value) {
 } // namespace
 
 ParsedDefaults parsedDefaults(const QByteArray &json) {
-    // Iterative, because a file of nothing but brackets must not use up the stack.
+    // Iterative, so that deeply nested brackets cannot overflow the stack.
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag
         | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNanAndInfFlag;
     if (json.contains('\0'))
-        return {}; // the reader would take it for the end
+        return {}; // the reader would treat it as the end
     rapidjson::MemoryStream bytes(json.constData(), size_t(json.size()));
     rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> stream(bytes);
     rapidjson::Reader reader;

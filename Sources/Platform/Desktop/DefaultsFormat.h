@@ -6,17 +6,17 @@
 
 #include <map>
 
-/// What a settings file says.
+/// The parsed content of a settings file.
 struct ParsedDefaults {
     std::map<QString, DefaultsValue> values;
-    /// Whether `values` is all that the file says; false for a file that is no JSON object, which gives no
-    /// values, and for one with lists, objects or nulls in it, which are left out.
+    /// Whether `values` holds everything in the file; false if the file is not a JSON object (no values
+    /// then), or contains arrays, objects or nulls, which are skipped.
     bool isComplete = false;
 };
 
-/// Reads the JSON object of a settings file. Whether a number is an integer or a double is told by its
-/// spelling; of a key that stands twice the last value counts.
+/// Parses the JSON object of a settings file. A number's spelling decides between integer and double; the
+/// last value of a duplicate key wins.
 ParsedDefaults parsedDefaults(const QByteArray &json);
 
-/// The JSON object that gives the same values when it is read, one line for each.
+/// The values as a JSON object, one per line.
 QByteArray jsonOfDefaults(const std::map<QString, DefaultsValue> &values);

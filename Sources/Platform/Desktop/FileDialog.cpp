@@ -15,6 +15,6 @@ void showFileDialog(QFileDialog *dialog, QStandardPaths::StandardLocation folder
             const bool isChosen = result == QDialog::Accepted && !path.isEmpty();
             answer(isChosen ? std::optional(FileURL(path)) : std::nullopt);
         });
-    // open() would bind it to a window that it has not, and no window would wait.
+    // open() makes the dialog window-modal, which blocks nothing, because it has no parent.
     dialog->show();
 }

@@ -11,20 +11,20 @@
 #include <utility>
 
 namespace {
-/// The name under which a file is kept that was not understood.
+/// The name under which an unreadable file is kept.
 QString keptPath(const QString &path, int number) {
     return path + QStringLiteral(".unreadable-") + QString::number(number);
 }
 } // namespace
 
-/// What the main thread leaves for the background to write.
+/// Hands content from the main thread to the background writer.
 struct FileUserDefaults::Outbox {
     FileURL fileURL;
     FileManager &fileManager;
     AtomicFileWriter &writer;
 
     std::mutex mutex;
-    /// The newest content; absent when it has been taken to be written.
+    /// The latest content; absent once the writer has taken it.
     std::optional<QByteArray> content;
     bool hasFailed = false;
 
@@ -33,7 +33,7 @@ struct FileUserDefaults::Outbox {
         return std::exchange(content, std::nullopt);
     }
 
-    /// Gives whether a write has to be queued for it.
+    /// Returns whether a write must be queued.
     bool put(const QByteArray &newContent) {
         const std::lock_guard lock(mutex);
         return !std::exchange(content, newContent).has_value();
@@ -44,7 +44,7 @@ struct FileUserDefaults::Outbox {
         return hasFailed;
     }
 
-    /// Gives whether the one before went differently.
+    /// Returns whether the previous outcome was different.
     bool noteOutcome(bool failed) {
         const std::lock_guard lock(mutex);
         return std::exchange(hasFailed, failed) != failed;
@@ -57,7 +57,7 @@ struct FileUserDefaults::Outbox {
             writer.write(fileURL, *taken, FilePrivacy::Private);
             noteOutcome(false);
         } catch (const SystemError &error) {
-            // Once, and not for every step of a slider that is dragged on a full disk.
+            // Logged once, not for every step of a slider that is dragged while the disk is full.
             if (noteOutcome(true))
                 logLine(QStringLiteral("Tolmi: the settings were not saved: ") + error.errorDescription());
         }
@@ -109,7 +109,7 @@ void FileUserDefaults::load(const FileManager &fileManager) {
         setAside();
 }
 
-// The next write would put an end to what could not be understood, so the file gets out of its way first.
+// Renames an unreadable file, which the next write would otherwise overwrite.
 void FileUserDefaults::setAside() {
     const QString path = m_fileURL.path();
     int number = 1;

@@ -10,12 +10,12 @@
 
 /// The user's settings in one JSON file that only the user can read.
 ///
-/// The file is read at construction. One that cannot be read, or that holds more than single values, is
-/// renamed and kept, and what it says as far as it can be understood is taken over. Writes are gathered and
-/// done in the background; destruction waits for the last one.
+/// The file is read at construction. A file that cannot be parsed completely, or that contains anything but
+/// scalar values, is renamed and kept, and the values that could be read are used. Writes are coalesced and
+/// done in the background; the destructor waits for the last one.
 class FileUserDefaults final : public UserDefaults {
 public:
-    /// The references must outlive this. The folder of `fileURL` is made when the first value is written.
+    /// The references must outlive this. The folder of `fileURL` is created with the first write.
     FileUserDefaults(const FileURL &fileURL, FileManager &fileManager, AtomicFileWriter &writer);
     ~FileUserDefaults() override;
 
@@ -35,6 +35,6 @@ private:
     std::map<QString, DefaultsValue> m_values;
     bool m_mayWrite = true;
     std::unique_ptr<Outbox> m_outbox;
-    // The last member, so that it ends first: what is queued uses the others.
+    // The last member, so that it is destroyed first: queued work uses the others.
     SerialQueue m_queue;
 };

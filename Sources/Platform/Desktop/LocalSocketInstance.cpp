@@ -9,7 +9,7 @@
 #include <memory>
 
 namespace {
-/// Bytes; what every system takes as the address of a socket.
+/// Bytes; the longest socket path that every system accepts.
 constexpr qsizetype longestSocketPath = 103;
 
 QString socketPath(const FileURL &folder, const FileURL &otherFolder) {
@@ -20,7 +20,7 @@ QString socketPath(const FileURL &folder, const FileURL &otherFolder) {
         : otherFolder.appendingPathComponent(name).path();
 }
 
-/// Machines may share the folder, and none can tell whether the program of another one still runs.
+/// Includes the host name, because machines may share the folder and cannot check each other's processes.
 QString lockName() {
     return QStringLiteral("tolmi-%1.lock").arg(QSysInfo::machineHostName());
 }
@@ -29,7 +29,7 @@ QString lockName() {
 LocalSocketInstance::LocalSocketInstance(const FileURL &dataFolder, const FileURL &temporaryFolder)
     : m_socketPath(socketPath(dataFolder, temporaryFolder))
     , m_lock(dataFolder.appendingPathComponent(lockName()).path()) {
-    // A lock is stale when its owner is gone, however old it is.
+    // A lock is stale only when its owner has exited, whatever its age.
     m_lock.setStaleLockTime(0);
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
 }

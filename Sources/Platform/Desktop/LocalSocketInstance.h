@@ -6,12 +6,12 @@
 #include <QLocalServer>
 #include <QLockFile>
 
-/// A single instance that is known by a lock and a socket in the folder of the user's data. A temporary
-/// folder will not do: where another user has spoilt it, each start gets one of its own.
+/// Single instance by a lock and a socket in the user's data folder. A temporary folder would not do: if
+/// another user has tampered with it, each start gets a fresh one.
 class LocalSocketInstance final : public SingleInstance {
 public:
-    /// `dataFolder` is the same for every start. The socket goes to `temporaryFolder`, which others cannot
-    /// enter, where its path would be too long.
+    /// `dataFolder` is the same for every start. If the socket's path there is too long, it is created in
+    /// `temporaryFolder`, which must be private.
     LocalSocketInstance(const FileURL &dataFolder, const FileURL &temporaryFolder);
 
     bool claim(std::function<void()> onLaterStart) override;

@@ -41,7 +41,7 @@ void MainLoopClock::runPosted() {
 void MainLoopClock::callAfter(double seconds, std::function<void()> work) {
     const auto delay = std::chrono::duration<double>(std::max(seconds, 0.0));
     const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(delay);
-    // A timer of our own, because the work of QTimer::singleShot outlives its context.
+    // Not QTimer::singleShot, whose functor outlives its context.
     auto *timer = new QTimer(&m_receiver);
     timer->setSingleShot(true);
     timer->setTimerType(Qt::PreciseTimer);

@@ -7,7 +7,7 @@
 #include <deque>
 #include <mutex>
 
-/// Real time and the event loop of the thread that made it.
+/// Real time and the event loop of the thread that created it.
 class MainLoopClock final : public Clock {
 public:
     Date now() const override;

@@ -22,7 +22,7 @@ QPalette darkPalette() {
     return palette;
 }
 
-/// The windows that one works in; signs, menus and tool tips are none.
+/// The visible ordinary windows, without overlays, menus and tool tips.
 QWindowList shownWindows() {
     QWindowList windows = QGuiApplication::topLevelWindows();
     windows.removeIf(

@@ -5,12 +5,12 @@
 
 class QWindow;
 
-/// The Qt application object behind the seam. It must exist before and after this.
+/// Wraps the Qt application object, which must outlive this.
 class QtApplication : public Application {
     Q_OBJECT
 
 public:
-    /// `look` tells what "as the system" means, and outlives this.
+    /// `look` reports the system's appearance and must outlive this.
     explicit QtApplication(const DesktopLook &look);
 
     void setAppearance(std::optional<Appearance> appearance) final;
@@ -18,7 +18,7 @@ public:
     void orderFront(const QString &title) final;
 
 protected:
-    /// Puts a window that is shown before all others, as far as the toolkit can.
+    /// Brings a visible window to the front, as far as the toolkit can.
     virtual void bringToFront(QWindow &window);
 
 private:

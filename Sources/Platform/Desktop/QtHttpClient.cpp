@@ -13,11 +13,11 @@
 namespace {
 using Outcome = std::variant<HttpResponse, HttpError>;
 
-/// Seconds. No request is worth more than a week, and the clock's timers cannot hold any number.
+/// Seconds. The clock's timers cannot represent arbitrary durations; a week is more than enough.
 constexpr double longestWait = 7 * 24 * 3600;
-/// The clock counts in milliseconds.
+/// Seconds; the clock has millisecond resolution.
 constexpr double clockResolution = 0.001;
-/// What the reply may buffer before the server has to wait for us.
+/// Bytes that the reply may buffer before TCP slows the server down.
 constexpr qint64 replyBufferSize = qint64(64) * 1024;
 constexpr int maximumRedirects = 16;
 
@@ -33,8 +33,8 @@ bool haveSameOrigin(const QUrl &left, const QUrl &right) {
     return left.scheme() == right.scheme() && left.host() == right.host() && portOf(left) == portOf(right);
 }
 
-/// A body that cannot be read again. From any other one Qt would send a request anew when the connection
-/// breaks before the answer.
+/// A body that cannot be read twice. With any other body, Qt resends the request when the connection breaks
+/// before the answer.
 class ReadOnceDevice final : public QIODevice {
 public:
     explicit ReadOnceDevice(QByteArray bytes)
@@ -56,7 +56,7 @@ private:
     const QByteArray m_bytes;
 };
 
-/// The value of the header that holds the user name and password of `url`.
+/// The Authorization header for the user name and password in `url`.
 QByteArray basicAuthorization(const QUrl &url) {
     const QString userInfo = url.userName(QUrl::FullyDecoded) + u':' + url.password(QUrl::FullyDecoded);
     return "Basic " + userInfo.toUtf8().toBase64();
@@ -64,14 +64,14 @@ QByteArray basicAuthorization(const QUrl &url) {
 
 QNetworkRequest networkRequest(const HttpRequest &request) {
     QNetworkRequest result(QUrl(request.url.adjusted(QUrl::RemoveUserInfo)));
-    // Sent unasked, because a challenge would have to be answered by sending the body again.
+    // Sent without waiting for a challenge, which would require sending the body again.
     if (!request.url.userInfo().isEmpty())
         result.setRawHeader("Authorization", basicAuthorization(request.url));
     for (const auto &[name, value] : request.headers)
         result.setRawHeader(name, value);
-    // What we do not unpack cannot grow beyond what was sent.
+    // Without decompression the body cannot grow beyond what was sent.
     result.setRawHeader("Accept-Encoding", "identity");
-    // A connection that is used once cannot have been closed by the server meanwhile.
+    // A connection that is never reused cannot have been closed by the server in the meantime.
     result.setRawHeader("Connection", "close");
     result.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     result.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
@@ -85,19 +85,19 @@ std::optional<int> statusCode(const QNetworkReply &reply) {
     return status.isValid() ? std::optional(status.toInt()) : std::nullopt;
 }
 
-/// Whether the reply sends us on, to wherever.
+/// Whether the reply is a redirect, to any target.
 bool isRedirect(const QNetworkReply &reply) {
     constexpr std::array redirects { 301, 302, 303, 307, 308 };
     return std::find(redirects.begin(), redirects.end(), statusCode(reply)) != redirects.end();
 }
 
-/// Whether the body of the reply goes on to the end of the connection, which is no accident then.
+/// Whether the end of the connection marks the end of the body, and so is not an error.
 bool endsWithConnection(const QNetworkReply &reply) {
     return statusCode(reply) && !reply.hasRawHeader("Content-Length")
         && !reply.hasRawHeader("Transfer-Encoding");
 }
 
-/// What kept the reply from being complete. Qt has errors for many a status too: those are no failures.
+/// Why the reply is incomplete. Qt also reports errors for HTTP status codes; those are not failures here.
 std::optional<HttpError> failure(const QNetworkReply &reply) {
     using Code = HttpError::Code;
     switch (reply.error()) {
@@ -116,9 +116,8 @@ std::optional<HttpError> failure(const QNetworkReply &reply) {
     case QNetworkReply::ProtocolFailure:
         return Code::BadResponse;
     case QNetworkReply::ContentReSendError:
-        // At a redirect it only wanted to be ready to follow it. Else the connection ended before it had
-        // looked at what came, and it wanted to try again: a body that should end before the connection is
-        // half of one.
+        // For a redirect, Qt only prepared to follow it. Otherwise the connection ended before Qt had read
+        // the reply and it tried to resend: unless the body ends with the connection, it is incomplete.
         return isRedirect(reply) || endsWithConnection(reply)
             ? std::nullopt
             : std::optional<HttpError>(Code::ConnectionLost);
@@ -129,7 +128,7 @@ std::optional<HttpError> failure(const QNetworkReply &reply) {
     return concernsTransport || !statusCode(reply) ? std::optional<HttpError>(Code::Unknown) : std::nullopt;
 }
 
-/// Where the reply to `url` sends us on; absent when it does not.
+/// The redirect target of the reply to `url`; absent if there is none.
 std::optional<QUrl> redirectTarget(const QNetworkReply &reply, const QUrl &url) {
     if (!isRedirect(reply))
         return std::nullopt;
@@ -147,7 +146,7 @@ struct ReplyCloser {
     }
 };
 
-/// One request on its way to its outcome, redirects included.
+/// One request from sending to its outcome, redirects included.
 class Exchange final : public QObject, public std::enable_shared_from_this<Exchange> {
 public:
     Exchange(QNetworkAccessManager &manager, Clock &clock, HttpRequest request, HttpProgress progress)
@@ -168,7 +167,7 @@ public:
         send();
     }
 
-    // A reference and no more: g++ 12 copies awaiters byte by byte.
+    // Only a reference, because g++ 12 copies awaiters byte by byte.
     struct Awaiter {
         Exchange &exchange;
         bool await_ready() const noexcept { return exchange.m_outcome.has_value(); }
@@ -196,7 +195,7 @@ private:
     void giveUp() { end(HttpError(HttpError::Code::TimedOut)); }
 
     void send() {
-        // Never grown, so never copied; what is not filled takes no memory.
+        // Reserved once, so never reallocated; unused pages take no memory.
         m_body.reserve(m_request.maximumBodySize);
         auto body = m_request.body.isEmpty() ? nullptr : std::make_unique<ReadOnceDevice>(m_request.body);
         m_reply.reset(m_manager.sendCustomRequest(networkRequest(m_request), m_request.method, body.get()));
@@ -285,7 +284,7 @@ struct ExchangeRequest {
 
 QtHttpClient::QtHttpClient(Clock &clock)
     : m_clock(clock) {
-    // What is sent is private, so nobody stands between, whatever the environment says.
+    // The data is private, so proxies set in the environment are ignored.
     m_manager.setProxy(QNetworkProxy::NoProxy);
 }
 

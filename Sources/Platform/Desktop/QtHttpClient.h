@@ -5,7 +5,7 @@
 
 #include <QNetworkAccessManager>
 
-/// Speaks to servers directly: no proxy, no cookies, no cache, no compression, nothing kept between requests.
+/// Connects to servers directly: no proxy, cookies, cache, compression or state between requests.
 class QtHttpClient final : public HttpClient {
 public:
     /// `clock` drives both time-outs and must outlive the client.

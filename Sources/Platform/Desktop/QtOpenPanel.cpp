@@ -5,7 +5,7 @@
 #include <QFileDialog>
 
 namespace {
-/// The endings in small and in capital letters: the toolkit's own dialog tells them apart.
+/// Lists the extensions in lower and upper case: the toolkit's own dialog is case-sensitive.
 QString filterOf(const OpenPanelRequest &request) {
     QStringList patterns;
     for (const QString &extension : request.fileExtensions)

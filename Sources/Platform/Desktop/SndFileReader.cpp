@@ -14,7 +14,7 @@
 struct SndFileReader::Native {
     SNDFILE *file = nullptr;
     SF_INFO info {};
-    /// What is read, when that is in memory, and how far.
+    /// The sound file, if it is in memory, and the read position.
     QByteArray content;
     sf_count_t place = 0;
 

@@ -7,26 +7,26 @@
 
 #include <memory>
 
-/// Reads sound of any encoding as floats, through libsndfile. Not thread-safe.
+/// Decodes sound files to floats with libsndfile. Not thread-safe.
 class SndFileReader {
 public:
-    /// The sound of the file at `url`, from its start on. Throws SystemError where there is none, at once
-    /// also for a pipe or a device, which could be waited for for ever.
+    /// Opens the file at `url`. Throws SystemError if it is not a sound file; pipes and devices, which could
+    /// block, are rejected at once.
     static std::unique_ptr<SndFileReader> open(const FileURL &url);
 
-    /// The sound of a file that is in memory; null when there is none.
+    /// Opens a sound file in memory; null if it is not one.
     static std::unique_ptr<SndFileReader> ofContent(QByteArray content);
 
     ~SndFileReader();
 
     AudioFormat format() const;
-    /// Of the whole sound.
+    /// Total number of frames.
     qint64 frameCount() const;
 
-    /// Reads up to `count` frames with interleaved channels; how many there were. Fewer at the end only.
+    /// Reads up to `count` frames, interleaved; returns how many were read, fewer only at the end.
     qint64 read(float *samples, qint64 count);
 
-    /// Goes on reading at `frame`.
+    /// Continues reading at `frame`.
     void seek(qint64 frame);
 
 private:

@@ -12,7 +12,7 @@
 namespace {
 constexpr QFile::Permissions privateToUser = QFile::ReadOwner | QFile::WriteOwner;
 
-/// The error of the call that just failed: the system's own where it left one, else that of libsndfile.
+/// The error of the call that just failed: the system's if it set one, else libsndfile's.
 SystemError lastError(SNDFILE *file, const QString &path) {
     if (errno != 0)
         return SystemError::fromErrno(errno, path);
@@ -35,7 +35,7 @@ private:
 
     AudioFormat m_format;
     QFile m_file;
-    /// Writes through the descriptor of m_file and is closed before it.
+    /// Writes through the descriptor of m_file, so it must be closed first.
     std::unique_ptr<SNDFILE, Close> m_wav;
     std::vector<float> m_interleaved;
     sf_count_t m_frameCount = 0;
@@ -54,9 +54,9 @@ WavFileWriter::WavFileWriter(const FileURL &url, const AudioFormat &format, int 
     if (!m_wav)
         throw lastError(nullptr, m_file.fileName());
     sf_command(m_wav.get(), SFC_SET_UPDATE_HEADER_AUTO, nullptr, SF_TRUE);
-    // The peak chunk bears the time of writing and says nothing that anyone here reads.
+    // The peak chunk contains a timestamp and is never used.
     sf_command(m_wav.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
-    // A sample beyond full scale becomes full scale in an integer file, not its opposite.
+    // Clip samples beyond full scale in integer files instead of wrapping around.
     sf_command(m_wav.get(), SFC_SET_CLIPPING, nullptr, SF_TRUE);
 }
 
@@ -65,7 +65,7 @@ void WavFileWriter::open() {
     errno = 0;
     const bool isOpen
         = m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered, privateToUser);
-    // The mode at creation covers a new file from its first moment; this one covers a file that was there.
+    // The mode at creation protects a new file from the start; this protects an existing one.
     if (isOpen && m_file.setPermissions(privateToUser))
         return;
     throw errno != 0 ? SystemError::fromErrno(errno, path)
@@ -91,8 +91,7 @@ void WavFileWriter::write(const AudioBuffer &buffer) {
     if (written == buffer.frameLength)
         return;
     const SystemError error = lastError(m_wav.get(), m_file.fileName());
-    // A full disk may have taken a part of a sample, and what is written once there is room again must not be
-    // out of step.
+    // A full disk may have accepted part of a sample; later writes must stay aligned.
     sf_seek(m_wav.get(), m_frameCount, SEEK_SET | SFM_WRITE);
     throw error;
 }

@@ -2,7 +2,7 @@
 
 #include "Platform/SignatureVerifier.h"
 
-/// Signatures as libsodium checks them.
+/// Verifies signatures with libsodium.
 class SodiumSignatureVerifier final : public SignatureVerifier {
 public:
     SodiumSignatureVerifier();

@@ -2,5 +2,5 @@
 
 #include "Foundation/FileURL.h"
 
-/// The folder where the user's programs put what they download. It need not exist.
+/// The user's download folder. It need not exist.
 FileURL downloadsDirectory();

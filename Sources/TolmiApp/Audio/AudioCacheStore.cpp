@@ -29,7 +29,7 @@ FileURL AudioCacheStore::makeRecordingURL() const {
     return m_rootDirectoryURL.appendingPathComponent(name);
 }
 
-// The plain text prefix is enough: every URL that comes here was made above.
+// Comparing string prefixes is enough, because all URLs passed in come from makeRecordingURL().
 std::optional<QString> AudioCacheStore::relativePath(const FileURL &url) const {
     const QString path = url.standardizedFileURL().path();
     const QString root = m_rootDirectoryURL.standardizedFileURL().path();

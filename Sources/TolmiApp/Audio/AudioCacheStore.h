@@ -4,25 +4,25 @@
 
 #include <optional>
 
-/// Where recordings are kept, and how the history refers to one. Copies may be used on any thread.
+/// The folder of the recordings, and how the history refers to them. Copies may be used on any thread.
 class AudioCacheStore {
 public:
-    /// `fileManager` must outlive the store. The disk is not touched.
+    /// `fileManager` must outlive the store. Does not access the disk.
     explicit AudioCacheStore(FileManager &fileManager);
 
-    /// The one flat folder that holds all recordings.
+    /// The flat folder that contains all recordings.
     const FileURL &rootDirectoryURL() const { return m_rootDirectoryURL; }
 
-    /// Makes the folder. Throws SystemError.
+    /// Creates the folder. Throws SystemError.
     void prepareDirectory() const;
 
-    /// A new name in the folder, which is made if it is missing; the file is not. Throws SystemError.
+    /// A new path in the folder. Creates the folder if necessary, but not the file. Throws SystemError.
     FileURL makeRecordingURL() const;
 
-    /// How the history refers to a recording; absent for a file whose path does not begin with the folder's.
+    /// The path that the history stores for a recording; absent for files outside the folder.
     std::optional<QString> relativePath(const FileURL &url) const;
 
-    /// The file that the history refers to. Nothing is checked: it may be missing or lie elsewhere.
+    /// The file that a stored path refers to. Not validated: it may not exist or may be outside the folder.
     FileURL resolveURL(const QString &relativePath) const;
 
 private:

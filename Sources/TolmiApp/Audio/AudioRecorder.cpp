@@ -5,7 +5,7 @@
 #include <coroutine>
 
 namespace {
-/// Awaiting it asks the user for the microphone and gives the answer.
+/// Awaiting it requests microphone access and returns the user's answer.
 struct AccessRequest {
     MicrophonePermission &permission;
 

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-/// The fallback of capture: microphone to file without pre-roll. It also asks for the microphone permission
+/// Fallback for live capture: records to a file without pre-roll. It also requests the microphone permission
 /// for the whole program. Main thread only.
 class AudioRecorder final : public Recorder {
 public:
@@ -16,13 +16,13 @@ public:
 
     Task<bool> requestPermission() override;
 
-    /// Ends a recording that is under way first.
+    /// First ends a running recording.
     void startRecording(const FileURL &url) override;
 
-    /// Harmless when nothing is recorded.
+    /// Does nothing when not recording.
     void stopRecording() override;
 
-    /// 0 when nothing is recorded.
+    /// 0 when not recording.
     double currentLevel() override;
 
 private:

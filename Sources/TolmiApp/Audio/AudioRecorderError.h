@@ -2,7 +2,7 @@
 
 #include "Foundation/Error.h"
 
-/// Why a plain recording did not start. The text is English whatever the interface language.
+/// Why a plain recording did not start. The messages are English in every interface language.
 class AudioRecorderError final : public LocalizedError {
 public:
     enum class Kind {

@@ -62,7 +62,7 @@ std::vector<AudioRetentionSweeper::CachedFile> AudioRetentionSweeper::loadFiles(
             if (attributes.isRegularFile)
                 files.push_back({ url, attributes.size, attributes.modifiedAt });
         } catch (const SystemError &) {
-            // A file of which nothing can be told may have gone just now; the next sweep looks again.
+            // The file may just have been deleted; the next sweep tries again.
         }
     }
     return files;

@@ -5,18 +5,18 @@
 #include "Platform/FileManager.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 
-/// Keeps the folder of recordings within an age and a size.
+/// Limits the age and total size of the recordings.
 ///
-/// It knows the folder alone: every visible regular file counts, a recording of a pinned entry or one that is
-/// being written too.
+/// It knows only the folder: every visible regular file counts, even recordings of pinned entries or one that
+/// is being written.
 class AudioRetentionSweeper final : public RetentionSweeper {
 public:
     /// The arguments must outlive the sweeper.
     AudioRetentionSweeper(const FileManager &fileManager, FileListing &fileListing, const Clock &clock);
 
     /// Removes the files older than `retentionHours`, then the oldest until the rest is no larger than
-    /// `maxSizeMB`; both count as at least 1. A missing folder is an empty one, and a file that cannot be
-    /// removed is passed over. Throws what keeps the folder from being listed.
+    /// `maxSizeMB`; both are at least 1. A missing folder counts as empty; files that cannot be removed are
+    /// skipped. Throws if the folder cannot be listed.
     AudioRetentionSweepResult sweep(
         const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) override;
 

@@ -13,12 +13,12 @@
 namespace {
 using SharedBuffer = std::shared_ptr<const AudioBuffer>;
 
-/// Sets both the rate of the meter and how finely the pre-roll is cut.
+/// Frames; determines the update rate of the meter and the granularity of the pre-roll.
 constexpr int tapBufferSize = 1024;
 
 qint64 frameCount(const AudioFormat &format, double seconds) {
     const double frames = std::trunc(format.sampleRate * seconds);
-    // 2^63 is a double, the greatest 64-bit integer is not.
+    // 2^63 is representable as a double, the largest 64-bit integer is not.
     constexpr double limit = 9223372036854775808.0;
     if (!(frames >= -limit && frames < limit)) {
         logLine(QStringLiteral("Tolmi: the pre-roll of %1 s at %2 Hz has no number of frames")
@@ -29,7 +29,7 @@ qint64 frameCount(const AudioFormat &format, double seconds) {
     return qint64(frames);
 }
 
-/// Null when there is no memory for it.
+/// Null if out of memory.
 SharedBuffer copy(const AudioBuffer &buffer) {
     try {
         return std::make_shared<const AudioBuffer>(buffer);
@@ -47,17 +47,17 @@ void ensureEngineRunning(AudioEngine &engine) {
         engine.start();
 }
 
-/// In seconds: how often a recording looks whether its engine runs, how long it goes without sound before it
-/// says so, and how much silence it writes at most, should the clock be set meanwhile.
-constexpr double betweenLooks = 0.25;
-constexpr double patience = 3.0;
+/// Seconds: how often a recording checks that the engine runs, when it reports missing sound, and how much
+/// silence it writes at most (in case the clock is set).
+constexpr double checkInterval = 0.25;
+constexpr double soundTimeout = 3.0;
 constexpr double longestGap = 4.0;
 } // namespace
 
-/// One attempt to start the engine, for everybody who needs it.
+/// One attempt to start the engine, shared by all callers.
 struct LiveAudioCapture::EngineStart {
     std::atomic<bool> hasEnded = false;
-    /// Touched on the engine's queue.
+    /// Accessed on the engine's queue.
     std::exception_ptr failure;
 
     void run(AudioEngine &engine) {
@@ -70,14 +70,14 @@ struct LiveAudioCapture::EngineStart {
     }
 };
 
-/// A look now and then whether a recording still gets sound.
+/// State of the periodic check that a recording still gets sound.
 struct LiveAudioCapture::Watch {
     Date begin;
-    /// When the latest sound came before the engine was seen without its source.
+    /// The time of the last sound before the engine lost its source.
     std::optional<Date> lostSince;
 };
 
-/// What the processing queue owns: nothing else touches it after construction.
+/// State of the processing queue, accessed only there after construction.
 struct LiveAudioCapture::Recording {
     explicit Recording(qint64 frames)
         : maxPreRollFrames(frames) { }
@@ -93,9 +93,9 @@ struct LiveAudioCapture::Recording {
     std::unique_ptr<AudioFileWriter> outputFile;
     bool isRecording = false;
     double latestLevel = 0.0;
-    /// The highest level since the capture was made, never reset.
+    /// The highest level since construction, never reset.
     double latestPreRollPeak = 0.0;
-    /// The engine has lost its source: there is a time without sound before the next buffer.
+    /// The engine has lost its source, so there is a gap before the next buffer.
     bool isInGap = false;
 
 private:
@@ -105,7 +105,7 @@ private:
     void write(const AudioBuffer &buffer);
     double level(const AudioBuffer &buffer) const;
 
-    /// The instant up to which the file has sound.
+    /// The time up to which the file contains sound.
     Date m_recordedUntil {};
 };
 
@@ -134,7 +134,7 @@ void LiveAudioCapture::Recording::writeLive(const AudioBuffer &buffer, Date rece
     write(buffer);
 }
 
-/// Writes silence for what was not heard before `end`, so that the file is as long as the recording was.
+/// Fills the gap before `end` with silence, so that the file is as long as the recording took.
 void LiveAudioCapture::Recording::fillGap(const AudioFormat &format, Date end) {
     const double missing = std::min(end - m_recordedUntil, longestGap);
     if (missing <= 0)
@@ -150,7 +150,7 @@ void LiveAudioCapture::Recording::write(const AudioBuffer &buffer) {
     try {
         outputFile->write(buffer);
     } catch (const std::exception &) {
-        // Words may go on for long after a full disk has room again: the next buffer gets its own chance.
+        // A full disk may have space again later, so the next buffer tries again.
     }
 }
 
@@ -163,7 +163,7 @@ double LiveAudioCapture::Recording::level(const AudioBuffer &buffer) const {
     for (const float sample : buffer.channels.front())
         squares += sample * sample;
     const float rootMeanSquare = std::sqrt(squares / float(buffer.frameLength));
-    // Silence must not reach the logarithm as zero.
+    // Avoids the logarithm of zero.
     const float decibels = 20.0F * std::log10(std::max(rootMeanSquare, 0.000001F));
     return AudioMeterMath::normalizedLevel(decibels);
 }
@@ -218,18 +218,18 @@ LiveAudioCapture::~LiveAudioCapture() {
         m_platform.engine.removeTap();
         m_platform.engine.stop();
     });
-    // What still waits on the queues ends without work while they are joined.
+    // Work still queued does nothing once the recording is gone.
     m_recording = nullptr;
 }
 
 void LiveAudioCapture::warmupIfAuthorized() {
     if (m_platform.permission.status() != AuthorizationStatus::Authorized)
         return;
-    // Nobody waits for a warm engine; a recording that needs it tries again and reports.
+    // A failure is ignored here; the next recording tries again and reports it.
     startEngine();
 }
 
-/// A start that is under way, or a new one, in the background.
+/// The pending start, or a new one in the background.
 std::shared_ptr<const LiveAudioCapture::EngineStart> LiveAudioCapture::startEngine() {
     if (m_engineStart && !m_engineStart->hasEnded)
         return m_engineStart;
@@ -245,7 +245,7 @@ std::shared_ptr<const LiveAudioCapture::EngineStart> LiveAudioCapture::startEngi
 Task<> LiveAudioCapture::prepareToRecord() {
     if (m_platform.engine.isRunning())
         co_return;
-    // The queue comes to this once the start has ended.
+    // Queued after the start, so it runs once that has ended.
     const auto rethrow = [start = startEngine()] {
         if (start->failure)
             std::rethrow_exception(start->failure);
@@ -266,16 +266,16 @@ void LiveAudioCapture::startRecording(const FileURL &url) {
 
 Task<> LiveAudioCapture::keepWatch(LiveAudioCapture *capture, std::weak_ptr<Watch> weakWatch) {
     for (Clock &clock = capture->m_platform.clock;;) {
-        co_await sleep(clock, betweenLooks);
+        co_await sleep(clock, checkInterval);
         const auto watch = weakWatch.lock();
-        // The capture may have gone with its watch.
+        // Without the watch, the capture may be destroyed too.
         if (!watch)
             co_return;
-        capture->look(*watch);
+        capture->checkForSound(*watch);
     }
 }
 
-void LiveAudioCapture::look(Watch &watch) {
+void LiveAudioCapture::checkForSound(Watch &watch) {
     if (m_platform.engine.isRunning()) {
         watch.lostSince = std::nullopt;
         return;
@@ -288,7 +288,7 @@ void LiveAudioCapture::look(Watch &watch) {
             recording->isInGap = true;
     });
     startEngine();
-    if (m_platform.clock.now() - *watch.lostSince < patience)
+    if (m_platform.clock.now() - *watch.lostSince < soundTimeout)
         return;
     watch.lostSince = std::nullopt;
     if (onSoundLost)

@@ -11,16 +11,16 @@
 #include <atomic>
 #include <memory>
 
-/// Capture that loses no first syllable: the engine runs all the time, the latest sound is kept in memory,
-/// and a recording begins with it.
+/// Capture with pre-roll: the engine always runs, the latest sound is kept in memory, and a recording begins
+/// with it, so that the first syllable is not lost.
 ///
-/// Main thread only, destruction included. Engine and processing each have a queue of their own; they are
-/// entered one after the other, never one from within the other.
+/// Main thread only, destruction included. Engine and processing each have their own queue; neither waits for
+/// the other.
 class LiveAudioCapture final : public LiveCapture {
 public:
-    /// How the capture reaches the system; everything named here outlives it.
+    /// The platform services in use; all must outlive the capture.
     struct Platform {
-        /// Used by this capture alone.
+        /// Used only by this capture.
         AudioEngine &engine;
         AudioFileStore &audioFiles;
         MicrophonePermission &permission;
@@ -28,28 +28,26 @@ public:
         Clock &clock;
     };
 
-    /// Installs the tap at once and leaves the engine stopped. `preRollSeconds` is how much sound from before
-    /// the start a recording begins with, short by up to one buffer of the engine. A number of frames that
-    /// cannot be counted ends the program.
+    /// Installs the tap and leaves the engine stopped. A recording begins with the last `preRollSeconds` of
+    /// sound, less up to one buffer. A number of frames out of range aborts the program.
     explicit LiveAudioCapture(Platform platform, double preRollSeconds = 0.4);
 
-    /// Waits for an engine start that is under way, then removes the tap and stops the engine.
+    /// Waits for a pending engine start, then removes the tap and stops the engine.
     ~LiveAudioCapture() override;
 
     /// A failure of the start is ignored: the next recording tries again.
     void warmupIfAuthorized() override;
 
-    /// Does not suspend while the engine runs. One start of the engine serves everybody who asks for it
-    /// meanwhile, so that nobody waits for two.
+    /// Does not suspend if the engine runs. Concurrent callers share one start of the engine.
     Task<> prepareToRecord() override;
 
-    /// Starts the engine if it does not run, which blocks, creates the file with its folder, and writes the
-    /// sound from before the call, then what comes. A recording under way ends. Blocks until the earlier
-    /// sound is written. While it records, an engine that has lost its source is started again and again, and
-    /// the time without sound is silence in the file.
+    /// Ends a running recording, starts the engine if necessary (which blocks), creates the file and its
+    /// folder, and writes the pre-roll, then the live sound. Blocks until the pre-roll is written. While
+    /// recording, an engine that has lost its source is restarted repeatedly, and gaps become silence in the
+    /// file.
     void startRecording(const FileURL &url) override;
 
-    /// Closes the file; the engine keeps running. Harmless when nothing is recorded.
+    /// Closes the file; the engine keeps running. Does nothing when not recording.
     void stopRecording() override;
 
     double currentLevel() override;
@@ -62,20 +60,20 @@ private:
 
     std::shared_ptr<const EngineStart> startEngine();
     static Task<> keepWatch(LiveAudioCapture *capture, std::weak_ptr<Watch> weakWatch);
-    void look(Watch &watch);
+    void checkForSound(Watch &watch);
 
-    /// Runs on the audio thread, which must never wait for a file or for the processing: it copies the buffer
-    /// and hands the copy on, nothing else.
+    /// Runs on the audio thread, which must never wait for a file or for the processing, so it only queues a
+    /// copy of the buffer.
     void enqueue(const AudioBuffer &buffer);
 
     Platform m_platform;
-    /// Shared only so that work which still waits on a queue can tell that the capture has gone.
+    /// Shared only so that queued work can detect that the capture has been destroyed.
     std::shared_ptr<Recording> m_recording;
-    /// The latest.
+    /// The latest start.
     std::shared_ptr<EngineStart> m_engineStart;
     /// Present while a recording runs.
     std::shared_ptr<Watch> m_watch;
-    /// When the latest sound came, in seconds since the reference date.
+    /// Time of the latest sound in seconds since the reference date.
     std::atomic<double> m_lastSound = 0;
     SerialQueue m_engineQueue;
     SerialQueue m_processingQueue;

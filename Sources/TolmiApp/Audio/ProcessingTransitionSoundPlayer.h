@@ -3,17 +3,17 @@
 #include "Platform/SystemSound.h"
 #include "TolmiApp/Contracts/FlowCollaborators.h"
 
-/// Loops the chosen sound for as long as a dictation is processed. Main thread only.
+/// Loops the chosen sound while a dictation is processed. Main thread only.
 class ProcessingTransitionSoundPlayer final : public TransitionSoundPlayer {
 public:
     /// `sounds` must outlive the player.
     explicit ProcessingTransitionSoundPlayer(SystemSounds &sounds);
 
-    /// Plays, changes or stops the sound as the three ask for. `volume` is clamped to 0 to 1. A sound that
-    /// cannot be loaded leaves silence; the next call tries again.
+    /// Starts, changes or stops the sound as needed. `volume` is clamped to 0...1. If a sound cannot be
+    /// loaded, nothing plays, and the next call tries again.
     void sync(const DictationState &state, ProcessingTransitionSound selection, double volume) override;
 
-    /// Silence. Harmless when nothing plays.
+    /// Stops the sound. Does nothing when nothing plays.
     void stop();
 
 private:

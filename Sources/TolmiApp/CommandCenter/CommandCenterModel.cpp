@@ -33,7 +33,7 @@ void CommandCenterModel::observeSettings() {
 void CommandCenterModel::observeProgress() {
     connect(&settings(), &SettingsStore::profileDisplayNameChanged, this,
         &CommandCenterModel::onboardingProgressChanged);
-    // The microphone may be granted in the system's settings; a dictation asks for it.
+    // The microphone permission may change in the system's settings; a dictation checks it.
     connect(m_flow.get(), &DictationFlowManager::rightsChecked, this,
         &CommandCenterModel::onboardingProgressChanged);
     connect(m_flow.get(), &DictationFlowManager::stateChanged, this,

@@ -9,35 +9,35 @@
 
 class TranscriptionHistory;
 
-/// The start page of the Studio: the dictation, what the history holds, the reminder of an unfinished
-/// onboarding and the ways into the other workspaces. Main thread only.
+/// The start page of the Studio: the dictation, a summary of the history, the reminder of an unfinished
+/// onboarding and links to the other workspaces. Main thread only.
 class CommandCenterModel final : public QObject {
     Q_OBJECT
     Q_PROPERTY(DictationControl *dictation READ dictation CONSTANT)
     Q_PROPERTY(ProfileChipModel *profile READ profile CONSTANT)
-    /// Whether the wizard of the first start waits to be finished.
+    /// Whether the first-start wizard is still unfinished.
     Q_PROPERTY(bool showsOnboardingReminder READ showsOnboardingReminder NOTIFY onboardingReminderChanged)
     Q_PROPERTY(QString onboardingProgress READ onboardingProgress NOTIFY onboardingProgressChanged)
-    /// How many entries the history has.
+    /// The number of entries in the history.
     Q_PROPERTY(QString historyCount READ historyCount NOTIFY historyChanged)
-    /// How many of them are pinned, and what the history is for.
+    /// The number of pinned entries, and what the history is for.
     Q_PROPERTY(QString historyHint READ historyHint NOTIFY historyChanged)
-    /// Where the latest text went; empty without an entry.
+    /// Where the latest text was pasted; empty without entries.
     Q_PROPERTY(QString lastDestination READ lastDestination NOTIFY historyChanged)
 
 public:
-    /// What the page asks of the platform; all of it outlives the model.
+    /// The platform services in use; all must outlive the model.
     struct Platform {
         Clock &clock;
         MicrophonePermission &microphone;
     };
-    /// The ways out of the page.
+    /// Navigation to other windows and workspaces.
     struct Navigation {
         std::function<void(StudioDestination)> onNavigate;
         std::function<void()> onResumeOnboarding;
     };
 
-    /// `history` is that of the flow and outlives the model.
+    /// `history` is the flow's and must outlive the model.
     CommandCenterModel(std::shared_ptr<DictationFlowManager> flow, const TranscriptionHistory &history,
         const Platform &platform, Navigation navigation);
 
@@ -49,8 +49,8 @@ public:
     QString historyHint() const;
     QString lastDestination() const;
 
-    /// How many of the three steps are behind the user: a name of their own, both rights, a dictation. Any
-    /// dictation of the past counts here.
+    /// How many of the three steps are complete: a custom name, both permissions, a dictation. Any past
+    /// dictation counts.
     int completedOnboardingSteps() const;
 
     Q_INVOKABLE void openProfile() { m_navigation.onNavigate(StudioDestination::Profile); }

@@ -1,17 +1,17 @@
 import QtQuick
 import Tolmi
 
-/// A pane with a title, a few words and the button that leads further.
+/// A panel with a title, a short text and a button.
 GlassPanel {
     id: card
 
     /// Name of the symbol before the title.
     property string symbol
     property string title
-    /// At the other end of the title's line.
+    /// Shown at the end of the title row.
     property string caption
     property string hint
-    /// A line of its own over the button; none when empty.
+    /// A separate line above the button; hidden if empty.
     property string note
     property string buttonText
 

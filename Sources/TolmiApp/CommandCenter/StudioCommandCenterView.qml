@@ -1,13 +1,13 @@
 import QtQuick
 import Tolmi
 
-/// The start page: the dictation, and the ways into the other workspaces.
+/// The start page: the dictation, and links to the other workspaces.
 ScrollPage {
     id: page
 
     required property CommandCenterModel model
     required property var texts
-    /// Whether three cards fit beside each other with their words unbroken.
+    /// Whether three cards fit side by side without breaking words.
     readonly property bool isWide: width >= 800
 
     Column {
@@ -53,7 +53,7 @@ ScrollPage {
         GlassPanel {
             id: reminder
 
-            /// Whether the button fits beside the words; else it stands below them.
+            /// Whether the button fits beside the text; otherwise it is below.
             readonly property bool hasRoomForButton: width - resume.width > 420
 
             width: parent.width
@@ -156,7 +156,7 @@ ScrollPage {
                     }
                     Column {
                         width: parent.width
-                        // The buttons stand still while the words take one line or two.
+                        // Keeps the buttons in place whether the text has one line or two.
                         height: Math.max(implicitHeight, 2 * Typography.body.lineHeight)
                         spacing: Metrics.wordsGap
 
@@ -243,7 +243,7 @@ ScrollPage {
             StudioCard {
                 id: healthCard
 
-                // The last one takes what the division left.
+                // The last card takes the remainder of the division.
                 width: cards.width - cards.gaps - (cards.columns - 1) * cards.cardWidth
                 height: page.isWide ? cards.tallest : implicitHeight
                 symbol: "stethoscope"

@@ -11,9 +11,9 @@ class DictationState {
 
 public:
     enum class Kind {
-        /// Nothing happens.
+        /// No dictation.
         Idle,
-        /// The microphone is captured.
+        /// The microphone is recorded.
         Recording,
         /// The first transcription pass runs.
         Transcribing,
@@ -21,7 +21,7 @@ public:
         OptimizingQuality,
         /// A text refiner runs.
         Refining,
-        /// The text is put into the front application.
+        /// The text is pasted into the front application.
         Pasting,
         /// A dictation has finished.
         Done,
@@ -31,11 +31,11 @@ public:
     Q_ENUM(Kind)
 
     DictationState() = default;
-    /// Any state but the error, which needs its message.
+    /// Any state except the error, which needs a message.
     DictationState(Kind kind)
         : m_kind(kind) { }
 
-    /// The error state with a text that is already in the user's language.
+    /// The error state with a message already in the user's language.
     static DictationState error(QString message) {
         DictationState state(Kind::Error);
         state.m_message = std::move(message);
@@ -43,7 +43,7 @@ public:
     }
 
     Kind kind() const { return m_kind; }
-    /// The text of an error; empty in every other state.
+    /// The message of an error; empty in every other state.
     const QString &message() const { return m_message; }
 
     friend bool operator==(const DictationState &, const DictationState &) = default;

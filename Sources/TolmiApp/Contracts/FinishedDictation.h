@@ -7,20 +7,20 @@
 
 #include <optional>
 
-/// What is known of a dictation when it is finished.
+/// The result of a finished dictation.
 struct FinishedDictation {
-    /// The transcript as it came from the transcription.
+    /// The transcript before refinement.
     QString rawText;
-    /// The text that went to the paste.
+    /// The text that was pasted.
     QString refinedText;
-    /// Code of the language that was transcribed.
+    /// Code of the transcribed language.
     QString language;
     /// Seconds from the start of transcription until the final text was ready.
     std::optional<double> durationSeconds;
     std::optional<QString> pasteTargetAppName;
     std::optional<QString> pasteTargetBundleID;
     std::optional<Date> pasteTimestamp;
-    /// Counted from the folder of the audio cache; the file may be gone.
+    /// Relative to the audio cache folder; the file may no longer exist.
     std::optional<QString> audioFileRelativePath;
     QualityPass qualityPass = QualityPass::Single;
 

@@ -19,52 +19,53 @@ class HotkeyManager {
 public:
     virtual ~HotkeyManager() = default;
 
-    /// Called on the main thread when the key goes down and when it comes up.
+    /// Called on the main thread when the key is pressed and released.
     std::function<void()> onKeyDown;
     std::function<void()> onKeyUp;
-    /// Called on the main thread when another key goes down soon after the key, which is still down: the
-    /// press was not meant for a dictation.
+    /// Called on the main thread when another key is pressed soon after the key, which is still down, so the
+    /// press was not meant to dictate.
     std::function<void()> onChord;
 
-    /// Whether the right to watch and post keys is there; never asks the user.
+    /// Whether the right to watch and post keys is granted; never prompts the user.
     virtual bool checkAccessibility() = 0;
-    /// Lets the system ask the user for the right.
+    /// Makes the system prompt the user for the right.
     virtual void promptForAccessibility() = 0;
-    /// Opens the system's settings where the right is granted.
+    /// Opens the system setting that grants the right.
     virtual void openAccessibilitySettings() = 0;
-    /// Watches the key, anew if it is being watched already.
+    /// Starts, or restarts, watching the key.
     virtual void start() = 0;
-    /// Stops watching. A key that is held never gets its key-up.
+    /// Stops watching. No key-up is reported for a key that is held.
     virtual void stop() = 0;
 };
 
-/// Capture that is always warm and starts with the sound before the key press.
+/// Capture that is always running, so that a recording includes the sound before the key press.
 class LiveCapture {
 public:
     virtual ~LiveCapture() = default;
 
-    /// Called on the main thread when a recording has been without any sound for three seconds; it goes on.
+    /// Called on the main thread when a recording has had no sound for three seconds. It continues.
     std::function<void()> onSoundLost;
 
     /// Starts the engine in the background if the microphone may be used.
     virtual void warmupIfAuthorized() = 0;
-    /// Suspends until sound arrives, two seconds at most. Throws what keeps it from arriving.
+    /// Suspends until sound arrives, at most two seconds. Throws if none arrives.
     virtual Task<> prepareToRecord() = 0;
-    /// Throws what keeps the recording from starting.
+    /// Throws if the recording cannot start.
     virtual void startRecording(const FileURL &url) = 0;
     virtual void stopRecording() = 0;
     /// Level of the latest sound, 0 to 1.
     virtual double currentLevel() = 0;
-    /// Highest level since the object was made.
+    /// Highest level since construction.
     virtual double currentPreRollPeak() = 0;
 };
 
-/// Records from the key press on, where the live capture does not start; and the microphone permission.
+/// Fallback that records from the key press on when live capture does not start; also requests the microphone
+/// permission.
 class Recorder {
 public:
     virtual ~Recorder() = default;
 
-    /// Whether the microphone may be used; asks the user if that was not settled yet.
+    /// Whether the microphone may be used; prompts the user if undecided.
     virtual Task<bool> requestPermission() = 0;
     /// Throws AudioRecorderError or a system error.
     virtual void startRecording(const FileURL &url) = 0;
@@ -73,7 +74,7 @@ public:
     virtual double currentLevel() = 0;
 };
 
-/// What a finished recording is transcribed with.
+/// How to transcribe a finished recording.
 struct AdaptiveTranscriptionRequest {
     FileURL audioFileURL;
     FileURL binaryURL;
@@ -86,15 +87,15 @@ struct AdaptiveTranscriptionRequest {
     double peakLevel = 0;
 };
 
-/// What the transcription of a recording gave.
+/// The result of transcribing a recording.
 struct AdaptiveTranscriptionOutcome {
     /// May be empty.
     QString text;
     /// Score of the first pass, 0 to 1.
     double firstPassScore = 0;
-    /// Whether a second pass was started, whatever came of it.
+    /// Whether a second pass was started, successful or not.
     bool usedFallback = false;
-    /// The pass whose text `text` is.
+    /// The pass that produced `text`.
     QualityPass qualityPass = QualityPass::Single;
 };
 
@@ -103,7 +104,7 @@ class TranscriptionService {
 public:
     virtual ~TranscriptionService() = default;
 
-    /// `onFallbackStart` runs on the main thread before a second pass starts. Throws what keeps it from a
+    /// `onFallbackStart` runs on the main thread before a second pass starts. Throws if there is no
     /// transcript.
     virtual Task<AdaptiveTranscriptionOutcome> transcribe(
         AdaptiveTranscriptionRequest request, std::function<void()> onFallbackStart)
@@ -124,11 +125,11 @@ class PasteService {
 public:
     virtual ~PasteService() = default;
 
-    /// Told as soon as a paste is to be expected. Waits for nothing.
+    /// Called as soon as a paste is expected. Never waits.
     virtual void prepare() = 0;
-    /// Blocks the main thread for the time that the clipboard needs. Cannot fail.
+    /// Blocks the main thread while the clipboard is set. Never fails.
     virtual PasteTargetCapture paste(const QString &text, AppLanguage language) = 0;
-    /// Whether the last paste posted its command, which it does not do when the text is not on the clipboard.
+    /// Whether the last paste posted its command; false if the text could not be put on the clipboard.
     virtual bool hasPosted() const = 0;
 };
 
@@ -137,22 +138,22 @@ class TransitionSoundPlayer {
 public:
     virtual ~TransitionSoundPlayer() = default;
 
-    /// Brings the sound in step with the state; may be called at any time.
+    /// Starts or stops the sound to match the state; may be called at any time.
     virtual void sync(const DictationState &state, ProcessingTransitionSound selection, double volume) = 0;
 };
 
-/// The overlay that is shown over the desktop during a dictation.
+/// The overlay shown during a dictation.
 class OverlayPanel {
 public:
     virtual ~OverlayPanel() = default;
 
     virtual void show(const DictationState &state, AppLanguage language) = 0;
     virtual void hide() = 0;
-    /// Level of the voice, 0 to 1.
+    /// Sets the voice level, 0 to 1.
     virtual void updateAudioLevel(double level) = 0;
 };
 
-/// Keeps the record of finished dictations.
+/// Stores finished dictations.
 class DictationHistory {
 public:
     virtual ~DictationHistory() = default;
@@ -160,13 +161,13 @@ public:
     virtual void add(const FinishedDictation &dictation) = 0;
 };
 
-/// What one sweep of the recordings did.
+/// The result of one sweep of the recordings.
 struct AudioRetentionSweepResult {
-    /// Files that were really removed.
+    /// Files actually removed.
     qint64 deletedFileCount = 0;
-    /// Their sizes together.
+    /// Their total size.
     qint64 deletedBytes = 0;
-    /// The sizes of the files that are left, together.
+    /// The total size of the remaining files.
     qint64 remainingBytes = 0;
 
     friend bool operator==(const AudioRetentionSweepResult &, const AudioRetentionSweepResult &) = default;
@@ -177,7 +178,7 @@ class RetentionSweeper {
 public:
     virtual ~RetentionSweeper() = default;
 
-    /// Runs on the maintenance queue. Throws what keeps it from sweeping.
+    /// Runs on the maintenance queue. Throws if the folder cannot be swept.
     virtual AudioRetentionSweepResult sweep(
         const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB)
         = 0;

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// One check: how it went, in a symbol and in words. Errors are told by both and not by a colour.
+/// One check and its outcome as symbol and text. Errors are not marked by colour alone.
 GlassPanel {
     id: row
 
@@ -48,7 +48,8 @@ GlassPanel {
         width: 24
         height: 24
 
-        // White is white in the light scheme too: a dark ground lets the check mark be seen, and a ring the disc.
+        // The disc is white in the light scheme too: the dark background makes the check mark visible, the ring the
+        // disc.
         Rectangle {
             anchors.centerIn: parent
             width: 16
@@ -80,7 +81,7 @@ GlassPanel {
     Column {
         x: 38
         width: parent.width - x
-        // The row keeps its height while nothing is known yet.
+        // Keeps the row's height while the outcome is unknown.
         bottomPadding: hint.visible ? 0 : spacing + hint.role.lineHeight
         spacing: 2
 

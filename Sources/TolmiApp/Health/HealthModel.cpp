@@ -9,7 +9,7 @@ HealthModel::HealthModel(
     , m_service(std::move(service)) {
     setItems(HealthCheckItem::checkingList(settings.uiLanguage()));
     connect(&settings, &SettingsStore::uiLanguageChanged, this, &HealthModel::runChecks);
-    // A right that was granted in the system's settings shows on the way back.
+    // The user may come back from granting a permission in the system's settings.
     connect(&application, &Application::didBecomeActive, this, &HealthModel::runChecks);
 }
 

@@ -7,21 +7,21 @@
 
 class Application;
 
-/// What the workspace of the health checks shows, and when they run. Main thread only.
+/// Model of the health workspace: runs the checks and holds their outcomes. Main thread only.
 class HealthModel final : public ObservableObject {
     Q_OBJECT
-    /// Always one for each check, in their order; what is not known yet is being checked.
+    /// Always one per check, in order; unknown outcomes have the status "checking".
     TOLMI_PUBLISHED_READONLY(QList<HealthCheckItem>, items, setItems)
-    /// Whether checks run.
+    /// Whether checks are running.
     TOLMI_PUBLISHED_READONLY(bool, isRefreshing, setIsRefreshing)
 
 public:
-    /// The checks run anew in another language of the interface and when the application comes to the front.
-    /// `settings` outlives the model.
+    /// The checks run again when the interface language changes and when the application becomes active.
+    /// `settings` must outlive the model.
     HealthModel(
         const SettingsStore &settings, const Application &application, StudioHealthCheckService service);
 
-    /// Starts the checks, even while others run; what finishes last is shown.
+    /// Starts the checks, even while others run; the last to finish is shown.
     Q_INVOKABLE void runChecks();
 
 private:

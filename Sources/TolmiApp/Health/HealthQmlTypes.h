@@ -4,9 +4,9 @@
 
 #include <QtQml/qqml.h>
 
-// Names by which views know types of the logic, which itself does not know QML.
+// Names the C++ types for views; the logic itself does not depend on QML.
 
-/// How a check went, as HealthCheckItem.Ok and so on.
+/// The status of a check, as HealthCheckItem.Ok and so on.
 namespace HealthCheckItemForViews {
 Q_NAMESPACE
 QML_FOREIGN_NAMESPACE(HealthCheckItem)

@@ -12,9 +12,9 @@ namespace {
 using L10n::Key;
 using Status = HealthCheckStatus;
 
-/// Seconds; a shorter time-out is too short for a service that is there.
+/// Seconds; a working service may need this long.
 constexpr double shortestProbe = 1.0;
-/// Seconds that a whole answer may take beyond the longest silence.
+/// Seconds that the total time-out exceeds the idle time-out by.
 constexpr double answerAllowance = 2.0;
 
 struct Check {
@@ -28,7 +28,7 @@ constexpr Check binary { u"binary", Key::healthBinary };
 constexpr Check model { u"model", Key::healthModel };
 constexpr Check ollama { u"ollama", Key::healthOllama };
 
-/// Words for one check in one language.
+/// Creates the result of one check in one language.
 class Writer {
 public:
     Writer(const Check &check, const PlatformTexts &texts, AppLanguage language)
@@ -55,7 +55,7 @@ private:
     AppLanguage m_language;
 };
 
-/// The address as typed, where it can be an address of Ollama.
+/// The address as typed, if it can be that of an Ollama service.
 std::optional<QUrl> validEndpoint(const QString &text) {
     const QUrl url(text);
     const bool isHttp = url.scheme() == QStringLiteral("http") || url.scheme() == QStringLiteral("https");
@@ -73,9 +73,9 @@ StudioHealthCheckService::Functions functionsOf(StudioHealthCheckService::Platfo
                 return StudioHealthCheckService::defaultOllamaProbe(
                     platform.http, std::move(endpoint), timeout);
             },
-        .isStrangerAt =
+        .isUntrustedAt =
             [platform](const QUrl &endpoint) {
-                return platform.listeners.listenerAt(endpoint) == Listener::Stranger;
+                return platform.listeners.listenerAt(endpoint) == Listener::Untrusted;
             } };
 }
 } // namespace
@@ -166,7 +166,7 @@ Task<HealthCheckItem> StudioHealthCheckService::ollamaItem(StudioHealthInput inp
     const std::optional<QUrl> endpoint = validEndpoint(input.ollamaEndpoint);
     if (!endpoint)
         co_return writer.item(Status::Error, Key::healthInvalidEndpoint, Key::healthInvalidEndpointHint);
-    if (m_functions.isStrangerAt(*endpoint))
+    if (m_functions.isUntrustedAt(*endpoint))
         co_return writer.item(Status::Error, Key::healthUnreachable, L10n::Phrase::healthStrangerHint);
     const double timeout = std::max(input.ollamaTimeout, shortestProbe);
     const bool isReachable = co_await m_functions.ollamaProbe(*endpoint, timeout);

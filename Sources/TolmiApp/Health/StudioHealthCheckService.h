@@ -16,7 +16,7 @@ class HttpClient;
 class LocalListeners;
 class SettingsStore;
 
-/// One check of what a dictation needs, in the words of the interface's language.
+/// One check of what a dictation needs, worded in the interface language.
 struct HealthCheckItem {
     Q_GADGET
     Q_PROPERTY(QString id MEMBER id CONSTANT)
@@ -38,12 +38,12 @@ public:
     QString id;
     QString title;
     Status status = Status::Checking;
-    /// The outcome in a line.
+    /// The outcome in one line.
     QString message;
-    /// A remedy, a path, a URL, or nothing.
+    /// A remedy, a path, a URL, or empty.
     QString hint;
 
-    /// All checks in their order, before their outcome is known.
+    /// All checks in order, before their outcomes are known.
     static QList<HealthCheckItem> checkingList(AppLanguage language);
 
     friend bool operator==(const HealthCheckItem &, const HealthCheckItem &) = default;
@@ -51,7 +51,7 @@ public:
 
 using HealthCheckStatus = HealthCheckItem::Status;
 
-/// The settings that the checks look at.
+/// The settings that are checked.
 struct StudioHealthInput {
     QString whisperBinaryPath;
     QString modelPath;
@@ -67,8 +67,8 @@ struct StudioHealthInput {
     friend bool operator==(const StudioHealthInput &, const StudioHealthInput &) = default;
 };
 
-/// Tells whether this machine can dictate right now. A value without state of its own; it asks the system
-/// through nothing but its functions.
+/// Checks whether this machine can dictate right now. Stateless; accesses the system only through its
+/// functions.
 class StudioHealthCheckService {
 public:
     struct Functions {
@@ -78,11 +78,11 @@ public:
         std::function<bool(const QString &path)> fileExists;
         /// Whether the service at `endpoint` answers within `timeout` seconds.
         std::function<Task<bool>(QUrl endpoint, double timeout)> ollamaProbe;
-        /// Whether somebody else's program listens at `endpoint`, so that nothing is sent there.
-        std::function<bool(const QUrl &endpoint)> isStrangerAt = [](const QUrl &) { return false; };
+        /// Whether another user's program listens at `endpoint`, so that nothing is sent there.
+        std::function<bool(const QUrl &endpoint)> isUntrustedAt = [](const QUrl &) { return false; };
     };
 
-    /// What the usual functions ask. All of it outlives the service.
+    /// The platform services that the default functions use. All must outlive the service.
     struct Platform {
         MicrophonePermission &microphone;
         AccessibilityRight &accessibility;
@@ -92,15 +92,15 @@ public:
     };
 
     StudioHealthCheckService(Functions functions, PlatformTexts texts);
-    /// With the usual functions.
+    /// Uses the default functions.
     StudioHealthCheckService(Platform platform, PlatformTexts texts);
 
-    /// The outcome of all checks, one after the other, in the order of HealthCheckItem::checkingList(). Never
-    /// fails. The service must outlive the wait.
+    /// Runs all checks one after the other, in the order of HealthCheckItem::checkingList(). Never fails. The
+    /// service must outlive the task.
     Task<QList<HealthCheckItem>> runChecks(StudioHealthInput input) const;
 
-    /// Whether Ollama at `endpoint` answers the question for its models with a status from 200 to 299. Gives
-    /// up after `timeout` seconds of silence.
+    /// Whether Ollama at `endpoint` answers a request for its models with a status from 200 to 299 within an
+    /// idle time-out of `timeout` seconds.
     static Task<bool> defaultOllamaProbe(HttpClient &client, QUrl endpoint, double timeout);
 
 private:

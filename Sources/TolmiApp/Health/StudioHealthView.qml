@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The workspace that tells whether this machine can dictate right now.
+/// The workspace that shows whether this machine can dictate right now.
 ScrollPage {
     id: view
 
@@ -28,7 +28,7 @@ ScrollPage {
                 onClicked: view.model.runChecks()
             }
         }
-        // There is always one row for each check, so the rows stay and only what they show changes.
+        // The number of rows is constant, so delegates are kept and only their content changes.
         Repeater {
             model: view.model.items.length
 

@@ -3,7 +3,7 @@
 #include "Platform/Application.h"
 #include "TolmiApp/Settings/RawValue.h"
 
-/// The looks that can be chosen. Stored texts match in any case; an unknown one means the dark look.
+/// The available appearances. Stored strings match case-insensitively; an unknown one means dark.
 enum class AppAppearance {
     System,
     Light,
@@ -21,7 +21,7 @@ struct RawValues<AppAppearance> {
     static constexpr bool matchesAnyCase = true;
 };
 
-/// The look that the choice forces on the windows; absent follows the system.
+/// The appearance forced on the windows; absent follows the system.
 constexpr std::optional<Appearance> nsAppearance(AppAppearance appearance) {
     switch (appearance) {
     case AppAppearance::System:

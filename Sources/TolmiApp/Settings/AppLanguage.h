@@ -3,7 +3,7 @@
 #include "TolmiApp/Settings/AppLanguages.h"
 #include "TolmiApp/Settings/RawValue.h"
 
-/// The languages of the interface: those that have a file of texts. Stored texts match in any case.
+/// The interface languages: those with a file of texts. Stored strings match case-insensitively.
 template <>
 struct RawValues<AppLanguage> {
     static constexpr auto table = appLanguageCodes;

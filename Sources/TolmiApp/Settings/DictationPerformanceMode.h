@@ -2,11 +2,11 @@
 
 #include "TolmiApp/Settings/RawValue.h"
 
-/// How much work a transcription may cost.
+/// Trade-off between speed and quality of transcription.
 enum class DictationPerformanceMode {
     /// One pass.
     Faster,
-    /// A second, heavier pass when the first one looks poor.
+    /// A second, heavier pass if the first result looks poor.
     MaxQuality,
 };
 

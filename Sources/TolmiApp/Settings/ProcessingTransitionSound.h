@@ -43,5 +43,5 @@ struct RawValues<ProcessingTransitionSound> {
     static constexpr ProcessingTransitionSound fallback = ProcessingTransitionSound::Hero;
 };
 
-/// The name of the system sound that stands for the choice; absent for silence.
+/// The name of the system sound for the choice; absent for silence.
 std::optional<QString> systemSoundName(ProcessingTransitionSound sound);

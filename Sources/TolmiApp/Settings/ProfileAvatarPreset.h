@@ -2,7 +2,7 @@
 
 #include "TolmiApp/Settings/RawValue.h"
 
-/// The avatars that come with the program; the stored text is the name of the symbol that draws each.
+/// The built-in avatars; the stored string is the name of the avatar's symbol.
 enum class ProfileAvatarPreset {
     Person,
     Work,
@@ -21,7 +21,7 @@ struct RawValues<ProfileAvatarPreset> {
     static constexpr ProfileAvatarPreset fallback = ProfileAvatarPreset::Person;
 };
 
-/// The stored text of the preset that `text` names, or of the default preset for any unknown text.
+/// The stored string of the preset that `text` names, or of the default preset for unknown strings.
 inline QString normalizedProfileAvatarID(const QString &text) {
     return rawValue(rawValueOrDefault<ProfileAvatarPreset>(text));
 }

@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 
-/// What counts as the user's profile when its changes are counted.
+/// The parts of the profile whose changes are counted.
 struct TrackedProfile {
     QString displayName;
     QString avatarID;
@@ -15,20 +15,19 @@ struct TrackedProfile {
     friend bool operator==(const TrackedProfile &, const TrackedProfile &) = default;
 };
 
-/// Tells real changes of the profile from assignments that leave it as it was, and those of the user from
-/// repairs.
+/// Detects real changes of the profile by the user, as opposed to assignments of equal values and repairs.
 class ProfileChangeTracker {
 public:
-    /// `current` gives the profile as it stands; `onChange` is called after each change that counts.
+    /// `current` returns the current profile; `onChange` is called after each counted change.
     ProfileChangeTracker(std::function<TrackedProfile()> current, std::function<void()> onChange);
 
-    /// Changes count from now on.
+    /// Starts counting changes.
     void start();
-    /// A part of the profile was assigned.
+    /// Call after a part of the profile was assigned.
     void noticeAssignment();
-    /// What `update` assigns counts as one change.
+    /// Counts all assignments of `update` as one change.
     void performBatchUpdate(const std::function<void()> &update);
-    /// What `update` assigns does not count.
+    /// Does not count the assignments of `update`.
     void performRepair(const std::function<void()> &update);
 
 private:

@@ -2,9 +2,9 @@
 
 #include <QString>
 
-/// The name of a user who has given none. It is stored, and English whatever the interface language.
+/// The default name. It is stored, and English in every interface language.
 inline const QString defaultProfileDisplayName = QStringLiteral("User");
 
-/// `name` as the profile keeps it: one line of at most 40 characters with single blanks between its words;
-/// the default name for a blank one.
+/// `name` as stored in the profile: one line of at most 40 characters with single spaces between words; the
+/// default name if blank.
 QString sanitizedProfileDisplayName(const QString &name);

@@ -9,14 +9,13 @@
 #include <optional>
 #include <utility>
 
-/// The stored texts of an enumeration, in the order in which its cases are shown. Specialised beside each
-/// enumeration that is stored, with a static array `table` and the case `fallback` that stands for any
-/// unknown text. A static member `matchesAnyCase` makes capitals count as small letters where a stored text
-/// is read.
+/// The stored strings of an enumeration, in display order. Specialised next to each stored enumeration, with
+/// a static array `table` and the case `fallback` for unknown strings. A static member `matchesAnyCase` makes
+/// reading case-insensitive.
 template <typename Enum>
 struct RawValues;
 
-/// The stored text of a case.
+/// The stored string of a case.
 template <typename Enum>
 QString rawValue(Enum value) {
     for (const auto &[known, text] : RawValues<Enum>::table) {
@@ -26,7 +25,7 @@ QString rawValue(Enum value) {
     Q_UNREACHABLE();
 }
 
-/// The case with exactly this stored text, if there is one.
+/// The case with exactly this stored string, if any.
 template <typename Enum>
 std::optional<Enum> caseOfRawValue(const QString &text) {
     for (const auto &[known, knownText] : RawValues<Enum>::table) {
@@ -36,7 +35,7 @@ std::optional<Enum> caseOfRawValue(const QString &text) {
     return std::nullopt;
 }
 
-/// The case with this stored text, or the enumeration's fallback for an unknown text. Never fails.
+/// The case with this stored string, or the enumeration's fallback. Never fails.
 template <typename Enum>
 Enum rawValueOrDefault(const QString &text) {
     if constexpr (requires { RawValues<Enum>::matchesAnyCase; })
@@ -45,7 +44,7 @@ Enum rawValueOrDefault(const QString &text) {
         return caseOfRawValue<Enum>(text).value_or(RawValues<Enum>::fallback);
 }
 
-/// All cases in their order.
+/// All cases in order.
 template <typename Enum>
 auto allCases() {
     std::array<Enum, RawValues<Enum>::table.size()> cases {};

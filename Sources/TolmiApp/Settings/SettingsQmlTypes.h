@@ -4,9 +4,9 @@
 
 #include <QtQml/qqml.h>
 
-// Names by which views know types of the logic, which itself does not know QML.
+// Names the C++ types for views; the logic itself does not depend on QML.
 
-/// Everything that the user has set.
+/// The user's settings.
 struct SettingsStoreForViews {
     Q_GADGET
     QML_FOREIGN(SettingsStore)

@@ -13,9 +13,9 @@
 #include <limits>
 
 namespace {
-/// ISO 8601 in UTC with exactly three digits of the second's fraction, cut off and not rounded.
+/// ISO 8601 in UTC with exactly three fractional digits, truncated.
 QString iso8601Text(Date date) {
-    // Taken apart first, because a product of the whole could round up to the next millisecond.
+    // Split first, because multiplying the whole value could round up to the next millisecond.
     const double wholeSeconds = std::floor(date.secondsSinceReferenceDate);
     const double milliseconds = std::floor((date.secondsSinceReferenceDate - wholeSeconds) * 1000);
     const qint64 sinceEpoch = qint64(Date { wholeSeconds }.secondsSince1970()) * 1000 + qint64(milliseconds);
@@ -41,7 +41,8 @@ SettingsStore::SettingsStore(
     m_profileChanges.start();
 }
 
-/// The rule of every setting. A repaired value is assigned, and stored when this runs for it again.
+/// Runs after every assignment. If it repairs the value, it assigns that, which runs this again and stores
+/// it.
 void SettingsStore::wasAssigned(AbstractSetting &setting) {
     if (setting.repair())
         return;
@@ -116,8 +117,8 @@ QString SettingsStore::loadedWhisperBinaryPath(const std::optional<QString> &sto
     return TolmiDefaultPaths::defaultWhisperBinaryURL({ m_fileManager, m_bundleInfo }).path();
 }
 
-// Users of the first releases have the small English model stored; they move to the large one once it lies
-// beside it.
+// Early releases stored the path of the small English model; it is replaced by the large one if that is in
+// the same folder.
 QString SettingsStore::loadedModelPath(const std::optional<QString> &stored) {
     const QString standard = TolmiDefaultPaths::defaultModelURL({ m_fileManager, m_bundleInfo }).path();
     if (!stored)

@@ -7,18 +7,18 @@
 #include <type_traits>
 #include <vector>
 
-/// How a type of value is stored: texts, numbers and truth values as they are, an enumeration as the stored
-/// text of its case, and nothing at all for an optional text that is absent.
+/// How a type is stored: strings, numbers and bools directly, an enumeration as the stored string of its
+/// case; an absent optional string is not stored.
 namespace StoredForm {
 
-/// What stands for an absent value where a setting names no other.
+/// The default for an absent value, unless the setting has its own.
 template <typename Value>
 inline const Value standard {};
 template <typename Enum>
 requires std::is_enum_v<Enum>
 inline constexpr Enum standard<Enum> = RawValues<Enum>::fallback;
 
-/// The stored value; absent when it is missing or of another type.
+/// The stored value; absent if missing or of another type.
 template <typename Value>
 std::optional<Value> read(const UserDefaults &defaults, const QString &key) {
     if constexpr (std::is_enum_v<Value>) {
@@ -54,25 +54,25 @@ void write(UserDefaults &defaults, const QString &key, const Value &value) {
 
 } // namespace StoredForm
 
-/// How one setting is kept.
+/// How one setting is stored.
 template <typename Value>
 struct SettingRow {
-    /// The name under which it is stored.
+    /// The storage key.
     const char *key;
-    /// What stands for a value that is missing or of another type. Enumerations have theirs.
+    /// The value if the stored one is missing or of another type. Enumerations have their own fallback.
     Value absent = StoredForm::standard<Value>;
-    /// What is made of a value when it is loaded and when it is assigned. Without it every value is allowed.
+    /// Corrects a value when loaded and when assigned. Without it every value is allowed.
     std::function<Value(const Value &)> repair {};
-    /// What is made of the stored value when it is loaded, where that is not `repair` of it or of `absent`.
+    /// Converts the stored value when loaded, instead of `repair`.
     std::function<Value(const std::optional<Value> &)> load {};
-    /// Whether it is stored at every start. One that is not stays unstored until it is first assigned, so
-    /// that a better default of a later release reaches everyone who has not changed it.
+    /// Whether it is stored at every start. Otherwise it is stored only when assigned, so that a new default
+    /// in a later release applies to everyone who has not changed it.
     bool isWrittenBack = true;
-    /// Whether it is a part of the profile whose changes count.
+    /// Whether it is a part of the profile whose changes are counted.
     bool isOfProfile = false;
 };
 
-/// A setting, whatever its type.
+/// A setting of any type.
 class AbstractSetting {
 public:
     AbstractSetting() = default;
@@ -80,9 +80,9 @@ public:
     AbstractSetting &operator=(const AbstractSetting &) = delete;
     virtual ~AbstractSetting() = default;
 
-    /// Takes the value from the stored defaults. Nobody is told.
+    /// Reads the value from the stored defaults without notifying observers.
     virtual void load() = 0;
-    /// Assigns the repaired value where that differs from the present one, and returns whether it did.
+    /// Assigns the repaired value if it differs, and returns whether it did.
     virtual bool repair() = 0;
     virtual void store() const = 0;
     virtual bool isWrittenBack() const = 0;
@@ -92,12 +92,12 @@ public:
 /// All settings, in the order in which they are loaded and written back.
 class SettingsTable {
 public:
-    /// `defaults` outlives the table.
+    /// `defaults` must outlive the table.
     explicit SettingsTable(UserDefaults &defaults)
         : m_defaults(defaults) { }
 
     UserDefaults &defaults() { return m_defaults; }
-    /// `setting` comes last, and outlives every use of the table.
+    /// Appends `setting`, which must outlive every use of the table.
     void add(AbstractSetting &setting) { m_settings.push_back(&setting); }
     void load() const;
     /// Stores the settings that are stored at every start.
@@ -108,14 +108,14 @@ private:
     std::vector<AbstractSetting *> m_settings;
 };
 
-/// A setting and the row of the table that tells how it is kept.
+/// A setting and its row of the table.
 template <typename Value>
 class Setting final : public AbstractSetting {
 public:
-    /// Assigns a value so that observers hear of it.
+    /// Assigns a value and notifies observers.
     using Assign = std::function<void(const Value &)>;
 
-    /// `value` is where the setting stands; one that is never assigned needs no `assign`.
+    /// `value` holds the setting's value; a setting that is never assigned needs no `assign`.
     Setting(SettingsTable &table, Value &value, Assign assign, SettingRow<Value> row)
         : m_defaults(table.defaults())
         , m_value(value)
@@ -130,7 +130,7 @@ public:
     }
 
     bool repair() override {
-        // Not left to the comparison, to which not even the same number is equal where it is none.
+        // The comparison below does not work for NaN, which is not equal to itself.
         if (!m_row.repair)
             return false;
         const Value allowed = m_row.repair(m_value);

@@ -18,7 +18,7 @@ void choose(
     const auto stored = defaults.string(modelPathKey);
     const bool isRealModelInstalled
         = context.fileManager.fileExists(TolmiDefaultPaths::defaultModelURL(context).path());
-    // By name: the program may have moved since the path was stored.
+    // Compared by name, because the program may have been moved since the path was stored.
     const bool isStartingModelStored
         = stored && FileURL(*stored).lastPathComponent() == startingModel.lastPathComponent();
     if (isRealModelInstalled && isStartingModelStored)

@@ -4,16 +4,16 @@
 #include "Platform/UserDefaults.h"
 #include "TolmiCore/TolmiDefaultPaths.h"
 
-/// The small speech model that comes with the program, so that a first dictation works before anything is
-/// downloaded. It is none of the models that the default paths look for: a real one always goes first.
+/// The small speech model bundled with the program, so that a first dictation works before anything is
+/// downloaded. It is not among the models that the default paths search for: a real one always takes
+/// precedence.
 namespace StartingModel {
 
-/// Where it is installed beside the program in the folder `programFolder`.
+/// Its installed path, next to the program in `programFolder`.
 FileURL url(const FileURL &programFolder);
 
-/// Looks at the stored model path before the settings are built. With no stored path and no real model
-/// installed, the starting model's path is stored; a stored starting model gives way as soon as a real one is
-/// found.
+/// Adjusts the stored model path before the settings are built: stores the starting model's path if no path
+/// is stored and no real model is installed; removes it again once a real model is found.
 void choose(
     UserDefaults &defaults, const TolmiDefaultPaths::SearchContext &context, const FileURL &startingModel);
 

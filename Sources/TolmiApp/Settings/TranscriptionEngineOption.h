@@ -2,7 +2,7 @@
 
 #include "TolmiApp/Settings/RawValue.h"
 
-/// The speech-to-text engines that can be chosen.
+/// The available speech-to-text engines.
 enum class TranscriptionEngineOption {
     WhisperCLI,
 };

@@ -1,8 +1,8 @@
 import QtQuick
 import Tolmi
 
-/// How speech becomes text, and what is heard meanwhile. Paths are typed; the health checks tell whether they lead to
-/// anything.
+/// Settings of transcription and of the processing sound. Paths are typed and not validated here; the health checks do
+/// that.
 Column {
     id: tab
 

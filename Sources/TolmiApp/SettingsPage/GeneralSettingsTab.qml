@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The settings of the interface and of the program itself.
+/// Settings of the interface and of the program itself.
 Column {
     id: tab
 

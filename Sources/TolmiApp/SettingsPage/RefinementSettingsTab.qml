@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// Whether and how transcripts are cleaned by a language model.
+/// Settings of the refinement by a language model.
 Column {
     id: tab
 

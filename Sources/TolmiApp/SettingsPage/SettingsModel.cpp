@@ -10,7 +10,7 @@ namespace {
 
 using Sound = ProcessingTransitionSound;
 
-// Not the order of the enumeration: silence stands last.
+// Differs from the order of the enumeration: silence is last.
 constexpr std::array transitionSounds {
     Sound::Funk,
     Sound::Blow,
@@ -29,7 +29,7 @@ constexpr std::array transitionSounds {
     Sound::None,
 };
 
-/// `value` without what lies beyond six decimals, which nobody typed.
+/// `value` rounded to six decimals, which hides representation errors.
 double roundedForDisplay(double value) {
     constexpr double millionths = 1e6;
     return std::nearbyint(value * millionths) / millionths;

@@ -11,13 +11,13 @@
 #include <functional>
 #include <memory>
 
-/// What the settings workspace adds to the settings themselves: rows of pickers, texts of numbers, and the
-/// preview of a sound. Every edit goes into the settings at once.
+/// What the settings workspace adds to the settings: picker options, formatted numbers and the sound preview.
+/// Edits are applied immediately.
 class SettingsModel final : public QObject {
     Q_OBJECT
     Q_PROPERTY(SettingsStore *settings READ settings CONSTANT)
     Q_PROPERTY(AppUpdater *appUpdater READ appUpdater CONSTANT)
-    /// The rows of each picker, named in the language of the interface.
+    /// The options of each picker, named in the interface language.
     Q_PROPERTY(QVariantList appearanceOptions READ appearanceOptions NOTIFY optionsChanged)
     Q_PROPERTY(QVariantList uiLanguageOptions READ uiLanguageOptions NOTIFY optionsChanged)
     Q_PROPERTY(
@@ -25,7 +25,7 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(QVariantList transcriptionEngineOptions READ transcriptionEngineOptions NOTIFY optionsChanged)
     Q_PROPERTY(QVariantList performanceModeOptions READ performanceModeOptions NOTIFY optionsChanged)
     Q_PROPERTY(QVariantList transitionSoundOptions READ transitionSoundOptions NOTIFY optionsChanged)
-    /// What is chosen in the pickers, as it is stored.
+    /// The selected options as stored strings.
     Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY appearanceChanged)
     Q_PROPERTY(QString uiLanguage READ uiLanguage WRITE setUiLanguage NOTIFY optionsChanged)
     Q_PROPERTY(QString transcriptionEngine READ transcriptionEngine WRITE setTranscriptionEngine NOTIFY
@@ -36,20 +36,19 @@ class SettingsModel final : public QObject {
         QString transitionSound READ transitionSound WRITE setTransitionSound NOTIFY transitionSoundChanged)
     /// False for silence.
     Q_PROPERTY(bool canPreviewTransitionSound READ canPreviewTransitionSound NOTIFY transitionSoundChanged)
-    /// The seconds until refinement is given up, in the locale's format. A text that is no number changes
-    /// nothing.
+    /// The time-out of refinement in seconds, in the locale's format. Text that is not a number is ignored.
     Q_PROPERTY(QString ollamaTimeoutText READ ollamaTimeoutText WRITE setOllamaTimeoutText NOTIFY
             ollamaTimeoutTextChanged)
 
 public:
-    /// What the model works on; all of it outlives the model.
+    /// What the model uses; all must outlive it.
     struct Dependencies {
         SettingsStore &settings;
         AppUpdater &appUpdater;
         SystemSounds &sounds;
-        /// Of numbers, whatever the language of the interface.
+        /// For numbers, independent of the interface language.
         QLocale locale;
-        /// Leads to another workspace.
+        /// Opens another workspace.
         std::function<void(StudioDestination)> onNavigate;
     };
 
@@ -79,11 +78,11 @@ public:
     QString ollamaTimeoutText() const;
     void setOllamaTimeoutText(const QString &text);
 
-    /// A volume from 0 to 1 as whole percents: "35%".
+    /// A volume from 0 to 1 as a whole percentage: "35%".
     Q_INVOKABLE static QString volumeText(double value);
 
-    /// Plays the chosen sound once from its start, as loud as previews are set to be; one that still plays is
-    /// stopped.
+    /// Plays the chosen sound once from its start, at the preview volume, after stopping a preview that still
+    /// plays.
     Q_INVOKABLE void previewTransitionSound();
 
     Q_INVOKABLE void resetSystemPrompt();
@@ -101,6 +100,6 @@ private:
     AppLanguage language() const { return m_dependencies.settings.uiLanguage(); }
 
     const Dependencies m_dependencies;
-    /// The latest preview, ended or not.
+    /// The latest preview, which may have ended.
     std::unique_ptr<SystemSound> m_previewSound;
 };

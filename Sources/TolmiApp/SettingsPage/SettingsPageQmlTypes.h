@@ -4,7 +4,7 @@
 
 #include <QtQml/qqml.h>
 
-// Names by which views know types of the logic, which itself does not know QML.
+// Names the C++ types for views; the logic itself does not depend on QML.
 
 struct SettingsModelForViews {
     Q_GADGET

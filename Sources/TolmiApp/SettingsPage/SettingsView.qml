@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The settings workspace: three tabs of forms. Every edit is in the settings at once.
+/// The settings workspace: three tabs of forms. Edits are applied immediately.
 FocusScope {
     id: view
 
@@ -42,7 +42,7 @@ FocusScope {
         anchors.fill: parent
         anchors.margins: Metrics.settingsPadding
         anchors.topMargin: tabs.y + tabs.height
-        // What scrolls goes on to the edge of the window.
+        // The scrolled content extends to the edge of the window.
         anchors.bottomMargin: 0
 
         Loader {

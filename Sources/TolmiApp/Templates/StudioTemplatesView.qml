@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The workspace that puts a transcript into a fixed shape.
+/// The workspace that applies a template to a transcript.
 ScrollPage {
     id: view
 

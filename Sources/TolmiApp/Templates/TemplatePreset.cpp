@@ -16,7 +16,7 @@ constexpr qsizetype replySentenceCount = 3;
 const QString blank = QStringLiteral(" ");
 const QString lineFeed = QStringLiteral("\n");
 
-// What stands in the place of a missing text is English whatever the language of the interface.
+// Placeholders for missing text are English in every interface language.
 const QString noSubject = QStringLiteral("Follow-up");
 const QString noContent = QStringLiteral("1. (no content)");
 const QString noAction = QStringLiteral("(no action extracted)");
@@ -45,7 +45,7 @@ QString email(const QString &normalized, const QStringList &sentences, AppLangua
         Phrase::templateEmail, language, { TemplateText::subject(normalized), sentences.join(blank) });
 }
 
-// The next steps are the first sentences once more, not those behind the key points.
+// The next steps repeat the first sentences; they do not continue after the key points.
 QString meetingSummary(const QStringList &sentences, AppLanguage language) {
     return L10n::text(Phrase::templateMeetingSummary, language,
         { TemplateText::numberedLines(sentences, keyPointCount),

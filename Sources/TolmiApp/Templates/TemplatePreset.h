@@ -4,8 +4,7 @@
 
 #include <QStringList>
 
-/// The shapes into which a transcript can be put, in the order in which they are offered. An unknown stored
-/// text is none of them.
+/// The available templates, in display order. An unknown stored string is none of them.
 enum class TemplatePreset {
     EmailClear,
     MeetingSummary,
@@ -26,30 +25,30 @@ struct RawValues<TemplatePreset> {
 /// The name of a preset.
 QString title(TemplatePreset preset, AppLanguage language);
 
-/// What a preset does, in a line.
+/// A one-line description of a preset.
 QString subtitle(TemplatePreset preset, AppLanguage language);
 
-/// `text` in the shape of `preset` with its fixed words in `language`; empty for white space alone. It
-/// depends on nothing else, and does not end in a line feed.
+/// Applies `preset` to `text`, with its fixed words in `language`. A pure function. Empty for blank text;
+/// never ends in a line feed.
 QString transform(TemplatePreset preset, const QString &text, AppLanguage language);
 
-/// The rules on text of which the shapes are made.
+/// The text operations that the templates use.
 namespace TemplateText {
 
-/// The words of `text` in one line, with single blanks between them.
+/// `text` in one line, with single spaces between words.
 QString normalize(const QString &text);
 
-/// The stretches of `text` that end in a full stop, an exclamation mark or a question mark before white
-/// space; `text` itself where there is none. An abbreviation ends a sentence too.
+/// Splits `text` after each full stop, exclamation mark or question mark followed by white space; `text`
+/// itself if there is none. Abbreviations are not recognised.
 QStringList sentences(const QString &text);
 
-/// The first eight words with a capital at the start, across the ends of sentences.
+/// The first eight words, capitalised, regardless of sentence ends.
 QString subject(const QString &text);
 
-/// The first `limit` sentences, each in a line with its number.
+/// The first `limit` sentences as a numbered list.
 QString numberedLines(const QStringList &sentences, qsizetype limit);
 
-/// The first `limit` sentences, each in a line with an empty check box.
+/// The first `limit` sentences as a list of empty check boxes.
 QString checkboxLines(const QStringList &sentences, qsizetype limit);
 
 } // namespace TemplateText

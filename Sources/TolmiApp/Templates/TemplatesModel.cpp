@@ -10,7 +10,7 @@
 #include <algorithm>
 
 namespace {
-/// The text that a preset works on.
+/// The text that a preset is applied to.
 QString sourceText(const HistoryEntry &entry) {
     return entry.refinedText.isEmpty() ? entry.rawText : entry.refinedText;
 }

@@ -11,39 +11,39 @@ class Pasteboard;
 class SettingsStore;
 class TranscriptionHistory;
 
-/// What a preset made of an entry.
+/// The result of applying a preset to an entry.
 struct TemplatePreviewState {
     TemplatePreset preset;
     QUuid sourceEntryID;
-    /// What the preset was given.
+    /// The text the preset was applied to.
     QString inputText;
     QString outputText;
 
     friend bool operator==(const TemplatePreviewState &, const TemplatePreviewState &) = default;
 };
 
-/// Puts the chosen entry of the history into a fixed shape. Nothing of it is kept. Main thread only.
+/// Applies a template to the selected history entry. The result is not stored. Main thread only.
 class TemplatesModel final : public ObservableObject {
     Q_OBJECT
-    /// The shape that is applied next.
+    /// The template to apply.
     TOLMI_PUBLISHED(TemplatePreset, selectedPreset, setSelectedPreset)
-    /// What was made last; absent when another entry or another language was chosen since.
+    /// The latest result; absent once another entry or language is chosen.
     TOLMI_PUBLISHED_READONLY(std::optional<TemplatePreviewState>, previewState, setPreviewState)
 
-    /// Whether the chosen entry is there.
+    /// Whether the selected entry exists.
     Q_PROPERTY(bool hasSelectedEntry READ hasSelectedEntry NOTIFY selectedEntryChanged)
-    /// The text of the chosen entry.
+    /// The text of the selected entry.
     Q_PROPERTY(QString inputText READ inputText NOTIFY selectedEntryChanged)
-    /// All shapes, each with the stored text as `value` and the name as `text`.
+    /// All templates, with the stored string as `value` and the name as `text`.
     Q_PROPERTY(QVariantList presets READ presets NOTIFY presetsChanged)
-    /// The stored text of the selected shape; an unknown one selects nothing new.
+    /// The stored string of the selected template; setting an unknown one does nothing.
     Q_PROPERTY(QString selectedPresetID READ selectedPresetID WRITE selectPreset NOTIFY selectedPresetChanged)
     Q_PROPERTY(QString presetSubtitle READ presetSubtitle NOTIFY presetSubtitleChanged)
     Q_PROPERTY(bool hasPreview READ hasPreview NOTIFY previewStateChanged)
     Q_PROPERTY(QString outputText READ outputText NOTIFY previewStateChanged)
 
 public:
-    /// All of them outlive the model.
+    /// The arguments must outlive the model.
     TemplatesModel(const TranscriptionHistory &history, const SettingsStore &settings,
         const HistorySelection &selection, Pasteboard &pasteboard);
 
@@ -58,10 +58,10 @@ public:
     bool hasPreview() const { return previewState().has_value(); }
     QString outputText() const;
 
-    /// Makes a preview of the chosen entry, if it is there.
+    /// Creates a preview of the selected entry, if it exists.
     Q_INVOKABLE void applyTemplate();
 
-    /// Puts the text of the preview on the clipboard, unless there is none.
+    /// Copies the preview to the clipboard, if there is one.
     Q_INVOKABLE void copyPreview();
 
 Q_SIGNALS:

@@ -24,7 +24,7 @@ constexpr std::array transcriptionLanguageNames {
     LanguageName { u"pt", Phrase::languagePortuguese },
 };
 
-/// The name of the language with a code, or nothing.
+/// The name of the language with this code, if known.
 std::optional<Phrase> languageName(const QString &code) {
     const auto known = std::find_if(transcriptionLanguageNames.begin(), transcriptionLanguageNames.end(),
         [&](const LanguageName &name) { return name.code == code; });
@@ -114,7 +114,7 @@ QString rawValue(Key key) {
     return names[std::size_t(key)];
 }
 
-// English has every text, or the table would not have been compiled.
+// Tools/compile-texts guarantees that English has every text.
 QString text(Key key, AppLanguage language) {
     return find(table, std::size_t(key), language).toString();
 }

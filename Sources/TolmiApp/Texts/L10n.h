@@ -15,11 +15,11 @@
 #include <array>
 #include <optional>
 
-/// Every text of the interface in every language. The texts stand in the folder Languages and are compiled
-/// in: nothing is read from disk, and any thread may ask. What a language lacks is given in English.
+/// All texts of the interface in every language. They are compiled in from the folder Languages; any thread
+/// may read them. English is the fallback for missing texts.
 namespace L10n {
 
-/// Every key, in the order of the table.
+/// All keys in table order.
 constexpr std::array<Key, keyCount> allKeys() {
     std::array<Key, keyCount> keys {};
     for (std::size_t index = 0; index < keyCount; ++index)
@@ -27,17 +27,17 @@ constexpr std::array<Key, keyCount> allKeys() {
     return keys;
 }
 
-/// The key's own name, by which views ask for it.
+/// The key's name, which views use.
 QString rawValue(Key key);
 
 /// The text of `key` in `language`.
 QString text(Key key, AppLanguage language);
 
-/// The phrase in `language` with the values in the places of its `%1` to `%9`. A value that it has no place
-/// for is left out, a place without a value stays as it is.
+/// The phrase in `language` with its placeholders `%1` to `%9` replaced. Surplus values are ignored; a
+/// placeholder without a value remains.
 QString text(Phrase phrase, AppLanguage language, const QStringList &values = {});
 
-/// The name of a language of the interface.
+/// The name of an interface language.
 QString appLanguageName(AppLanguage named, AppLanguage language);
 
 QString appAppearanceName(AppAppearance appearance, AppLanguage language);
@@ -45,7 +45,7 @@ QString performanceModeName(DictationPerformanceMode mode, AppLanguage language)
 QString transcriptionEngineName(TranscriptionEngineOption engine, AppLanguage language);
 QString transitionSoundName(ProcessingTransitionSound sound, AppLanguage language);
 
-/// The name of a transcription language; an unknown code comes back in upper case. Codes match exactly.
+/// The name of a transcription language; for an unknown code, the code in upper case. Codes match exactly.
 QString transcriptionLanguageName(const QString &code, AppLanguage language);
 
 QString profileAvatarName(ProfileAvatarPreset preset, AppLanguage language);
@@ -65,16 +65,16 @@ QString onboardingProgress(qint64 completed, qint64 total, AppLanguage language)
 /// "Language: RO".
 QString languageLabel(const QString &code, AppLanguage language);
 
-/// "Copy <title>"; the title keeps its case.
+/// "Copy <title>"; the title's case is kept.
 QString copyTitle(const QString &title, AppLanguage language);
 
-/// "Pasted to: <app>"; an absent or empty name gives the text for an unknown target.
+/// "Pasted to: <app>"; the text for an unknown target if the name is absent or empty.
 QString pasteTargetLabel(const std::optional<QString> &app, AppLanguage language);
 
 /// "<Name>: <value>".
 QString labelled(Key name, const QString &value, AppLanguage language);
 
-/// The name of a state; an error shows as such, without its message.
+/// The name of a state; for an error, without its message.
 QString dictationStateLabel(const DictationState &state, AppLanguage language);
 
 } // namespace L10n

@@ -4,13 +4,12 @@
 
 #include <QVariant>
 
-/// The rows of pickers, as StudioPicker takes them: objects with a `value` and a `text`, and perhaps a
-/// `symbol`.
+/// Picker options in the form StudioPicker expects: objects with `value`, `text` and an optional `symbol`.
 namespace PickerOptions {
 
 QVariantMap option(const QString &value, const QString &text);
 
-/// The given cases by their stored texts, named in `language`.
+/// The given cases with their stored strings, named in `language`.
 template <typename Cases, typename Name>
 QVariantList of(const Cases &cases, Name name, AppLanguage language) {
     QVariantList options;
@@ -19,7 +18,7 @@ QVariantList of(const Cases &cases, Name name, AppLanguage language) {
     return options;
 }
 
-/// The languages that one can choose to speak, as codes.
+/// The available spoken languages by code.
 QVariantList transcriptionLanguages(AppLanguage language);
 
 } // namespace PickerOptions

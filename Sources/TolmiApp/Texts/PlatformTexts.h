@@ -2,19 +2,18 @@
 
 #include "TolmiApp/Texts/L10n.h"
 
-/// The interface's texts as they are shown on one kind of desktop: those of the table, save where one names a
-/// key or a place that the desktop calls otherwise. The program's root chooses; views ask this and not the
-/// table.
+/// The interface texts for one kind of desktop: those of the table, with overrides for keys and locations
+/// that have another name there. Main chooses the desktop; views use this instead of the table.
 class PlatformTexts {
 public:
-    /// All texts as the table has them.
+    /// The texts of the table without overrides.
     static PlatformTexts forMacOS() { return PlatformTexts(Desktop::MacOS); }
     static PlatformTexts forLinux() { return PlatformTexts(Desktop::Linux); }
 
     /// The text of `key` in `language`.
     QString text(L10n::Key key, AppLanguage language) const;
 
-    /// The phrase in `language` with the values in its places.
+    /// The phrase in `language` with its placeholders replaced.
     QString text(L10n::Phrase phrase, AppLanguage language, const QStringList &values = {}) const;
 
 private:

@@ -9,7 +9,7 @@ using EngineError = TranscriptionEngineError;
 namespace {
 using Options = AdaptiveTranscriptionService::Options;
 
-/// What one pass gave: a sanitised text, or what kept it from one.
+/// The result of one pass: a sanitised text or an error.
 struct Pass {
     QString text;
     std::exception_ptr error;
@@ -21,7 +21,7 @@ WhisperCLIConfiguration configuration(const AdaptiveTranscriptionRequest &reques
     configuration.modelURL = request.modelURL;
     configuration.language = request.language;
     configuration.outputDirectoryURL = request.outputDirectoryURL;
-    // How many candidates are kept, how many beams are followed, and no chance in the choice.
+    // Best-of, beam size, and temperature zero.
     configuration.extraArguments = { QStringLiteral("-bo"), effort, QStringLiteral("-bs"), effort,
         QStringLiteral("-tp"), QStringLiteral("0") };
     return configuration;
@@ -60,7 +60,7 @@ bool isEmptyTranscript(std::exception_ptr error) {
     }
 }
 
-/// The outcome of both passes; throws where neither gave a text.
+/// The outcome of both passes; throws if neither produced a text.
 AdaptiveTranscriptionOutcome outcome(
     const Pass &first, double firstPassScore, const Pass &second, const FileURL &audioFileURL) {
     if (!second.text.isEmpty())
@@ -102,7 +102,7 @@ Task<AdaptiveTranscriptionOutcome> AdaptiveTranscriptionService::transcribe(
     AdaptiveTranscriptionRequest request, std::function<void()> onFallbackStart) {
     const Options options = m_options;
     const Pass first = co_await runPass(options, firstPassConfiguration(request), request);
-    // Only a recording without words is worth a second try; what cannot start now cannot start then.
+    // Of the errors, only an empty transcript may be fixed by a second pass; the others would recur.
     if (first.error && !isEmptyTranscript(first.error))
         std::rethrow_exception(first.error);
     const double score = options.scoreOperation(first.text, request.peakLevel);

@@ -7,21 +7,21 @@
 #include "TolmiCore/TranscriptionEngine.h"
 #include "TolmiCore/WhisperCLICommand.h"
 
-/// Transcribes a recording with light settings and, where the best quality is wanted and the result looks
-/// poor, once more with heavy ones under a time limit. A second text wins whenever it is not empty.
+/// Transcribes a recording with light settings and, if the best quality is wanted and the result looks poor,
+/// a second time with heavy ones and a time limit. A non-empty second text always wins.
 ///
-/// Main thread only. It keeps nothing between calls, and a call may outlive it.
+/// Main thread only. Stateless; a call may outlive it.
 class AdaptiveTranscriptionService final : public TranscriptionService {
 public:
     /// Runs one pass.
     using TranscribeOperation = std::function<Task<TranscriptionResult>(
         WhisperCLIConfiguration, TranscriptionRequest, FileManager &)>;
-    /// Judges a text by itself and the peak level of its recording.
+    /// Scores a text and the peak level of its recording.
     using ScoreOperation = std::function<double(const QString &, double)>;
 
-    /// A first score strictly below it asks for a second pass.
+    /// A first score strictly below it triggers a second pass.
     static constexpr double defaultFallbackThreshold = 0.58;
-    /// Limit of the second pass.
+    /// Time limit of the second pass.
     static constexpr double defaultFallbackTimeoutSeconds = 3.0;
 
     struct Options {
@@ -34,8 +34,8 @@ public:
 
     explicit AdaptiveTranscriptionService(Options options);
 
-    /// Runs whisper-cli, with an engine of its own for each pass. Launcher and clock must live as long as the
-    /// process.
+    /// Runs whisper-cli with a new engine for each pass. Launcher and clock must live until the program
+    /// exits.
     static TranscribeOperation defaultTranscribeOperation(ProcessLauncher &launcher, Clock &clock);
 
     /// Scores with TranscriptionQualityScorer.

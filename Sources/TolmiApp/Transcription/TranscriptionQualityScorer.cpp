@@ -23,7 +23,7 @@ double TranscriptionQualityScorer::score(const QString &text, double peakLevel) 
         return 0.0;
     const double words = double(Text::wordCount(trimmed));
     const double characters = double(Text::characterCount(trimmed));
-    // Code points over what a reader sees as characters: combining marks can take it above 1.
+    // Code points per grapheme cluster: combining marks can raise it above 1.
     const double ratio = double(Text::alphanumericCount(trimmed)) / characters;
 
     double sum = base;

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// Estimates how likely a transcript is good from nothing but its text and how loud the recording was.
+/// Estimates the quality of a transcript from its text and the loudness of the recording.
 struct TranscriptionQualityScorer {
-    /// From 0 (poor) to 1 (good); 0 for a blank text. `peakLevel` runs from 0 to 1.
+    /// From 0 (poor) to 1 (good); 0 for a blank text. `peakLevel` is 0 to 1.
     double score(const QString &text, double peakLevel) const;
 };

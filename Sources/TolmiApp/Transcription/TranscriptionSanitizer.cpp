@@ -6,7 +6,7 @@
 #include <QSet>
 
 namespace {
-/// Below it nobody spoke.
+/// A recording with a lower peak is silent.
 constexpr double silencePeak = 0.06;
 
 const QSet<QString> &silenceHallucinations() {

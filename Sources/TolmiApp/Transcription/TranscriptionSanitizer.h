@@ -2,11 +2,11 @@
 
 #include <QString>
 
-/// Removes what speech recognition invents when it is given silence.
+/// Removes text that speech recognition hallucinates in silence.
 namespace TranscriptionSanitizer {
 
-/// The trimmed text, or nothing when it is no more than a phrase that silence is known to give and the
-/// recording was silent. `peakLevel` runs from 0 to 1.
+/// The trimmed text; empty if the recording was silent and the text is only a phrase known to be
+/// hallucinated. `peakLevel` is 0 to 1.
 QString sanitize(const QString &text, double peakLevel);
 
 } // namespace TranscriptionSanitizer

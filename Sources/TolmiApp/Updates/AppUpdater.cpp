@@ -13,7 +13,7 @@ struct AppUpdater::Configuration {
 };
 
 namespace {
-/// The text under `key` without white space around it; empty for anything but a text.
+/// The trimmed string at `key`; empty if the value is not a string.
 QString trimmedText(const QVariantMap &dictionary, const QString &key) {
     const QVariant value = dictionary.value(key);
     return value.typeId() == QMetaType::QString ? Text::trimmed(value.toString()) : QString();
@@ -56,12 +56,13 @@ void AppUpdater::startUpdater(const MakeController &makeController) {
         assignment(&UpdaterController::canCheckForUpdates, &AppUpdater::setCanCheckForUpdates));
     m_updaterController->observeAutomaticallyChecksForUpdates(assignment(
         &UpdaterController::automaticallyChecksForUpdates, &AppUpdater::setAutomaticallyChecksForUpdates));
-    // The value of now is not passed on: it came from there.
-    connect(this, &AppUpdater::automaticallyChecksForUpdatesWillChange, this, &AppUpdater::passOn);
+    // Connected last, because the initial value comes from the controller.
+    connect(
+        this, &AppUpdater::automaticallyChecksForUpdatesWillChange, this, &AppUpdater::forwardToController);
 }
 
-/// An observer that assigns in a later turn of the main loop. It reads then, and not when it is told: old
-/// values on their way would be passed on, come back and chase one another for ever.
+/// An observer that assigns in a later iteration of the event loop. It reads the value only then: outdated
+/// values would be forwarded back to the controller and could oscillate forever.
 UpdaterController::Observer AppUpdater::assignment(
     bool (UpdaterController::*read)() const, void (AppUpdater::*assign)(bool)) {
     return [updater = QPointer(this), &clock = m_clock, read, assign] {
@@ -72,9 +73,9 @@ UpdaterController::Observer AppUpdater::assignment(
     };
 }
 
-void AppUpdater::passOn(bool isAutomatic) {
-    // Else what comes from the updater would go back there, and so on for ever.
-    if (std::exchange(m_lastPassedOn, isAutomatic) == isAutomatic)
+void AppUpdater::forwardToController(bool isAutomatic) {
+    // Prevents an endless loop between this and the controller.
+    if (std::exchange(m_lastForwarded, isAutomatic) == isAutomatic)
         return;
     m_clock.post([weakController = std::weak_ptr(m_updaterController), isAutomatic] {
         if (const auto controller = weakController.lock())

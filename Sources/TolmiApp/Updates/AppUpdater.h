@@ -9,26 +9,26 @@
 
 class Clock;
 
-/// Runs the updater if the program was built for one, and shows its state to the views. Main thread only.
+/// Runs the updater if the program was built with one, and exposes its state to views. Main thread only.
 class AppUpdater final : public ObservableObject {
     Q_OBJECT
-    /// The program was built with a feed and a public key.
+    /// Whether the program was built with a feed and a public key.
     TOLMI_PUBLISHED_READONLY(bool, isConfigured, setIsConfigured)
-    /// A check may be started now.
+    /// Whether a check may be started now.
     TOLMI_PUBLISHED_READONLY(bool, canCheckForUpdates, setCanCheckForUpdates)
-    /// The updater's own setting; set by views too.
+    /// The controller's setting; views may set it.
     TOLMI_PUBLISHED(bool, automaticallyChecksForUpdates, setAutomaticallyChecksForUpdates)
 
 public:
     using MakeController = std::function<std::shared_ptr<UpdaterController>()>;
 
-    /// `makeController` runs once, here, and only if the bundle is configured. `clock` outlives the updater.
+    /// Calls `makeController` once if the bundle is configured. `clock` must outlive the updater.
     AppUpdater(const BundleInfo &bundle, const MakeController &makeController, Clock &clock);
 
     /// Absent if not configured.
     const std::shared_ptr<UpdaterController> &updaterController() const { return m_updaterController; }
 
-    /// Starts a check that the user sees; does nothing if not configured.
+    /// Starts a check with visible progress; does nothing if not configured.
     Q_INVOKABLE void checkForUpdates();
 
 private:
@@ -39,9 +39,9 @@ private:
     void startUpdater(const MakeController &makeController);
     UpdaterController::Observer assignment(
         bool (UpdaterController::*read)() const, void (AppUpdater::*assign)(bool));
-    void passOn(bool isAutomatic);
+    void forwardToController(bool isAutomatic);
 
     Clock &m_clock;
     std::shared_ptr<UpdaterController> m_updaterController;
-    std::optional<bool> m_lastPassedOn;
+    std::optional<bool> m_lastForwarded;
 };

@@ -7,7 +7,7 @@
 #include <QXmlStreamReader>
 
 namespace {
-/// The attribute of this name, whichever namespace it is in.
+/// The attribute of this name in any namespace.
 QString attribute(const QXmlStreamReader &reader, QStringView name) {
     for (const QXmlStreamAttribute &candidate : reader.attributes()) {
         if (candidate.name() == name)
@@ -43,7 +43,7 @@ public:
             else
                 m_reader.skipCurrentElement();
         }
-        // What stands behind the end makes a feed unreadable too.
+        // Content after the root element makes the feed invalid too.
         while (!m_reader.atEnd())
             m_reader.readNext();
         if (m_reader.hasError())

@@ -7,7 +7,7 @@
 #include <algorithm>
 
 namespace {
-/// Seconds until an automatic check that found the updater busy is tried again.
+/// Seconds until an automatic check is retried when the updater was busy.
 constexpr double retryDelay = 3600;
 
 QString automaticKey() {
@@ -53,7 +53,7 @@ void AppcastUpdater::start() {
 
 void AppcastUpdater::checkForUpdates() {
     if (m_canCheck)
-        check(Manner::Visible);
+        check(CheckKind::Visible);
 }
 
 void AppcastUpdater::setAutomaticallyChecksForUpdates(bool isAutomatic) {
@@ -79,7 +79,7 @@ void AppcastUpdater::setCanCheck(bool canCheck) {
     m_canCheckObserver();
 }
 
-/// Zero or less when one is due. A last check in the future, from a clock that was wrong, counts as none.
+/// Zero or less when a check is due. A last check in the future, from a wrong clock, is ignored.
 double AppcastUpdater::secondsUntilAutomaticCheck() const {
     const double now = m_platform.clock.now().secondsSince1970();
     const std::optional<double> lastCheck = m_platform.defaults.doubleValue(lastCheckKey());
@@ -100,7 +100,7 @@ void AppcastUpdater::schedule(double minimumDelay) {
 void AppcastUpdater::checkAutomatically() {
     m_isScheduled = false;
     if (m_isAutomatic && m_canCheck && secondsUntilAutomaticCheck() <= 0)
-        check(Manner::Silent);
+        check(CheckKind::Silent);
     schedule(retryDelay);
 }
 
@@ -119,12 +119,12 @@ void AppcastUpdater::cancel() {
         end();
 }
 
-void AppcastUpdater::check(Manner manner) {
-    // A failed check counts too: nobody is asked more often because he does not answer.
+void AppcastUpdater::check(CheckKind kind) {
+    // Stored for failed checks too, so that a failing server is not contacted more often.
     m_platform.defaults.set(lastCheckKey(), m_platform.clock.now().secondsSince1970());
-    if (manner == Manner::Visible)
+    if (kind == CheckKind::Visible)
         m_prompt.showChecking();
-    launch(look(weak_from_this(), begin(), manner));
+    launch(runCheck(weak_from_this(), begin(), kind));
 }
 
 void AppcastUpdater::download() {
@@ -134,22 +134,22 @@ void AppcastUpdater::download() {
     launch(fetch(weak_from_this(), begin()));
 }
 
-void AppcastUpdater::showFound(const std::optional<AppcastItem> &item, Manner manner) {
+void AppcastUpdater::showFound(const std::optional<AppcastItem> &item, CheckKind kind) {
     m_found = item;
     if (item)
         m_prompt.showFound(*item);
-    else if (manner == Manner::Visible)
+    else if (kind == CheckKind::Visible)
         m_prompt.showUpToDate();
 }
 
-void AppcastUpdater::showFailure(const QString &why, Manner manner) {
-    if (manner == Manner::Visible)
+void AppcastUpdater::showFailure(const QString &why, CheckKind kind) {
+    if (kind == CheckKind::Visible)
         m_prompt.showFailure(why);
     else
         logLine(QStringLiteral("Tolmi: the automatic check for updates failed: ") + why);
 }
 
-Task<> AppcastUpdater::look(std::weak_ptr<AppcastUpdater> weakUpdater, int activity, Manner manner) {
+Task<> AppcastUpdater::runCheck(std::weak_ptr<AppcastUpdater> weakUpdater, int activity, CheckKind kind) {
     std::optional<AppcastItem> item;
     std::exception_ptr failure;
     auto search = [&] {
@@ -161,8 +161,8 @@ Task<> AppcastUpdater::look(std::weak_ptr<AppcastUpdater> weakUpdater, int activ
     } catch (const std::exception &) {
         failure = std::current_exception();
     }
-    if (const auto updater = conclude(weakUpdater, activity, failure, manner))
-        updater->showFound(item, manner);
+    if (const auto updater = finish(weakUpdater, activity, failure, kind))
+        updater->showFound(item, kind);
 }
 
 Task<> AppcastUpdater::fetch(std::weak_ptr<AppcastUpdater> weakUpdater, int activity) {
@@ -183,7 +183,7 @@ Task<> AppcastUpdater::fetch(std::weak_ptr<AppcastUpdater> weakUpdater, int acti
     } catch (const std::exception &) {
         failure = std::current_exception();
     }
-    if (const auto updater = conclude(weakUpdater, activity, failure, Manner::Visible))
+    if (const auto updater = finish(weakUpdater, activity, failure, CheckKind::Visible))
         updater->m_prompt.showDownloaded(url.path());
 }
 
@@ -193,14 +193,14 @@ std::shared_ptr<AppcastUpdater> AppcastUpdater::ifCurrent(
     return updater && updater->m_activity == activity ? updater : nullptr;
 }
 
-/// Ends the activity and shows its failure; gives the updater when there is a success to show.
-std::shared_ptr<AppcastUpdater> AppcastUpdater::conclude(const std::weak_ptr<AppcastUpdater> &weakUpdater,
-    int activity, std::exception_ptr failure, Manner manner) {
+/// Ends the activity and shows its failure, if any; returns the updater only on success.
+std::shared_ptr<AppcastUpdater> AppcastUpdater::finish(const std::weak_ptr<AppcastUpdater> &weakUpdater,
+    int activity, std::exception_ptr failure, CheckKind kind) {
     const auto updater = ifCurrent(weakUpdater, activity);
     if (!updater)
         return nullptr;
     updater->end();
     if (failure)
-        updater->showFailure(localizedDescription(failure), manner);
+        updater->showFailure(localizedDescription(failure), kind);
     return failure ? nullptr : updater;
 }

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-/// Looks for updates in a feed, shows them through a prompt and downloads what the user wants. It installs
-/// nothing. By itself it looks at most once a day, and then shows only that there is something newer.
+/// Checks a feed for updates, shows them through a prompt and downloads them on request. Does not install.
+/// Automatic checks run at most once a day and show only available updates.
 class AppcastUpdater final : public UpdaterController, public std::enable_shared_from_this<AppcastUpdater> {
 public:
     /// Seconds from one automatic check to the next.
@@ -15,7 +15,7 @@ public:
     /// Seconds from the start to the first automatic check, so that the start is not slowed down.
     static constexpr double firstCheckDelay = 10;
 
-    /// `prompt` outlives the updater.
+    /// `prompt` must outlive the updater.
     static std::shared_ptr<AppcastUpdater> create(
         UpdatePlatform platform, UpdateSource source, UpdatePrompt &prompt);
 
@@ -28,7 +28,7 @@ public:
     void observeAutomaticallyChecksForUpdates(Observer observer) override;
 
 private:
-    enum class Manner {
+    enum class CheckKind {
         Visible,
         Silent,
     };
@@ -42,16 +42,16 @@ private:
     int begin();
     void end();
     void cancel();
-    void check(Manner manner);
+    void check(CheckKind kind);
     void download();
-    void showFound(const std::optional<AppcastItem> &item, Manner manner);
-    void showFailure(const QString &why, Manner manner);
-    static Task<> look(std::weak_ptr<AppcastUpdater> weakUpdater, int activity, Manner manner);
+    void showFound(const std::optional<AppcastItem> &item, CheckKind kind);
+    void showFailure(const QString &why, CheckKind kind);
+    static Task<> runCheck(std::weak_ptr<AppcastUpdater> weakUpdater, int activity, CheckKind kind);
     static Task<> fetch(std::weak_ptr<AppcastUpdater> weakUpdater, int activity);
     static std::shared_ptr<AppcastUpdater> ifCurrent(
         const std::weak_ptr<AppcastUpdater> &weakUpdater, int activity);
-    static std::shared_ptr<AppcastUpdater> conclude(const std::weak_ptr<AppcastUpdater> &weakUpdater,
-        int activity, std::exception_ptr failure, Manner manner);
+    static std::shared_ptr<AppcastUpdater> finish(const std::weak_ptr<AppcastUpdater> &weakUpdater,
+        int activity, std::exception_ptr failure, CheckKind kind);
 
     const UpdatePlatform m_platform;
     const UpdateSource m_source;
@@ -62,7 +62,7 @@ private:
     bool m_isScheduled = false;
     Observer m_canCheckObserver = [] {};
     Observer m_isAutomaticObserver = [] {};
-    /// Counts checks and downloads, so that a cancelled one finds that it is not the current one any more.
+    /// Number of the current check or download, so that a cancelled one can detect that it is outdated.
     int m_activity = 0;
     std::optional<AppcastItem> m_found;
 };

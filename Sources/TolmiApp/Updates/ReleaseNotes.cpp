@@ -9,7 +9,7 @@
 #include <utility>
 
 namespace {
-/// The name of a tag such as `</P class="x">`, without its slash and in small letters.
+/// The name of a tag such as `</P class="x">`, without slash and in lower case.
 QString tagName(QStringView tag) {
     const qsizetype start = tag.startsWith(u'/') ? 1 : 0;
     qsizetype end = start;
@@ -18,7 +18,7 @@ QString tagName(QStringView tag) {
     return tag.sliced(start, end - start).toString().toLower();
 }
 
-/// What a tag is worth in plain text.
+/// The plain-text replacement of a tag.
 QString replacement(QStringView tag) {
     static const QStringList blocks { QStringLiteral("p"), QStringLiteral("div"), QStringLiteral("ul"),
         QStringLiteral("ol"), QStringLiteral("h1"), QStringLiteral("h2"), QStringLiteral("h3"),
@@ -31,7 +31,7 @@ QString replacement(QStringView tag) {
     return blocks.contains(name) ? QStringLiteral("\n\n") : QString();
 }
 
-/// The character of "amp", "#233" or "#xe9"; absent for what is none.
+/// The character of an entity such as "amp", "#233" or "#xe9"; absent if invalid.
 std::optional<QString> entityText(QStringView name) {
     static constexpr std::array<std::pair<QStringView, char16_t>, 6> named { { { u"amp", u'&' },
         { u"lt", u'<' }, { u"gt", u'>' }, { u"quot", u'"' }, { u"apos", u'\'' }, { u"nbsp", u'\u00a0' } } };
@@ -49,7 +49,7 @@ std::optional<QString> entityText(QStringView name) {
     return isCharacter ? std::optional(QString::fromUcs4(&code, 1)) : std::nullopt;
 }
 
-/// The words with one blank for each run of white space, at the ends too.
+/// Replaces each run of white space by one space, at the ends too.
 QString collapsed(const QString &words) {
     QString text;
     for (const QChar character : words) {
@@ -62,7 +62,7 @@ QString collapsed(const QString &words) {
     return text;
 }
 
-/// The notes without their tags. Those that have none are plain text already and keep their lines.
+/// The notes without tags. Notes without any are plain text and keep their line breaks.
 QString withoutTags(const QString &html) {
     QString text;
     qsizetype position = 0;

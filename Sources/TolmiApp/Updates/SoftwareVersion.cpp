@@ -5,7 +5,7 @@
 #include <algorithm>
 
 namespace {
-/// "1.0-beta2": the numbers 1 and 0, then the parts "beta" and "2".
+/// A parsed version; "1.0-beta2" has the numbers 1 and 0 and the parts "beta" and "2".
 struct Version {
     QStringList numbers;
     QStringList name;
@@ -27,7 +27,7 @@ bool isNumber(const QString &part) {
     return kindOf(part.front()) == Kind::Digit;
 }
 
-/// The runs of digits and of letters; numbers without zeros in front, so that zero is one digit.
+/// The runs of digits and of letters; numbers without leading zeros, zero being one digit.
 QStringList partsOf(const QString &text) {
     QStringList parts;
     Kind previous = Kind::Separator;
@@ -54,7 +54,7 @@ Version versionOf(const QString &text) {
     return version;
 }
 
-/// Numbers of any length by their value, then words.
+/// Numbers, of any length, are compared by value and come before words.
 std::weak_ordering compareParts(const QString &left, const QString &right) {
     if (isNumber(left) != isNumber(right))
         return isNumber(left) ? std::weak_ordering::less : std::weak_ordering::greater;

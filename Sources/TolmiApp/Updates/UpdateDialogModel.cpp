@@ -9,15 +9,15 @@ namespace {
 using L10n::Phrase;
 using Phase = UpdatePrompt::Phase;
 
-/// The words of one phase.
-struct Words {
+/// The texts of one phase.
+struct PhaseTexts {
     Phrase title;
     std::optional<Phrase> hint;
     std::optional<Phrase> action;
     Phrase dismissal;
 };
 
-Words wordsOf(Phase phase) {
+PhaseTexts textsOf(Phase phase) {
     switch (phase) {
     case Phase::Found:
         return { Phrase::updateFoundTitle, Phrase::updateFoundHint, Phrase::updateDownload,
@@ -52,7 +52,7 @@ UpdateDialogModel::UpdateDialogModel(
     connect(&prompt, &UpdatePrompt::messageChanged, this, &UpdateDialogModel::contentChanged);
     connect(&prompt, &UpdatePrompt::filePathChanged, this, &UpdateDialogModel::contentChanged);
     connect(&prompt, &UpdatePrompt::progressChanged, this, &UpdateDialogModel::progressChanged);
-    // The words first: whoever hears of the phase finds those that belong to it.
+    // contentChanged first, so that the texts are up to date when the phase changes.
     connect(&prompt, &UpdatePrompt::phaseChanged, this, &UpdateDialogModel::contentChanged);
     connect(&prompt, &UpdatePrompt::phaseChanged, this, &UpdateDialogModel::phaseChanged);
 }
@@ -66,7 +66,7 @@ QString UpdateDialogModel::windowTitle() const {
 }
 
 QString UpdateDialogModel::title() const {
-    return text(wordsOf(phase()).title, { m_prompt.version() });
+    return text(textsOf(phase()).title, { m_prompt.version() });
 }
 
 QString UpdateDialogModel::problem() const {
@@ -74,7 +74,7 @@ QString UpdateDialogModel::problem() const {
 }
 
 QString UpdateDialogModel::hint() const {
-    const std::optional<Phrase> phrase = wordsOf(phase()).hint;
+    const std::optional<Phrase> phrase = textsOf(phase()).hint;
     return phrase ? text(*phrase, { m_installedVersion }) : QString();
 }
 
@@ -99,12 +99,12 @@ QString UpdateDialogModel::filePathLabel() const {
 }
 
 QString UpdateDialogModel::actionText() const {
-    const std::optional<Phrase> phrase = wordsOf(phase()).action;
+    const std::optional<Phrase> phrase = textsOf(phase()).action;
     return phrase ? text(*phrase) : QString();
 }
 
 QString UpdateDialogModel::dismissText() const {
-    return text(wordsOf(phase()).dismissal);
+    return text(textsOf(phase()).dismissal);
 }
 
 double UpdateDialogModel::progress() const {
@@ -120,7 +120,7 @@ QString UpdateDialogModel::progressLabel() const {
 }
 
 void UpdateDialogModel::act() {
-    // Each answer may change the phase at once, so only one of them is given.
+    // Each call may change the phase at once, so only one may run.
     if (phase() == Phase::Downloaded)
         m_showFile(FileURL(m_prompt.filePath()));
     else if (phase() == Phase::Failed)

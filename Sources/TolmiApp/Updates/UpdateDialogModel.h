@@ -8,8 +8,8 @@
 
 class SettingsStore;
 
-/// What the dialog about updates says, in the language of the interface, and what its two buttons do. A text
-/// that a phase has no use for is empty. Main thread only.
+/// The texts of the update dialog in the interface language, and the actions of its two buttons. Texts that a
+/// phase does not use are empty. Main thread only.
 class UpdateDialogModel final : public QObject {
     Q_OBJECT
     Q_PROPERTY(UpdatePrompt::Phase phase READ phase NOTIFY phaseChanged)
@@ -19,26 +19,26 @@ class UpdateDialogModel final : public QObject {
     Q_PROPERTY(QString problem READ problem NOTIFY contentChanged)
     /// What the user may do.
     Q_PROPERTY(QString hint READ hint NOTIFY contentChanged)
-    /// Both, for those who hear the dialog.
+    /// Both, for screen readers.
     Q_PROPERTY(QString description READ description NOTIFY contentChanged)
     Q_PROPERTY(QString releaseNotes READ releaseNotes NOTIFY contentChanged)
     Q_PROPERTY(QString releaseNotesLabel READ releaseNotesLabel NOTIFY contentChanged)
-    /// Where the downloaded file lies.
+    /// The path of the downloaded file.
     Q_PROPERTY(QString filePath READ filePath NOTIFY contentChanged)
     Q_PROPERTY(QString filePathLabel READ filePathLabel NOTIFY contentChanged)
-    /// The button that goes on, and the one that closes the dialog, which is always there.
+    /// The action button, and the close button, which is always present.
     Q_PROPERTY(QString actionText READ actionText NOTIFY contentChanged)
     Q_PROPERTY(QString dismissText READ dismissText NOTIFY contentChanged)
-    /// How much of the file is here, 0 to 1, and the same in words.
+    /// Download progress, 0 to 1, and as text.
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
     Q_PROPERTY(QString progressText READ progressText NOTIFY progressChanged)
     Q_PROPERTY(QString progressLabel READ progressLabel NOTIFY contentChanged)
 
 public:
-    /// Shows a file to the user where it lies.
+    /// Reveals a file in the file manager.
     using ShowFile = std::function<void(const FileURL &)>;
 
-    /// The prompt and the settings outlive the model.
+    /// The prompt and the settings must outlive the model.
     UpdateDialogModel(
         UpdatePrompt &prompt, const SettingsStore &settings, QString installedVersion, ShowFile showFile);
 
@@ -58,9 +58,9 @@ public:
     QString progressText() const;
     QString progressLabel() const;
 
-    /// Downloads what was found, looks again after a failure, or shows the downloaded file; else nothing.
+    /// Downloads the update, retries after a failure, or reveals the downloaded file, depending on the phase.
     Q_INVOKABLE void act();
-    /// Closes the dialog, which ends what it shows.
+    /// Closes the dialog and cancels what it shows.
     Q_INVOKABLE void dismiss();
 
 Q_SIGNALS:

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The dialog about updates: what is going on, what came of it, and one or two answers.
+/// The update dialog: progress or outcome, and one or two buttons.
 FocusScope {
     id: view
 
@@ -18,7 +18,7 @@ FocusScope {
     Accessible.description: model.description
     Keys.onEscapePressed: model.dismiss()
     Keys.onPressed: event => KeyPress.pressed(event, answer)
-    Component.onCompleted: takeKeyboard()
+    Component.onCompleted: takeFocus()
 
     function symbolOf(phase: int): string {
         switch (phase) {
@@ -32,12 +32,12 @@ FocusScope {
             return "arrow.triangle.2.circlepath";
         }
     }
-    /// A key that opened the dialog and is still held must not end what it began.
+    /// Ignored while busy, because a key that opened the dialog and is still held must not cancel it.
     function answer() {
         if (!isBusy)
             (action.visible ? action : dismissal).clicked();
     }
-    function takeKeyboard() {
+    function takeFocus() {
         (isBusy ? rest : action.visible ? action : dismissal).forceActiveFocus(Qt.TabFocusReason);
     }
 
@@ -45,10 +45,10 @@ FocusScope {
         target: view.model
 
         function onPhaseChanged() {
-            view.takeKeyboard();
+            view.takeFocus();
         }
     }
-    /// Has the keyboard while there is nothing to answer.
+    /// Has the focus while busy.
     Item {
         id: rest
     }
@@ -96,7 +96,7 @@ FocusScope {
 
         Column {
             width: parent.width
-            // A title by itself stands in the middle beside the sign.
+            // A title alone is vertically centred beside the symbol.
             topPadding: view.isBusy ? 10 : 0
             spacing: 4
 

@@ -14,7 +14,7 @@ using Code = UpdateError::Code;
 
 constexpr qsizetype publicKeySize = 32;
 constexpr qsizetype signatureSize = 64;
-/// Seconds; an update is large and a line may be slow.
+/// Seconds; generous, for large updates on slow connections.
 constexpr double longestDownload = 24 * 3600;
 
 void require(bool condition, Code otherwise) {
@@ -42,7 +42,7 @@ void requireSafe(const AppcastItem &item, const UpdateSource &source, const Sign
     require(item.length > 0 && item.length <= maximumUpdateSize, Code::InvalidSize);
 }
 
-/// The last part of the address, which a server chose, as a plain name that hides nothing.
+/// A safe file name from the last component of the URL, which the server controls.
 QString fileName(const AppcastItem &item) {
     QString name = item.url.path(QUrl::FullyDecoded).section(u'/', -1);
     name.removeIf([](QChar character) { return !character.isPrint(); });
@@ -101,7 +101,7 @@ Task<FileURL> downloadUpdate(
     const bool isFromTheMakers = co_await runOn(platform.fileQueue, platform.clock, isGenuine);
     require(isFromTheMakers, Code::WrongSignature);
     require(progress(item.length), Code::Cancelled);
-    // The very bytes that were checked are written.
+    // Writes exactly the bytes that were verified.
     const auto write = [platform, item, content, folder = source.downloadsDirectory] {
         platform.fileManager.createDirectory(folder);
         const FileURL url = freeURL(platform.fileManager, folder, fileName(item));

@@ -12,7 +12,7 @@ class SerialQueue;
 class SignatureVerifier;
 class UserDefaults;
 
-/// What the updater asks of the platform. All of it outlives the updater.
+/// The platform services that the updater uses. All must outlive the updater.
 struct UpdatePlatform {
     HttpClient &http;
     UserDefaults &defaults;
@@ -21,37 +21,36 @@ struct UpdatePlatform {
     FileListing &fileListing;
     AtomicFileWriter &fileWriter;
     const SignatureVerifier &signatures;
-    /// Where whole files are checked and written.
+    /// Verifies and writes files.
     SerialQueue &fileQueue;
 };
 
-/// Whether nobody on the way can read or change what comes from `url`.
+/// Whether the transport of `url` is protected against eavesdropping and modification.
 bool isSecureURL(const QUrl &url);
 
-/// Where updates come from and where they go.
+/// Where updates come from and where they are saved.
 struct UpdateSource {
     QUrl feedURL;
     /// Ed25519, base64.
     QString publicKey;
     QString installedVersion;
-    /// The system of this program as feeds name it.
+    /// This program's operating system, as named in feeds.
     QString platform = QStringLiteral("linux");
     FileURL downloadsDirectory;
-    /// Whether an address is safe to ask.
+    /// Whether a URL is safe to request.
     std::function<bool(const QUrl &)> mayAsk = &isSecureURL;
 };
 
-/// The greatest feed and the greatest update that are taken, in bytes.
+/// Maximum sizes of feed and update in bytes.
 inline constexpr qint64 maximumFeedSize = 1024LL * 1024;
 inline constexpr qint64 maximumUpdateSize = 512LL * 1024 * 1024;
 
-/// The newest version of the feed if it is newer than the installed one. Throws UpdateError, also for a newer
-/// version that could not be downloaded safely, or HttpError.
+/// The newest version in the feed, if newer than the installed one. Throws HttpError or UpdateError, the
+/// latter also for a newer version that cannot be downloaded safely.
 Task<std::optional<AppcastItem>> findUpdate(UpdatePlatform platform, UpdateSource source);
 
-/// Fetches the file of `item` and, once its size and its signature are right, puts it into the folder of
-/// downloads under a name that is still free; gives its place. `progress` hears of the bytes and may end it,
-/// for the last time when the file is there. Throws UpdateError, HttpError or SystemError; then there is no
-/// file.
+/// Downloads the file of `item`, verifies size and signature, saves it in the download folder under an unused
+/// name, and returns its URL. `progress` receives the number of bytes and may cancel, last when the download
+/// is complete. Throws UpdateError, HttpError or SystemError and then leaves no file.
 Task<FileURL> downloadUpdate(
     UpdatePlatform platform, UpdateSource source, AppcastItem item, HttpProgress progress);

@@ -2,23 +2,23 @@
 
 #include "Foundation/Error.h"
 
-/// Why there is no update to be had. The texts are English whatever the interface language, like those of
+/// Why an update is not available. The messages are English in every interface language, like those of
 /// HttpError.
 class UpdateError final : public LocalizedError {
 public:
     enum class Code {
-        /// An address that is not safe to ask.
+        /// The URL is not safe to request.
         Insecure,
         InvalidPublicKey,
-        /// The server gave no file, or not the whole of it.
+        /// The server sent no file or an incomplete one.
         Refused,
         InvalidFeed,
         Unsigned,
-        /// The feed tells no size, or one beyond all reason.
+        /// The feed gives no size or an unreasonable one.
         InvalidSize,
         WrongSize,
         WrongSignature,
-        /// The version is not the one that the makers gave the file.
+        /// The version does not match the signed one.
         WrongVersion,
         Cancelled,
     };

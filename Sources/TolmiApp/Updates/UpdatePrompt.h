@@ -3,36 +3,36 @@
 #include "Foundation/ObservableObject.h"
 #include "TolmiApp/Updates/Appcast.h"
 
-/// What the dialog about updates shows, and the answers it gives. Main thread only.
+/// The state of the update dialog, and the user's answers. Main thread only.
 class UpdatePrompt : public ObservableObject {
     Q_OBJECT
 
 public:
     enum class Phase {
-        /// There is nothing to show.
+        /// Nothing to show.
         Hidden,
         Checking,
-        /// A newer version may be downloaded.
+        /// A newer version is available.
         Found,
         UpToDate,
         Failed,
         Downloading,
-        /// The file lies at `filePath`; installing it is the user's.
+        /// The file is at `filePath`; the user installs it.
         Downloaded,
     };
     Q_ENUM(Phase)
 
 private:
     TOLMI_PUBLISHED_READONLY(Phase, phase, setPhase)
-    /// The version that was found, as the user reads it.
+    /// The available version, as shown to the user.
     TOLMI_PUBLISHED_READONLY(QString, version, setVersion)
     /// Plain text; may be empty.
     TOLMI_PUBLISHED_READONLY(QString, releaseNotes, setReleaseNotes)
-    /// How much of the file is here, 0 to 1.
+    /// Download progress, 0 to 1.
     TOLMI_PUBLISHED_READONLY(double, progress, setProgress)
     /// Why it failed.
     TOLMI_PUBLISHED_READONLY(QString, message, setMessage)
-    /// Where the downloaded file lies.
+    /// The path of the downloaded file.
     TOLMI_PUBLISHED_READONLY(QString, filePath, setFilePath)
 
 public:
@@ -46,11 +46,11 @@ public:
     void showProgress(double share);
     void showDownloaded(const QString &path);
 
-    /// The user wants the version that was found.
+    /// The user wants to download the available version.
     Q_INVOKABLE void download();
-    /// The user wants to try again what failed.
+    /// The user wants to retry after a failure.
     Q_INVOKABLE void retry();
-    /// The user closes the dialog, which ends what it showed.
+    /// The user closes the dialog, which cancels a running check or download.
     Q_INVOKABLE void dismiss();
 
 Q_SIGNALS:

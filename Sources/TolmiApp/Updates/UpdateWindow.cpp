@@ -51,7 +51,7 @@ void UpdateWindow::open() {
 
 void UpdateWindow::close() {
     m_view->hide();
-    // The answer that closes the dialog comes from a button in it.
+    // Deleted later, because the call may come from one of its own buttons.
     m_closedView = m_view.release();
     m_closedView->deleteLater();
 }

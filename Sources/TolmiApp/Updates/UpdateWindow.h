@@ -10,12 +10,12 @@
 class QQmlEngine;
 class UpdateDialogModel;
 
-/// The dialog about updates as a window of the desktop, there only while there is something to show.
+/// The window of the update dialog, which exists only while there is something to show.
 class UpdateWindow final : public QObject {
     Q_OBJECT
 
 public:
-    /// Gives an engine what all views of the program have, their look among it.
+    /// Sets up an engine with what all views of the program need, such as the palette.
     using PrepareEngine = std::function<void(QQmlEngine &)>;
 
     /// The model outlives the window.
@@ -39,6 +39,6 @@ private:
     UpdateDialogModel &m_model;
     const PrepareEngine m_prepareEngine;
     std::unique_ptr<QQuickView> m_view;
-    /// The one that goes in a later turn of the main loop, or with this.
+    /// The closed view, deleted in a later iteration of the event loop or with this.
     QPointer<QQuickView> m_closedView;
 };

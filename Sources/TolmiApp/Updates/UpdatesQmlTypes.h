@@ -5,7 +5,7 @@
 
 #include <QtQml/qqml.h>
 
-// Names by which views know types of the logic, which itself does not know QML.
+// Names the C++ types for views; the logic itself does not depend on QML.
 
 /// The state of the updater.
 struct AppUpdaterForViews {
@@ -15,7 +15,7 @@ struct AppUpdaterForViews {
     QML_UNCREATABLE("The program has one already")
 };
 
-/// What the dialog about updates says, and the phases that it has.
+/// The texts and phases of the update dialog.
 struct UpdateDialogModelForViews {
     Q_GADGET
     QML_FOREIGN(UpdateDialogModel)

@@ -24,24 +24,24 @@ protected:
 };
 } // namespace
 
-TEST_F(AudioCacheStoreTest, LiesInTheApplicationFolder) {
+TEST_F(AudioCacheStoreTest, IsInTheApplicationFolder) {
     EXPECT_EQ(store.rootDirectoryURL().path(), root);
     EXPECT_TRUE(files.calls.empty());
 }
 
-TEST_F(AudioCacheStoreTest, LiesInTheTemporaryFolderWhereThereIsNoOther) {
+TEST_F(AudioCacheStoreTest, IsInTheTemporaryFolderIfThereIsNoOther) {
     files.applicationSupport.reset();
     EXPECT_EQ(AudioCacheStore(files).rootDirectoryURL().path(), u"/run/user/1000/Tolmi/audio-cache");
 }
 
-TEST_F(AudioCacheStoreTest, PreparesTheFolderAsOftenAsAsked) {
+TEST_F(AudioCacheStoreTest, CanPrepareTheFolderRepeatedly) {
     store.prepareDirectory();
     EXPECT_EQ(files.folders.count(root), 1u);
     store.prepareDirectory();
     EXPECT_EQ(files.folders.count(root), 1u);
 }
 
-TEST_F(AudioCacheStoreTest, MakesANewNameEachTimeAndNoFile) {
+TEST_F(AudioCacheStoreTest, CreatesANewNameEachTimeButNoFile) {
     static const QRegularExpression name(
         QStringLiteral("^recording-[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\.wav$"));
     const FileURL first = store.makeRecordingURL();
@@ -53,7 +53,7 @@ TEST_F(AudioCacheStoreTest, MakesANewNameEachTimeAndNoFile) {
     EXPECT_TRUE(files.files.empty());
 }
 
-TEST_F(AudioCacheStoreTest, PassesTheErrorOfTheFileManagerOn) {
+TEST_F(AudioCacheStoreTest, PropagatesFileManagerErrors) {
     const SystemError full = SystemError::fromErrno(ENOSPC, root);
     files.createDirectoryFailures = { full, full };
     EXPECT_THROW(store.prepareDirectory(), SystemError);
@@ -71,7 +71,7 @@ TEST_F(AudioCacheStoreTest, RefersToARecordingByItsName) {
     EXPECT_EQ(store.resolveURL(url.lastPathComponent()), url);
 }
 
-TEST_F(AudioCacheStoreTest, GivesThePathBehindTheFolder) {
+TEST_F(AudioCacheStoreTest, ReturnsThePathRelativeToTheFolder) {
     const struct {
         QString path;
         std::optional<QString> expected;
@@ -89,7 +89,7 @@ TEST_F(AudioCacheStoreTest, GivesThePathBehindTheFolder) {
         { q("/home/user/a.wav"), {} },
         { q("/"), {} },
         { q(""), {} },
-        // a neighbour whose name begins like the folder's
+        // a sibling whose name starts with the folder's
         { root + q("-old/a.wav"), q("-old/a.wav") },
         { root + q("s"), q("s") },
     };

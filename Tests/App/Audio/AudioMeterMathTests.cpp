@@ -49,7 +49,7 @@ TEST(AudioMeterMath, TheLevelIsLinearInDecibels) {
             << row.power << " dB over " << row.floor;
 }
 
-TEST(AudioMeterMath, TheFloorIsMinusFiftyUnlessTold) {
+TEST(AudioMeterMath, TheDefaultFloorIsMinusFifty) {
     EXPECT_EQ(AudioMeterMath::normalizedLevel(-50), 0.0);
     EXPECT_EQ(AudioMeterMath::normalizedLevel(-25), 0.5);
 }
@@ -76,7 +76,7 @@ TEST(AudioMeterMath, SmoothingRisesFastAndFallsSlowly) {
             << row.current << " towards " << row.target;
 }
 
-TEST(AudioMeterMath, SmoothingTakesOtherFactors) {
+TEST(AudioMeterMath, SmoothingAcceptsOtherFactors) {
     EXPECT_DOUBLE_EQ(AudioMeterMath::smoothedLevel(0, 1, 0.5, 0.1), 0.5);
     EXPECT_DOUBLE_EQ(AudioMeterMath::smoothedLevel(1, 0, 0.5, 0.1), 0.9);
     EXPECT_DOUBLE_EQ(AudioMeterMath::smoothedLevel(0, 1, 3.0, 0.1), 1.0);

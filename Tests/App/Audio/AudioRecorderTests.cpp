@@ -10,7 +10,7 @@ class AudioRecorderTest : public testing::Test {
 protected:
     using Calls = std::vector<QString>;
 
-    /// The answer of requestPermission once it is there.
+    /// The answer of requestPermission, once given.
     std::optional<bool> answer;
 
     void ask() {
@@ -28,7 +28,7 @@ protected:
 };
 } // namespace
 
-TEST_F(AudioRecorderTest, AKnownStatusAnswersAtOnceWithoutAPrompt) {
+TEST_F(AudioRecorderTest, ADecidedStatusAnswersAtOnceWithoutAPrompt) {
     const std::pair<AuthorizationStatus, bool> rows[] = {
         { AuthorizationStatus::Authorized, true },
         { AuthorizationStatus::Denied, false },
@@ -43,7 +43,7 @@ TEST_F(AudioRecorderTest, AKnownStatusAnswersAtOnceWithoutAPrompt) {
     }
 }
 
-TEST_F(AudioRecorderTest, AnUnsettledStatusWaitsForTheUser) {
+TEST_F(AudioRecorderTest, AnUndecidedStatusWaitsForTheUser) {
     for (const bool isGranted : { true, false }) {
         permission.present = AuthorizationStatus::NotDetermined;
         answer.reset();
@@ -104,7 +104,7 @@ TEST_F(AudioRecorderTest, ARecorderThatCannotStartIsNotKept) {
     }
 }
 
-TEST_F(AudioRecorderTest, AnErrorOfTheSystemPassesUnchanged) {
+TEST_F(AudioRecorderTest, PropagatesSystemErrorsUnchanged) {
     recorders.replies = { {}, { .failure = SystemError(QStringLiteral("no room")) } };
     recorder.startRecording(url);
     try {

@@ -41,7 +41,7 @@ protected:
         return sweeper.sweep(m_folder, retentionHours, maxSizeMB);
     }
 
-    /// Names of the files that removal was tried on, in order.
+    /// Names of the files whose removal was tried, in order.
     QStringList removals() const {
         QStringList names;
         for (const QString &path : m_listing.removals)
@@ -61,13 +61,13 @@ const QString b = QStringLiteral("b.wav");
 const QString c = QStringLiteral("c.wav");
 } // namespace
 
-TEST_F(AudioRetentionSweeperTest, AMissingFolderIsNoError) {
+TEST_F(AudioRetentionSweeperTest, AMissingFolderIsNotAnError) {
     m_fileManager.folders.erase(m_folder.path());
     m_listing.unlistable.insert(m_folder.path());
     EXPECT_EQ(sweep(24, 2048), Result {});
 }
 
-TEST_F(AudioRetentionSweeperTest, AnEmptyFolderGivesZeros) {
+TEST_F(AudioRetentionSweeperTest, AnEmptyFolderReturnsZeros) {
     EXPECT_EQ(sweep(24, 2048), Result {});
 }
 
@@ -134,7 +134,7 @@ TEST_F(AudioRetentionSweeperTest, RemovesTheOldestUntilTheRestFits) {
     EXPECT_EQ(removals(), (QStringList { b, c }));
 }
 
-TEST_F(AudioRetentionSweeperTest, AFileLargerThanTheLimitGoesToo) {
+TEST_F(AudioRetentionSweeperTest, AFileLargerThanTheLimitIsRemovedToo) {
     add(a, 5 * megabyte, 1);
     EXPECT_EQ(sweep(24, 1), (Result { 1, 5 * megabyte, 0 }));
 }
@@ -147,7 +147,7 @@ TEST_F(AudioRetentionSweeperTest, WhatTheAgeRuleRemovedIsNotCountedAgain) {
     EXPECT_EQ(removals(), (QStringList { a, b }));
 }
 
-TEST_F(AudioRetentionSweeperTest, AnOldFileThatStaysCountsAsPresent) {
+TEST_F(AudioRetentionSweeperTest, AnOldFileThatCannotBeRemovedCountsAsPresent) {
     add(a, megabyte, 30);
     add(b, 1, 31);
     m_listing.unremovable.insert(at(a).path());
@@ -155,7 +155,7 @@ TEST_F(AudioRetentionSweeperTest, AnOldFileThatStaysCountsAsPresent) {
     EXPECT_EQ(removals(), (QStringList { a, b }));
 }
 
-TEST_F(AudioRetentionSweeperTest, WhereTheOldestStaysTheNextOldestGoes) {
+TEST_F(AudioRetentionSweeperTest, IfTheOldestCannotBeRemovedTheNextOldestIs) {
     add(a, megabyte, 3);
     add(b, megabyte, 2);
     add(c, megabyte, 1);
@@ -164,7 +164,7 @@ TEST_F(AudioRetentionSweeperTest, WhereTheOldestStaysTheNextOldestGoes) {
     EXPECT_EQ(removals(), (QStringList { a, b }));
 }
 
-TEST_F(AudioRetentionSweeperTest, BothRulesTryAFileThatStays) {
+TEST_F(AudioRetentionSweeperTest, BothRulesTryAFileThatCannotBeRemoved) {
     add(a, 2 * megabyte, 30);
     add(b, 1, 1);
     m_listing.unremovable.insert(at(a).path());
@@ -189,19 +189,19 @@ TEST_F(AudioRetentionSweeperTest, OnlyRegularVisibleFilesOfTheFolderCount) {
     EXPECT_EQ(removals(), QStringList(QStringLiteral("notes.txt")));
 }
 
-TEST_F(AudioRetentionSweeperTest, AFileOfTheFutureIsTheYoungest) {
+TEST_F(AudioRetentionSweeperTest, AFileFromTheFutureIsTheNewest) {
     add(a, megabyte, -100);
     add(b, megabyte, 1);
     EXPECT_EQ(sweep(1, 1), (Result { 1, megabyte, megabyte }));
     EXPECT_EQ(removals(), QStringList(b));
 }
 
-TEST_F(AudioRetentionSweeperTest, TheLargestNumbersThatFitAreTaken) {
+TEST_F(AudioRetentionSweeperTest, AcceptsTheLargestNumbersInRange) {
     add(a, 10, 1e6);
     EXPECT_EQ(sweep(greatest / 3600, greatest / megabyte), (Result { 0, 0, 10 }));
 }
 
-TEST_F(AudioRetentionSweeperTest, ANumberThatDoesNotFitEndsTheProgram) {
+TEST_F(AudioRetentionSweeperTest, ANumberOutOfRangeAborts) {
     const char *message = "Tolmi: a number of the audio retention sweep is too large\n";
     EXPECT_DEATH(sweep(greatest / 3600 + 1, 1), message);
     EXPECT_DEATH(sweep(1, greatest / megabyte + 1), message);
@@ -253,11 +253,11 @@ TEST_F(AudioRetentionSweeperOnDisk, RemovesByAgeThenBySize) {
     EXPECT_EQ(sweep(cache, 24, 2), (Result { 0, 0, 2 * megabyte }));
 }
 
-TEST_F(AudioRetentionSweeperOnDisk, AMissingFolderIsNoError) {
+TEST_F(AudioRetentionSweeperOnDisk, AMissingFolderIsNotAnError) {
     EXPECT_EQ(sweep(m_folder.filePath(QStringLiteral("nothing")), 24, 2), Result {});
 }
 
-TEST_F(AudioRetentionSweeperOnDisk, AFileInThePlaceOfTheFolderIsAnError) {
+TEST_F(AudioRetentionSweeperOnDisk, AFileInsteadOfTheFolderIsAnError) {
     add(a, 1, 0);
     EXPECT_THROW(sweep(m_folder.filePath(a), 24, 2), SystemError);
     EXPECT_TRUE(QFile::exists(m_folder.filePath(a)));

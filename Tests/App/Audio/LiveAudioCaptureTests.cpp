@@ -28,7 +28,7 @@ protected:
             preRollSeconds);
     }
 
-    /// A running engine without a recording.
+    /// Creates a capture with a running engine and no recording.
     void makeIdleCapture(double preRollSeconds = 0.4) {
         makeCapture(preRollSeconds);
         capture->startRecording(url);
@@ -36,7 +36,7 @@ protected:
         audioFiles.files.clear();
     }
 
-    /// Feeds buffers of 1024 frames whose samples count on from buffer to buffer.
+    /// Feeds buffers of 1024 frames whose samples count up across buffers.
     void feedCounting(int bufferCount) {
         for (int buffer = 0; buffer < bufferCount; ++buffer) {
             std::vector<float> samples(1024);
@@ -50,7 +50,7 @@ protected:
         engine.feed(engine.buffer(std::vector<float>(frameCount, sample)));
     }
 
-    /// What the latest file holds, once everything that was fed is processed.
+    /// The content of the latest file, once all buffers are processed.
     const std::vector<float> &written() {
         capture->currentLevel();
         return audioFiles.files.back()->samples;
@@ -62,7 +62,7 @@ protected:
             ASSERT_EQ(samples[index], float(first) + float(index)) << "at " << index;
     }
 
-    /// Readies the capture; what becomes of it stands in `isReady` and `failure`.
+    /// Prepares the capture and stores the outcome in `isReady` and `failure`.
     void follow(bool &isReady) {
         launch([](LiveAudioCaptureTest &test, bool &isReady) -> Task<> {
             try {
@@ -110,7 +110,7 @@ TEST_F(LiveAudioCaptureTest, DestructionRemovesTheTapThenStops) {
     EXPECT_EQ(engine.calls, (Calls { "installTap", "start", "removeTap", "stop" }));
 }
 
-TEST_F(LiveAudioCaptureTest, DestructionWaitsForAStartUnderWay) {
+TEST_F(LiveAudioCaptureTest, DestructionWaitsForAPendingStart) {
     std::promise<void> mayStart;
     engine.onStart = [&] { mayStart.get_future().wait(); };
     makeCapture();
@@ -130,7 +130,7 @@ TEST_F(LiveAudioCaptureTest, DestructionClosesTheFile) {
     EXPECT_FALSE(audioFiles.files.back()->isOpen);
 }
 
-TEST_F(LiveAudioCaptureTest, ALengthThatCannotBeCountedIsFatal) {
+TEST_F(LiveAudioCaptureTest, ALengthOutOfRangeIsFatal) {
     EXPECT_DEATH(makeCapture(std::numeric_limits<double>::quiet_NaN()), "Tolmi: the pre-roll of");
     EXPECT_DEATH(makeCapture(std::numeric_limits<double>::infinity()), "Tolmi: the pre-roll of");
     EXPECT_DEATH(makeCapture(1e300), "Tolmi: the pre-roll of");
@@ -181,7 +181,7 @@ TEST_F(LiveAudioCaptureTest, ARunningEngineIsNotStartedAgain) {
     EXPECT_EQ(engine.calls, (Calls { "installTap", "start" }));
 }
 
-TEST_F(LiveAudioCaptureTest, ALostSourceIsOpenedAgainByTheNextStart) {
+TEST_F(LiveAudioCaptureTest, ALostSourceIsReopenedByTheNextStart) {
     makeIdleCapture();
     engine.loseSource();
     capture->startRecording(url);
@@ -198,7 +198,7 @@ TEST_F(LiveAudioCaptureTest, TheRecordingBeginsWithTheSoundBeforeIt) {
     EXPECT_EQ(audioFiles.files.back()->format, engine.format);
 }
 
-TEST_F(LiveAudioCaptureTest, ThePreRollIsCutOnWholeBuffers) {
+TEST_F(LiveAudioCaptureTest, ThePreRollConsistsOfWholeBuffers) {
     struct Row {
         double preRollSeconds;
         int bufferCount;
@@ -215,7 +215,7 @@ TEST_F(LiveAudioCaptureTest, ThePreRollIsCutOnWholeBuffers) {
     }
 }
 
-TEST_F(LiveAudioCaptureTest, ThePreRollCountsInTheRateOfTheEngine) {
+TEST_F(LiveAudioCaptureTest, ThePreRollUsesTheEnginesSampleRate) {
     engine.format.sampleRate = 16000;
     makeIdleCapture();
     feedCounting(20);
@@ -312,7 +312,7 @@ TEST_F(LiveAudioCaptureTest, StartingCreatesTheFolder) {
         fileManager.calls, (std::vector<FakeFileManager::Call> { { "createDirectory", "/cache/audio" } }));
 }
 
-TEST_F(LiveAudioCaptureTest, AFailedEngineStartTouchesNoFile) {
+TEST_F(LiveAudioCaptureTest, AFailedEngineStartCreatesNoFile) {
     engine.startFailures = { SystemError(QStringLiteral("no microphone")) };
     makeCapture();
     EXPECT_EQ(startError(), "no microphone");
@@ -336,7 +336,7 @@ TEST_F(LiveAudioCaptureTest, AFileThatCannotBeCreatedIsThrown) {
     expectCounting(written(), 0, 1024);
 }
 
-TEST_F(LiveAudioCaptureTest, AFailedStartLeavesTheRecordingThatRuns) {
+TEST_F(LiveAudioCaptureTest, AFailedStartLeavesTheRunningRecording) {
     makeCapture();
     capture->startRecording(url);
     audioFiles.createFailures = { SystemError(QStringLiteral("no file")) };
@@ -356,7 +356,7 @@ TEST_F(LiveAudioCaptureTest, AFailedFlushStopsAtTheFirstErrorAndEndsTheRecording
     EXPECT_FALSE(audioFiles.files.back()->isOpen);
 }
 
-TEST_F(LiveAudioCaptureTest, AFailedLiveWriteMissesThatBufferOnly) {
+TEST_F(LiveAudioCaptureTest, AFailedLiveWriteLosesOnlyThatBuffer) {
     makeCapture();
     capture->startRecording(url);
     audioFiles.failingWrites = { 1 };
@@ -400,7 +400,7 @@ TEST_F(LiveAudioCaptureTest, TheLevelIsTheRootMeanSquareOfTheFirstChannel) {
     EXPECT_NEAR(capture->currentLevel(), 0.6, 1e-5);
 }
 
-TEST_F(LiveAudioCaptureTest, TheSumOfSquaresIsOfSinglePrecision) {
+TEST_F(LiveAudioCaptureTest, TheSumOfSquaresHasSinglePrecision) {
     makeIdleCapture();
     // In single precision 1 + 4096 x 2^-26 stays 1, in double precision it does not.
     std::vector<float> samples(4097, 0x1p-13F);
@@ -441,7 +441,7 @@ TEST_F(LiveAudioCaptureTest, ThePeakIsNeverReset) {
     EXPECT_EQ(capture->currentPreRollPeak(), 1.0);
 }
 
-TEST_F(LiveAudioCaptureTest, ARunningEngineIsReadyWithoutASuspension) {
+TEST_F(LiveAudioCaptureTest, ARunningEngineIsReadyWithoutSuspending) {
     makeIdleCapture();
     bool isReady = false;
     follow(isReady);
@@ -449,7 +449,7 @@ TEST_F(LiveAudioCaptureTest, ARunningEngineIsReadyWithoutASuspension) {
     EXPECT_EQ(engine.calls, (Calls { "installTap", "start" }));
 }
 
-TEST_F(LiveAudioCaptureTest, WhoeverWaitsForAnEngineSharesItsStartAndHearsWhatWentWrong) {
+TEST_F(LiveAudioCaptureTest, ConcurrentCallersShareAStartAndItsError) {
     engine.startFailures = { SystemError(QStringLiteral("no sound")) };
     std::promise<void> mayStart;
     engine.onStart = [&] { mayStart.get_future().wait(); };
@@ -474,7 +474,7 @@ TEST_F(LiveAudioCaptureTest, WhoeverWaitsForAnEngineSharesItsStartAndHearsWhatWe
     }));
 }
 
-TEST_F(LiveAudioCaptureTest, AnEngineLostWhileRecordingIsStartedAgainAndTheGapIsSilence) {
+TEST_F(LiveAudioCaptureTest, AnEngineLostWhileRecordingIsRestartedAndTheGapIsSilence) {
     makeCapture();
     capture->startRecording(url);
     feedCounting(10);
@@ -493,7 +493,7 @@ TEST_F(LiveAudioCaptureTest, AnEngineLostWhileRecordingIsStartedAgainAndTheGapIs
     EXPECT_EQ(written()[10 * 1024 + 48000 - 1024], float(10 * 1024));
 }
 
-TEST_F(LiveAudioCaptureTest, ASoundThatDoesNotComeBackIsToldAfterThreeSecondsOfRecordingOnly) {
+TEST_F(LiveAudioCaptureTest, LostSoundIsReportedAfterThreeSecondsButOnlyWhileRecording) {
     makeCapture();
     int lossCount = 0;
     capture->onSoundLost = [&lossCount] { ++lossCount; };
@@ -510,14 +510,14 @@ TEST_F(LiveAudioCaptureTest, ASoundThatDoesNotComeBackIsToldAfterThreeSecondsOfR
     EXPECT_EQ(lossCount, 1);
 }
 
-TEST_F(LiveAudioCaptureTest, NoBufferIsLostOrDoubledWhereAStartMeetsARunningMicrophone) {
+TEST_F(LiveAudioCaptureTest, NoBufferIsLostOrDuplicatedWhenStartingWithARunningMicrophone) {
     constexpr size_t frameCount = 64;
     makeIdleCapture();
     std::atomic<bool> isEnding = false;
     std::thread microphone([&] {
         for (int buffer = 0; !isEnding; ++buffer) {
             feedConstant(float(buffer), frameCount);
-            // Or the queue grows without end.
+            // Otherwise the queue would grow without bound.
             if (buffer % 8 == 0)
                 capture->currentLevel();
         }

@@ -58,7 +58,7 @@ TEST_F(ProcessingTransitionSoundPlayerTest, LoadsNothingBeforeItIsNeeded) {
     EXPECT_TRUE(m_sounds.requests.isEmpty());
 }
 
-TEST_F(ProcessingTransitionSoundPlayerTest, CarriesOneSoundThroughAllProcessingStates) {
+TEST_F(ProcessingTransitionSoundPlayerTest, KeepsOneSoundThroughAllProcessingStates) {
     for (const Kind kind :
         { Kind::Transcribing, Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining })
         sync(kind);
@@ -111,7 +111,7 @@ TEST_F(ProcessingTransitionSoundPlayerTest, RestartsASoundThatStoppedByItself) {
     EXPECT_TRUE(latest().isPlaying);
 }
 
-TEST_F(ProcessingTransitionSoundPlayerTest, StaysSilentForASoundThatCannotBeLoadedAndTriesAgain) {
+TEST_F(ProcessingTransitionSoundPlayerTest, StaysSilentForAnUnloadableSoundAndRetries) {
     sync(Kind::Transcribing);
     sync(Kind::Transcribing, Sound::Frog);
     EXPECT_EQ(playingCount(), 0);
@@ -124,7 +124,7 @@ TEST_F(ProcessingTransitionSoundPlayerTest, StaysSilentForASoundThatCannotBeLoad
     EXPECT_EQ(playingCount(), 1);
 }
 
-TEST_F(ProcessingTransitionSoundPlayerTest, StopsTwiceWithoutHarm) {
+TEST_F(ProcessingTransitionSoundPlayerTest, CanBeStoppedTwice) {
     m_player.stop();
     sync(Kind::Transcribing);
     m_player.stop();

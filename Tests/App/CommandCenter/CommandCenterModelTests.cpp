@@ -85,7 +85,7 @@ TEST_F(CommandCenterModelTest, CountsCompletedSteps) {
     }
 }
 
-TEST_F(CommandCenterModelTest, TellsEachStepOfTheProgress) {
+TEST_F(CommandCenterModelTest, AnnouncesEachStepOfTheProgress) {
     microphone.present = AuthorizationStatus::NotDetermined;
     QStringList shown;
     QObject::connect(&*model, &CommandCenterModel::onboardingProgressChanged, &*model,
@@ -106,7 +106,7 @@ TEST_F(CommandCenterModelTest, TellsEachStepOfTheProgress) {
     EXPECT_EQ(lastShown(), QStringLiteral("Progres: 2/3"));
 }
 
-TEST_F(CommandCenterModelTest, MicrophoneThatADictationGotCounts) {
+TEST_F(CommandCenterModelTest, AMicrophonePermissionFromADictationCounts) {
     microphone.present = AuthorizationStatus::NotDetermined;
     EXPECT_EQ(model->completedOnboardingSteps(), 0);
     SignalCounter changes(&*model, &CommandCenterModel::onboardingProgressChanged);
@@ -135,7 +135,7 @@ TEST_F(CommandCenterModelTest, CountsTheHistoryAsItGrows) {
     EXPECT_EQ(changes.count(), 5);
 }
 
-TEST_F(CommandCenterModelTest, TellsWhereTheLatestTextWent) {
+TEST_F(CommandCenterModelTest, ShowsWhereTheLatestTextWasPasted) {
     EXPECT_EQ(model->lastDestination(), QString());
     addEntry(QStringLiteral("Thunderbird"));
     EXPECT_EQ(model->lastDestination(), QStringLiteral("Last destination: Thunderbird"));
@@ -146,7 +146,7 @@ TEST_F(CommandCenterModelTest, TellsWhereTheLatestTextWent) {
     EXPECT_EQ(model->lastDestination(), QStringLiteral("Ultima destinatie: Destinatie necunoscuta"));
 }
 
-TEST_F(CommandCenterModelTest, LeadsToTheWorkspaces) {
+TEST_F(CommandCenterModelTest, NavigatesToTheWorkspaces) {
     model->openProfile();
     model->openDictationLive();
     model->openHistory();

@@ -85,7 +85,7 @@ TEST_F(HealthModelTest, ReadsTheSettingsAtEachRun) {
     EXPECT_EQ(statusOfOllama(), Status::Warning);
 }
 
-TEST_F(HealthModelTest, RunsInANewLanguage) {
+TEST_F(HealthModelTest, RunsAgainInANewLanguage) {
     probe.give(true);
     settings.store.setUiLanguage(AppLanguage::Romanian);
     EXPECT_EQ(endpoints.size(), 1);
@@ -94,7 +94,7 @@ TEST_F(HealthModelTest, RunsInANewLanguage) {
     EXPECT_EQ(endpoints.size(), 1) << "the same language is no change";
 }
 
-TEST_F(HealthModelTest, RunsWhenTheApplicationComesToTheFront) {
+TEST_F(HealthModelTest, RunsWhenTheApplicationBecomesActive) {
     microphoneStatus = AuthorizationStatus::Denied;
     probe.give(true);
     application.didBecomeActive();
@@ -129,14 +129,14 @@ TEST_F(HealthModelTest, ARunThatOutlivesTheModelEndsQuietly) {
     EXPECT_EQ(endpoints.size(), 1);
 }
 
-TEST_F(HealthModelTest, AProbeThatIsAbandonedEndsTheRun) {
+TEST_F(HealthModelTest, AnAbandonedProbeEndsTheRun) {
     probe.suspend();
     model->runChecks();
     probe.abandonWaiting();
     EXPECT_TRUE(isChecking());
 }
 
-TEST_F(HealthModelTest, TellsViewsOfEveryStep) {
+TEST_F(HealthModelTest, NotifiesViewsOfEveryStep) {
     int itemsCount = 0;
     int refreshingCount = 0;
     QObject::connect(model.get(), &HealthModel::itemsChanged, [&] { ++itemsCount; });

@@ -11,7 +11,7 @@
 namespace {
 using Server = MisbehavingServer;
 
-/// The probe before a server that is really there.
+/// The probe with a real server.
 class OllamaProbeServer : public testing::Test {
 protected:
     void begin(double timeout = 3) {
@@ -72,19 +72,19 @@ TEST_F(OllamaProbeServer, FollowsARedirectWithinTheOrigin) {
     EXPECT_EQ(m_server.requests.size(), 2u);
 }
 
-TEST_F(OllamaProbeServer, FindsNobodyWhereNobodyListens) {
+TEST_F(OllamaProbeServer, FailsWhereNobodyListens) {
     m_server.refuseConnections();
     EXPECT_FALSE(perform());
 }
 
-TEST_F(OllamaProbeServer, DropsAnEndlessAnswerThatBeganWell) {
+TEST_F(OllamaProbeServer, RejectsAnEndlessAnswerWithAGoodStatus) {
     m_server.script = { { Server::send("HTTP/1.1 200 OK\r\n\r\n"), m_server.stream(1024 * 1024 * 1024) } };
     EXPECT_TRUE(perform());
-    // What lies in the system's buffers counts as sent.
+    // Data in the system's buffers counts as sent.
     EXPECT_LT(m_server.streamedByteCount, 128 * 1024 * 1024);
 }
 
-TEST_F(OllamaProbeServer, GivesUpAfterTheTimeOutInSilence) {
+TEST_F(OllamaProbeServer, TimesOutWhenIdle) {
     m_server.script = { {} };
     begin(3);
     ASSERT_TRUE(untilTrue([this] { return !m_server.requests.empty(); }));

@@ -29,7 +29,7 @@ struct ProbeCall {
     friend bool operator==(const ProbeCall &, const ProbeCall &) = default;
 };
 
-/// A service whose functions answer as the members say and note in which order they were called.
+/// A service whose functions return the values of the members and record their order of calls.
 class StudioHealthCheckServiceTest : public testing::Test {
 protected:
     StudioHealthCheckService service(PlatformTexts texts = PlatformTexts::forMacOS()) {
@@ -55,7 +55,7 @@ protected:
             probes.push_back({ endpoint, timeout });
             return answer(isReachable);
         };
-        functions.isStrangerAt = [this](const QUrl &) { return isStrangerThere; };
+        functions.isUntrustedAt = [this](const QUrl &) { return isListenerUntrusted; };
         return StudioHealthCheckService(std::move(functions), std::move(texts));
     }
     static Task<bool> answer(bool isReachable) { co_return isReachable; }
@@ -85,7 +85,7 @@ protected:
     bool isExecutable = true;
     bool isThere = true;
     bool isReachable = true;
-    bool isStrangerThere = false;
+    bool isListenerUntrusted = false;
     QStringList calls;
     std::vector<ProbeCall> probes;
 };
@@ -101,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(StudioHealthCheckService, InBothLanguages, testing::Val
 struct EndpointCase {
     const char *name;
     const char *endpoint;
-    /// The URL that is asked; nothing for an address that is not valid.
+    /// The probed URL; null for an invalid address.
     const char *asked;
 };
 
@@ -189,7 +189,7 @@ TEST_P(InBothLanguages, OnLinuxTheHintsNameTheLocalWay) {
     EXPECT_EQ(run(service(texts))[0].hint, texts.text(Key::healthRecheckPermissions, GetParam()));
 }
 
-TEST_P(InBothLanguages, AMicrophoneThatWasNotAskedForIsAWarning) {
+TEST_P(InBothLanguages, AnUndeterminedMicrophoneIsAWarning) {
     microphoneStatus = AuthorizationStatus::NotDetermined;
     EXPECT_EQ(run()[0],
         item(microphone, Key::healthMicrophone, Status::Warning, Key::healthPermissionNotRequested,
@@ -203,7 +203,7 @@ TEST_P(InBothLanguages, AnUnknownStatusOfTheMicrophoneIsAWarning) {
             Key::healthRecheckPermissions));
 }
 
-TEST_P(InBothLanguages, WithoutRefinementNobodyIsAskedEvenAtABadAddress) {
+TEST_P(InBothLanguages, WithoutRefinementNothingIsProbedEvenWithABadAddress) {
     input.refinementEnabled = false;
     input.ollamaEndpoint = QStringLiteral("nonsense");
     EXPECT_EQ(run()[4],
@@ -212,7 +212,7 @@ TEST_P(InBothLanguages, WithoutRefinementNobodyIsAskedEvenAtABadAddress) {
     EXPECT_TRUE(probes.empty());
 }
 
-TEST_F(StudioHealthCheckServiceTest, ARestrictedMicrophoneIsADeniedOne) {
+TEST_F(StudioHealthCheckServiceTest, ARestrictedMicrophoneCountsAsDenied) {
     microphoneStatus = AuthorizationStatus::Denied;
     const HealthCheckItem denied = run()[0];
     microphoneStatus = AuthorizationStatus::Restricted;
@@ -241,7 +241,7 @@ TEST_F(StudioHealthCheckServiceTest, AnEmptyPathIsMissing) {
     EXPECT_EQ(items[3].status, Status::Error);
 }
 
-TEST_P(Endpoints, AreAskedWhenTheyAreValid) {
+TEST_P(Endpoints, AreProbedWhenValid) {
     input.ollamaEndpoint = QString::fromUtf8(GetParam().endpoint);
     const HealthCheckItem found = run()[4];
     if (GetParam().asked) {
@@ -277,13 +277,13 @@ TEST(StudioHealthInput, IsReadFromTheSettings) {
             QStringLiteral(" http://x "), 0.25, AppLanguage::English }));
 }
 
-TEST_F(StudioHealthCheckServiceTest, TheUsualFunctionsAskThePlatform) {
+TEST_F(StudioHealthCheckServiceTest, TheDefaultFunctionsQueryThePlatform) {
     FakeFileManager files;
     FakeMicrophonePermission permission;
     FakeAccessibilityRight right;
     FakeHttpClient http;
     FakeLocalListeners listeners;
-    listeners.replies = { Listener::Trusted, Listener::Nobody, Listener::Stranger };
+    listeners.replies = { Listener::Trusted, Listener::Nobody, Listener::Untrusted };
     const StudioHealthCheckService checks(
         StudioHealthCheckService::Platform { permission, right, files, http, listeners },
         PlatformTexts::forLinux());
@@ -309,8 +309,8 @@ TEST_F(StudioHealthCheckServiceTest, TheUsualFunctionsAskThePlatform) {
     EXPECT_EQ(listeners.asked.size(), 3U);
 }
 
-TEST_P(InBothLanguages, AStrangersServerIsUnreachableAndTheHintSaysWhy) {
-    isStrangerThere = true;
+TEST_P(InBothLanguages, AnotherUsersServerIsUnreachableAndTheHintSaysWhy) {
+    isListenerUntrusted = true;
     EXPECT_EQ(run()[4],
         item(ollama, Key::healthOllama, Status::Error, Key::healthUnreachable,
             L10n::text(L10n::Phrase::healthStrangerHint, input.uiLanguage)));
@@ -342,7 +342,7 @@ INSTANTIATE_TEST_SUITE_P(StudioHealthCheckService, OllamaProbe,
     [](const auto &info) { return info.param.name; });
 } // namespace
 
-TEST_P(OllamaProbe, GoesByTheStatus) {
+TEST_P(OllamaProbe, DependsOnTheStatus) {
     FakeHttpClient http;
     http.replies = { GetParam().reply };
     const bool isReachable = awaitTask(

@@ -35,7 +35,7 @@ TEST_F(ProfileChangeTrackerTest, ANestedBatchIsPartOfTheOuterOne) {
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(ProfileChangeTrackerTest, ABatchThatEndsAsItBeganIsNoChange) {
+TEST_F(ProfileChangeTrackerTest, ABatchWithoutANetChangeIsNoChange) {
     tracker.start();
     tracker.performBatchUpdate([this] {
         rename("Ana");
@@ -44,7 +44,7 @@ TEST_F(ProfileChangeTrackerTest, ABatchThatEndsAsItBeganIsNoChange) {
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(ProfileChangeTrackerTest, ARepairCountsNeitherThenNorLater) {
+TEST_F(ProfileChangeTrackerTest, ARepairIsNeverCounted) {
     tracker.start();
     tracker.performRepair([this] { rename("Ana"); });
     rename("Ana");

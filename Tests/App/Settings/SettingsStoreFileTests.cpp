@@ -13,7 +13,7 @@
 #include <gtest/gtest.h>
 
 namespace {
-/// The settings of a program that is started again and again on the same file.
+/// The settings over several runs of the program with the same file.
 class SettingsStoreFileTest : public testing::Test {
 protected:
     /// One run of the program.
@@ -45,7 +45,7 @@ protected:
 };
 } // namespace
 
-TEST_F(SettingsStoreFileTest, KeepsChangesOverARestart) {
+TEST_F(SettingsStoreFileTest, KeepsChangesAcrossARestart) {
     QString profileID;
     {
         Run run(*this);
@@ -66,7 +66,7 @@ TEST_F(SettingsStoreFileTest, KeepsChangesOverARestart) {
     EXPECT_EQ(run.store.profileSyncVersion(), 2);
 }
 
-TEST_F(SettingsStoreFileTest, LeavesTheFileAloneWhenNothingChanges) {
+TEST_F(SettingsStoreFileTest, DoesNotWriteTheFileWhenNothingChanges) {
     { Run run(*this); }
     const QByteArray before = content();
     EXPECT_FALSE(before.isEmpty());
@@ -87,7 +87,7 @@ TEST_F(SettingsStoreFileTest, StartsOnABrokenFileAndKeepsIt) {
     EXPECT_EQ(kept.readAll(), "{\"tolmi.appearance\": \"light\",");
 }
 
-TEST_F(SettingsStoreFileTest, TakesTheDefaultForAValueOfTheWrongKind) {
+TEST_F(SettingsStoreFileTest, UsesTheDefaultForAValueOfTheWrongType) {
     put("{\"tolmi.appearance\": 1, \"tolmi.uiLanguage\": \"en\", \"tolmi.onboarding.version\": \"two\","
         " \"tolmi.unknown\": 5}");
     Run run(*this);

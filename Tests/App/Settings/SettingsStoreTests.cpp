@@ -34,7 +34,7 @@ DefaultsValue stored(const char *utf8) {
     return q(utf8);
 }
 
-// A value of any published field as a text, so that one table can hold them all.
+// The value of any published field as a string, so that one table can contain them all.
 QString described(const QString &text) {
     return text;
 }
@@ -74,7 +74,7 @@ protected:
         return std::make_unique<SettingsStore>(defaults, files, clock, bundle);
     }
 
-    /// A store on defaults that hold nothing but this.
+    /// A store whose defaults contain only this value.
     std::unique_ptr<SettingsStore> makeStore(const char *key, const std::optional<DefaultsValue> &value) {
         defaults.values.clear();
         if (value)
@@ -191,7 +191,7 @@ TEST_F(SettingsStoreTest, LoadsEachKey) {
     }
 }
 
-TEST_F(SettingsStoreTest, MakesAProfileIdWhereThereIsNone) {
+TEST_F(SettingsStoreTest, CreatesAProfileIdIfThereIsNone) {
     EXPECT_TRUE(isUppercaseUuid(makeStore("tolmi.profile.id", {})->profileID()));
     EXPECT_TRUE(isUppercaseUuid(makeStore("tolmi.profile.id", stored(" \n"))->profileID()));
     EXPECT_TRUE(isUppercaseUuid(makeStore("tolmi.profile.id", true)->profileID()));
@@ -268,7 +268,7 @@ TEST_F(SettingsStoreTest, StoresEachAssignment) {
     }
 }
 
-TEST_F(SettingsStoreTest, StoresWhatIsNoNumberWhereEveryNumberIsAllowed) {
+TEST_F(SettingsStoreTest, StoresNaNWhereEveryNumberIsAllowed) {
     const auto store = makeStore();
     defaults.writes.clear();
     store->setOllamaTimeout(std::nan(""));
@@ -276,7 +276,7 @@ TEST_F(SettingsStoreTest, StoresWhatIsNoNumberWhereEveryNumberIsAllowed) {
     EXPECT_EQ(defaults.writes.size(), 1u);
 }
 
-TEST_F(SettingsStoreTest, ForgetsTheKeyOfAnAbsentValue) {
+TEST_F(SettingsStoreTest, RemovesTheKeyOfAnAbsentValue) {
     const auto store = makeStore();
     store->setOnboardingSkippedAt(q("then"));
     store->setProfileAvatarImageRelativePath(q("a.png"));
@@ -292,10 +292,10 @@ TEST_F(SettingsStoreTest, ForgetsTheKeyOfAnAbsentValue) {
 TEST_F(SettingsStoreTest, WritesBackInAFixedOrder) {
     const auto store = makeStore();
     const std::vector<Write> expected {
-        // the repair, whose assignments are stored as any other
+        // the repair, whose assignments are stored like any other
         { q("tolmi.profile.syncVersion"), qint64(1) },
         { q("tolmi.onboarding.version"), qint64(1) },
-        // the writing back
+        // the write-back
         { q("tolmi.whisperBinaryPath"), defaultBinary },
         { q("tolmi.modelPath"), defaultModel },
         { q("tolmi.performanceMode"), stored("faster") },
@@ -390,7 +390,7 @@ TEST_F(SettingsStoreTest, MigratesTheModelPath) {
 }
 
 TEST_F(SettingsStoreTest, SanitisesTheDisplayName) {
-    const QString family = q("\U0001F468\u200D\U0001F469\u200D\U0001F467"); // one character for a reader
+    const QString family = q("\U0001F468\u200D\U0001F469\u200D\U0001F467"); // one grapheme cluster
     const struct {
         QString name;
         QString expected;
@@ -402,7 +402,7 @@ TEST_F(SettingsStoreTest, SanitisesTheDisplayName) {
         { QString(60, u'x'), QString(40, u'x') },
         { family.repeated(60), family.repeated(40) },
         { QString(40, u'x'), QString(40, u'x') },
-        // The cut leaves a blank at the end, and the second run of the check takes it away.
+        // Truncation leaves a trailing blank, which the second run of the check removes.
         { QString(39, u'x') + q(" y"), QString(39, u'x') },
     };
     const auto store = makeStore();
@@ -413,7 +413,7 @@ TEST_F(SettingsStoreTest, SanitisesTheDisplayName) {
     }
 }
 
-TEST_F(SettingsStoreTest, LoadsADisplayNameCutBehindABlankAsItStands) {
+TEST_F(SettingsStoreTest, LoadsADisplayNameWithATrailingBlankUnchanged) {
     const auto store = makeStore("tolmi.profileDisplayName", QString(39, u'x') + q(" y"));
     EXPECT_EQ(store->profileDisplayName(), QString(39, u'x') + u' ');
 }
@@ -467,7 +467,7 @@ TEST_F(SettingsStoreTest, RepairsAnAvatarWithoutCountingIt) {
     EXPECT_EQ(store->profileSyncVersion(), 2);
     EXPECT_EQ(store->profileAvatarImageRelativePath(), std::nullopt);
 
-    // What follows counts again, and only what follows.
+    // Later changes count again.
     store->setProfileDisplayName(q("Ana"));
     EXPECT_EQ(store->profileSyncVersion(), 3);
 }
@@ -486,7 +486,7 @@ TEST_F(SettingsStoreTest, ResolvesTheAvatar) {
     EXPECT_EQ(store->profileSyncVersion(), 1);
 }
 
-TEST_F(SettingsStoreTest, LooksForTheAvatarInTheTemporaryFolderWhereThereIsNoOther) {
+TEST_F(SettingsStoreTest, LooksForTheAvatarInTheTemporaryFolderIfThereIsNoOther) {
     files.applicationSupport.reset();
     files.files[q("/run/user/1000/Tolmi/a.png")];
     storeAvatarPaths("a.png", "a.png");
@@ -525,7 +525,7 @@ TEST_F(SettingsStoreTest, ClearsBrokenAvatarPathsAtStart) {
     }
 }
 
-TEST_F(SettingsStoreTest, MovesTheOnboarding) {
+TEST_F(SettingsStoreTest, AdvancesTheOnboarding) {
     const auto state = [](const SettingsStore &store) {
         return QStringList { described(store.hasCompletedOnboarding()), described(store.onboardingLastStep()),
             described(store.onboardingSkippedAt()), described(store.onboardingVersion()) };
@@ -553,7 +553,7 @@ TEST_F(SettingsStoreTest, MovesTheOnboarding) {
     EXPECT_EQ(state(*store), row("false", "profile", "(none)", "1"));
 }
 
-TEST_F(SettingsStoreTest, MovesTheOnboardingInAFixedOrder) {
+TEST_F(SettingsStoreTest, StoresOnboardingStepsInAFixedOrder) {
     const auto store = makeStore();
     const auto keysOf = [&](const std::function<void()> &operation) {
         defaults.writes.clear();
@@ -595,7 +595,7 @@ TEST_F(SettingsStoreTest, RemindsOfAnUnfinishedOnboarding) {
     EXPECT_FALSE(store->shouldShowOnboardingReminder());
 }
 
-TEST_F(SettingsStoreTest, CutsTheFractionOfASecondOff) {
+TEST_F(SettingsStoreTest, TruncatesFractionsOfMilliseconds) {
     const struct {
         double secondsSince1970;
         const char *expected;
@@ -615,7 +615,7 @@ TEST_F(SettingsStoreTest, CutsTheFractionOfASecondOff) {
     }
 }
 
-TEST_F(SettingsStoreTest, TellsOfAChangeWhileTheOldValueIsReadable) {
+TEST_F(SettingsStoreTest, AnnouncesAChangeWhileTheOldValueIsReadable) {
     const auto store = makeStore();
     QStringList events;
     QObject::connect(store.get(), &ObservableObject::objectWillChange,
@@ -629,7 +629,7 @@ TEST_F(SettingsStoreTest, TellsOfAChangeWhileTheOldValueIsReadable) {
     EXPECT_EQ(events.join(u'|'), u"object llama3.2:3b|llama3.2:3b -> a|changed to a|object a|a -> a");
 }
 
-TEST_F(SettingsStoreTest, TellsOfARepairAsASecondChange) {
+TEST_F(SettingsStoreTest, AnnouncesARepairAsASecondChange) {
     const auto store = makeStore();
     store->setProcessingTransitionSoundVolume(1);
     QStringList events;
@@ -662,7 +662,7 @@ TEST_F(SettingsStoreTest, ShowsEveryFieldToViews) {
         EXPECT_TRUE(meta->property(index).hasNotifySignal()) << meta->property(index).name();
 }
 
-TEST_F(SettingsStoreTest, EndsTheProgramWhenTheVersionOverflows) {
+TEST_F(SettingsStoreTest, AbortsWhenTheVersionOverflows) {
     const auto store = makeStore("tolmi.profile.syncVersion", std::numeric_limits<qint64>::max());
     EXPECT_DEATH(store->setProfileDisplayName(q("Ana")), "^Tolmi: the version of the profile");
 }
@@ -673,7 +673,7 @@ TEST(ProfileAvatarPresetTest, NormalisesStoredTexts) {
     EXPECT_EQ(normalizedProfileAvatarID(q("work")), u"person.crop.circle.fill");
 }
 
-TEST(AppAppearanceTest, ForcesALookOrFollowsTheSystem) {
+TEST(AppAppearanceTest, ForcesAnAppearanceOrFollowsTheSystem) {
     EXPECT_EQ(nsAppearance(AppAppearance::System), std::nullopt);
     EXPECT_EQ(nsAppearance(AppAppearance::Light), Appearance::Light);
     EXPECT_EQ(nsAppearance(AppAppearance::Dark), Appearance::Dark);

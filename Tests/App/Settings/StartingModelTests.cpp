@@ -25,11 +25,11 @@ protected:
     FakeUserDefaults defaults;
 };
 
-TEST_F(StartingModelTest, LiesBesideTheProgram) {
+TEST_F(StartingModelTest, IsInstalledBesideTheProgram) {
     EXPECT_EQ(StartingModel::url(FileURL(QStringLiteral("/opt/tolmi/bin"))).path(), startingModel);
 }
 
-TEST_F(StartingModelTest, ServesWhenThereIsNoOther) {
+TEST_F(StartingModelTest, IsUsedWhenThereIsNoOther) {
     choose();
     EXPECT_EQ(defaults.string(key), startingModel);
 }
@@ -40,14 +40,14 @@ TEST_F(StartingModelTest, LeavesTheDefaultAloneWhenARealModelIsInstalled) {
     EXPECT_FALSE(defaults.string(key));
 }
 
-TEST_F(StartingModelTest, GivesWayToARealModelThatWasInstalledSince) {
+TEST_F(StartingModelTest, IsReplacedByARealModelInstalledSince) {
     choose();
     files.files[realModel] = "model";
     choose();
     EXPECT_FALSE(defaults.string(key));
 }
 
-TEST_F(StartingModelTest, FollowsTheProgramThatHasMoved) {
+TEST_F(StartingModelTest, FollowsAMovedProgram) {
     defaults.values[key] = QStringLiteral("/old/share/tolmi/models/ggml-tolmi-starter-q8_0.bin");
     choose();
     EXPECT_EQ(defaults.string(key), startingModel);

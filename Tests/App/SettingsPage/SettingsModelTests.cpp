@@ -27,7 +27,7 @@ QString textsOf(const QVariantList &options) {
 
 class SettingsModelTest : public testing::Test {
 protected:
-    /// What was stored last under `key`.
+    /// The value last stored at `key`.
     DefaultsValue stored(const char *key) const { return place.defaults.values.at(QString::fromLatin1(key)); }
 
     SettingsModelFixture place;
@@ -37,7 +37,7 @@ protected:
 
 } // namespace
 
-TEST_F(SettingsModelTest, OptionsComeInTheirOrder) {
+TEST_F(SettingsModelTest, OptionsAreInOrder) {
     EXPECT_EQ(valuesOf(model.appearanceOptions()), u"system light dark");
     EXPECT_EQ(valuesOf(model.uiLanguageOptions()), u"ro en");
     EXPECT_EQ(valuesOf(model.transcriptionLanguageOptions()), u"ro en auto es fr de it pt");
@@ -84,7 +84,7 @@ TEST_F(SettingsModelTest, EveryChoiceIsStoredAtOnce) {
     EXPECT_EQ(model.transitionSound(), u"none");
 }
 
-TEST_F(SettingsModelTest, FollowsWhatIsChangedElsewhere) {
+TEST_F(SettingsModelTest, FollowsChangesMadeElsewhere) {
     QSignalSpy appearances(&model, &SettingsModel::appearanceChanged);
     QSignalSpy modes(&model, &SettingsModel::performanceModeChanged);
     QSignalSpy sounds(&model, &SettingsModel::transitionSoundChanged);
@@ -135,12 +135,12 @@ TEST(SettingsTimeoutText, ShowsAndReadsTheNumberFormatOfTheLocale) {
     }
 }
 
-TEST_F(SettingsModelTest, ATimeoutIsShownWithSixDecimalsAtMost) {
+TEST_F(SettingsModelTest, ATimeoutIsShownWithAtMostSixDecimals) {
     store.setOllamaTimeout(1.0 / 3);
     EXPECT_EQ(model.ollamaTimeoutText(), u"0.333333");
 }
 
-TEST_F(SettingsModelTest, WhatIsNoNumberLeavesTheTimeout) {
+TEST_F(SettingsModelTest, NonNumbersLeaveTheTimeoutUnchanged) {
     store.setOllamaTimeout(7);
     for (const char *text : { "", " ", "-", "ten", "1.5.2", "5 s", "inf", "nan" }) {
         model.setOllamaTimeoutText(QString::fromLatin1(text));
@@ -160,7 +160,7 @@ TEST_F(SettingsModelTest, PreviewPlaysOnceWithItsOwnVolume) {
     EXPECT_TRUE(sound.isPlaying);
 }
 
-TEST_F(SettingsModelTest, VolumesAreHeardFromTheNextPreviewOn) {
+TEST_F(SettingsModelTest, VolumeChangesApplyToTheNextPreview) {
     model.previewTransitionSound();
     store.setProcessingTransitionPreviewVolume(0.2);
     EXPECT_EQ(place.sounds.sounds.front()->volume, 0.7f);
@@ -188,7 +188,7 @@ TEST_F(SettingsModelTest, PreviewOfSilenceOnlyStops) {
     EXPECT_EQ(place.sounds.sounds.size(), 1u);
 }
 
-TEST_F(SettingsModelTest, PreviewOfASoundThatIsMissingOnlyStops) {
+TEST_F(SettingsModelTest, PreviewOfAMissingSoundOnlyStops) {
     model.previewTransitionSound();
     model.setTransitionSound(QStringLiteral("basso"));
     model.previewTransitionSound();
@@ -203,7 +203,7 @@ TEST_F(SettingsModelTest, ResetsTheSystemPrompt) {
     EXPECT_EQ(store.ollamaSystemPrompt(), OllamaConfiguration::defaultSystemPrompt);
 }
 
-TEST_F(SettingsModelTest, LeadsToTheProfile) {
+TEST_F(SettingsModelTest, NavigatesToTheProfile) {
     model.openProfile();
     EXPECT_EQ(place.destinations, QList { StudioDestination::Profile });
 }

@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(TemplateText, Sentences,
         Splitting {
             QStringLiteral("a\u0301. e\u0301"), { QStringLiteral("a\u0301."), QStringLiteral("e\u0301") } }));
 
-TEST_P(Subject, IsTheFirstEightWordsWithACapital) {
+TEST_P(Subject, IsTheFirstEightWordsCapitalised) {
     EXPECT_EQ(subject(GetParam().given), GetParam().expected);
 }
 
@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(TemplateText, Subject,
         Change { QStringLiteral("1 2 3 4 5 6 7 8"), QStringLiteral("1 2 3 4 5 6 7 8") },
         Change { QStringLiteral("1 2 3 4 5 6 7 8 9"), QStringLiteral("1 2 3 4 5 6 7 8") },
         Change { QStringLiteral("a  b\tc\u00A0d"), QStringLiteral("A b c d") },
-        // A line feed is no blank here.
+        // A line feed does not count as a blank here.
         Change { QStringLiteral("a\nb c d e f g h i"), QStringLiteral("A\nb c d e f g h i") },
         Change { QStringLiteral("\na b\n"), QStringLiteral("A b") },
         Change { QStringLiteral("3 items"), QStringLiteral("3 items") },
@@ -125,7 +125,7 @@ TEST(TemplateText, NumbersTheFirstSentences) {
     EXPECT_TRUE(numberedLines(QStringList(12, "x"), 12).endsWith(QStringLiteral("\n12. x")));
 }
 
-TEST(TemplateText, GivesTheFirstSentencesABox) {
+TEST(TemplateText, PutsCheckBoxesBeforeTheFirstSentences) {
     EXPECT_EQ(checkboxLines({ "A.", "B." }, 3), QStringLiteral("- [ ] A.\n- [ ] B."));
     EXPECT_EQ(checkboxLines({ "A.", "B.", "C." }, 1), QStringLiteral("- [ ] A."));
     EXPECT_EQ(checkboxLines({}, 3), QStringLiteral("- [ ] (no action extracted)"));
@@ -192,7 +192,7 @@ INSTANTIATE_TEST_SUITE_P(TemplatePreset, Shapes,
                 "Pasi urmatori:", "- [ ] fara semne" }) }),
     [](const auto &info) { return info.param.name; });
 
-TEST(TemplatePreset, MakesNothingOfWhiteSpace) {
+TEST(TemplatePreset, ReturnsNothingForWhiteSpace) {
     for (const TemplatePreset preset : presets) {
         for (const AppLanguage language : languages) {
             EXPECT_EQ(transform(preset, {}, language), QString());
@@ -201,7 +201,7 @@ TEST(TemplatePreset, MakesNothingOfWhiteSpace) {
     }
 }
 
-TEST(TemplatePreset, LetsNoLineBreakOfTheTextThrough) {
+TEST(TemplatePreset, RemovesLineBreaksOfTheText) {
     const QString inOneLine = QStringLiteral("First. Second? Third");
     const QString broken = QStringLiteral("First.\r\n\r\nSecond?\u2028Third\n");
     for (const TemplatePreset preset : presets) {
@@ -213,7 +213,7 @@ TEST(TemplatePreset, LetsNoLineBreakOfTheTextThrough) {
     }
 }
 
-TEST(TemplatePreset, TakesAMegabyteOfText) {
+TEST(TemplatePreset, AcceptsAMegabyteOfText) {
     const QString sentence = QStringLiteral("This is a sentence of the long text. ");
     const QString text = sentence.repeated(1024 * 1024 / sentence.size());
     const QString email = transform(TemplatePreset::EmailClear, text, AppLanguage::English);

@@ -14,7 +14,7 @@ class TemplatesModelTest : public testing::Test {
 protected:
     TemplatesModelTest() { settings.store.setUiLanguage(AppLanguage::English); }
 
-    /// Dictates a text and gives the id of its entry.
+    /// Adds a dictation and returns the ID of its entry.
     QUuid add(const QString &refined, const QString &raw = QStringLiteral("raw")) {
         history.add({ .rawText = raw, .refinedText = refined, .language = QStringLiteral("en") });
         return history.entries().first().id;
@@ -34,7 +34,7 @@ protected:
 };
 } // namespace
 
-TEST_F(TemplatesModelTest, StartsWithTheEmailAndNothingElse) {
+TEST_F(TemplatesModelTest, StartsWithTheEmailPresetAndNoPreview) {
     EXPECT_EQ(model.selectedPreset(), TemplatePreset::EmailClear);
     EXPECT_EQ(model.selectedPresetID(), QStringLiteral("emailClear"));
     EXPECT_FALSE(model.hasSelectedEntry());
@@ -77,7 +77,7 @@ TEST_F(TemplatesModelTest, FindsAnEntryThatWasChosenBefore) {
     EXPECT_EQ(later.inputText(), QStringLiteral("Hello."));
 }
 
-TEST_F(TemplatesModelTest, TakesTheRawTextWhereNothingWasRefined) {
+TEST_F(TemplatesModelTest, UsesTheRawTextWithoutRefinement) {
     addAndSelect({}, QStringLiteral("as spoken"));
     EXPECT_EQ(model.inputText(), QStringLiteral("as spoken"));
     model.applyTemplate();
@@ -97,7 +97,7 @@ TEST_F(TemplatesModelTest, AppliesThePresetToTheEntry) {
     EXPECT_EQ(model.outputText(), model.previewState()->outputText);
 }
 
-TEST_F(TemplatesModelTest, AppliesNothingToNothing) {
+TEST_F(TemplatesModelTest, AppliesNothingWithoutAnEntry) {
     model.applyTemplate();
     EXPECT_FALSE(model.hasPreview());
     selection.setSelectedHistoryEntryID(QUuid::createUuid());
@@ -106,7 +106,7 @@ TEST_F(TemplatesModelTest, AppliesNothingToNothing) {
     EXPECT_FALSE(model.hasSelectedEntry());
 }
 
-TEST_F(TemplatesModelTest, SpeaksTheLanguageOfTheInterfaceAndNotOfTheEntry) {
+TEST_F(TemplatesModelTest, UsesTheLanguageOfTheInterfaceNotOfTheEntry) {
     addAndSelect(QStringLiteral("hello"));
     settings.store.setUiLanguage(AppLanguage::Romanian);
     model.applyTemplate();

@@ -14,8 +14,8 @@ constexpr AppLanguage english = AppLanguage::English;
 constexpr AppLanguage romanian = AppLanguage::Romanian;
 } // namespace
 
-// The texts are agreed, to the letter and in this order: key, English and Romanian, with tabs between.
-TEST(L10n, HoldsTheAgreedTextsInTheirOrder) {
+// The texts are agreed to the letter and in this order: key, English and Romanian, separated by tabs.
+TEST(L10n, HasTheAgreedTextsInOrder) {
     ASSERT_EQ(L10n::keyCount, 263u);
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (const Key key : L10n::allKeys()) {

@@ -33,7 +33,7 @@ std::vector<Phrase> allPhrases() {
     return phrases;
 }
 
-/// The first word in `text` that means something only on macOS; empty where there is none.
+/// The first word in `text` that makes sense only on macOS; empty if there is none.
 QString macWord(const QString &text) {
     for (const char16_t *word : { u"Option", u"\u2325", u"\u2318", u"Finder", u"System Settings",
              u"Privacy & Security", u"app bundle", u"bundle-ului", u"Sparkle" }) {

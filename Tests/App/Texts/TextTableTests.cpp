@@ -32,7 +32,7 @@ std::vector<Phrase> phrasesOfUpdates() {
     return phrases;
 }
 
-/// What is filled into a text: "%1" and so on, each once.
+/// The distinct placeholders of a text: "%1" and so on.
 std::set<QString> placesIn(QStringView text) {
     static const QRegularExpression place(QStringLiteral("%[1-9]"));
     std::set<QString> places;
@@ -42,14 +42,14 @@ std::set<QString> placesIn(QStringView text) {
 }
 } // namespace
 
-TEST(TextTable, IsWholeInBothLanguages) {
+TEST(TextTable, IsCompleteInBothLanguages) {
     for (const AppLanguage language : allCases<AppLanguage>()) {
         for (std::size_t place = 0; place < L10n::textCount; ++place)
             EXPECT_FALSE(L10n::table[std::size_t(language)][place].isEmpty()) << L10n::names[place].data();
     }
 }
 
-TEST(TextTable, HasTheSamePlacesInEveryLanguageAndOnEveryDesktop) {
+TEST(TextTable, HasTheSamePlaceholdersInEveryLanguageAndOnEveryDesktop) {
     for (std::size_t place = 0; place < L10n::textCount; ++place) {
         const auto expected = placesIn(L10n::table[std::size_t(english)][place]);
         for (const L10n::Table *table : { &L10n::table, &L10n::linuxTable }) {
@@ -61,7 +61,7 @@ TEST(TextTable, HasTheSamePlacesInEveryLanguageAndOnEveryDesktop) {
     }
 }
 
-TEST(TextTable, HasTheWordingOfLinuxInBothLanguagesOrInNone) {
+TEST(TextTable, HasLinuxOverridesInBothLanguagesOrNeither) {
     for (std::size_t place = 0; place < L10n::textCount; ++place) {
         EXPECT_EQ(L10n::linuxTable[std::size_t(english)][place].isNull(),
             L10n::linuxTable[std::size_t(romanian)][place].isNull())
@@ -78,20 +78,20 @@ TEST(Phrases, AreWrittenWithoutDiacriticsInRomanian) {
     }
 }
 
-TEST(Phrases, TakeTheirValues) {
+TEST(Phrases, InsertTheirValues) {
     EXPECT_EQ(L10n::text(Phrase::onboardingProgress, english, { QStringLiteral("2"), QStringLiteral("3") }),
         u"Progress: 2/3");
     EXPECT_EQ(L10n::text(Phrase::percent, english, { QStringLiteral("7") }), u"7 %");
 }
 
-TEST(Phrases, TakeAValueAsItStands) {
+TEST(Phrases, InsertAValueUnchanged) {
     EXPECT_EQ(
         L10n::text(Phrase::labelled, english, { QStringLiteral("%2"), QStringLiteral("%1 %") }), u"%2: %1 %");
     EXPECT_EQ(L10n::text(Phrase::updateFoundTitle, english, { QStringLiteral("%1 & <b>") }),
         u"Tolmi %1 & <b> is available");
 }
 
-TEST(Phrases, LeaveOutAValueWithoutAPlaceAndKeepAPlaceWithoutAValue) {
+TEST(Phrases, IgnoreSurplusValuesAndKeepUnfilledPlaceholders) {
     EXPECT_EQ(L10n::text(Phrase::updateLater, english, { QStringLiteral("2.0") }), u"Later");
     EXPECT_EQ(L10n::text(Phrase::labelled, english, { QStringLiteral("Model") }), u"Model: %2");
 }
@@ -107,7 +107,7 @@ TEST(UpdatePhrases, DifferBetweenTheLanguages) {
         EXPECT_NE(L10n::text(phrase, english), L10n::text(phrase, romanian));
 }
 
-TEST(UpdatePhrases, HaveAPlaceForTheVersionWhereTheyNameIt) {
+TEST(UpdatePhrases, HaveAPlaceholderForTheVersion) {
     const QString version = QStringLiteral("2.0");
     for (const Phrase phrase : phrasesOfUpdates()) {
         for (const AppLanguage language : allCases<AppLanguage>()) {

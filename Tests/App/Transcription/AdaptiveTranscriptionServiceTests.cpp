@@ -14,7 +14,7 @@
 namespace {
 using EngineError = TranscriptionEngineError;
 
-/// What a pass does: give a text or fail.
+/// The result of a pass: a text or an error.
 using PassReply = std::variant<QString, EngineError, SystemError>;
 
 struct PassCall {
@@ -115,7 +115,7 @@ const QString hallucination = QStringLiteral("Thank you.");
 const QStringList onePass { QStringLiteral("pass") };
 const QStringList twoPasses { QStringLiteral("pass"), QStringLiteral("fallback"), QStringLiteral("pass") };
 
-/// One row of the table of results: what the passes give, the score, and what comes of it.
+/// One row of the table of results: the results of the passes, the score, and the outcome.
 struct Row {
     const char *name;
     std::deque<PassReply> replies;
@@ -125,7 +125,7 @@ struct Row {
     QStringList events;
     QString text;
     QualityPass qualityPass;
-    /// The text of the failure; then text and pass do not count.
+    /// The error message; if set, text and pass are ignored.
     QString failure;
 };
 
@@ -135,7 +135,7 @@ void PrintTo(const Row &row, std::ostream *stream) {
 
 class AdaptiveTable : public AdaptiveTranscriptionServiceTest, public testing::WithParamInterface<Row> { };
 
-TEST_P(AdaptiveTable, GivesTheResultOfItsRow) {
+TEST_P(AdaptiveTable, HasTheExpectedResult) {
     const Row &row = GetParam();
     m_score = row.score;
     m_request.peakLevel = row.peakLevel;
@@ -207,7 +207,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, AdaptiveTable,
             "FasterFailsWithAnyError", { timedOut() }, 0.0, 0.2, faster, onePass, {}, single, timedOutText }),
     [](const auto &info) { return std::string(info.param.name); });
 
-TEST_F(AdaptiveTranscriptionServiceTest, ThePassesDifferInEffortAndLimitOnly) {
+TEST_F(AdaptiveTranscriptionServiceTest, ThePassesDifferOnlyInEffortAndTimeLimit) {
     transcribe({ first, second });
     ASSERT_EQ(m_calls.size(), 2U);
     for (const PassCall &call : m_calls) {
@@ -253,12 +253,12 @@ TEST_F(AdaptiveTranscriptionServiceTest, ThresholdAndLimitCanBeSet) {
     EXPECT_EQ(m_calls[1].configuration.executionTimeoutSeconds, 7.5);
 }
 
-TEST_F(AdaptiveTranscriptionServiceTest, ScoresByTheTextAndTheLevelWhereNothingElseIsSaid) {
+TEST_F(AdaptiveTranscriptionServiceTest, ScoresTextAndLevelByDefault) {
     const auto score = AdaptiveTranscriptionService::defaultScoreOperation();
     EXPECT_NEAR(score(hallucination, 0.05), 0.351726, 5e-7);
 }
 
-/// The service over the real engine, with processes that follow a list.
+/// The service with the real engine and scripted processes.
 class AdaptiveTranscriptionByEngine : public AdaptiveTranscriptionServiceTest {
 protected:
     AdaptiveTranscriptionByEngine() {
@@ -297,7 +297,7 @@ TEST_F(AdaptiveTranscriptionByEngine, RunsAnEngineForEachPass) {
     EXPECT_EQ(m_events, QStringList { QStringLiteral("fallback") });
 }
 
-TEST_F(AdaptiveTranscriptionByEngine, AHallucinationWithoutASecondTextEndsWithTheLimit) {
+TEST_F(AdaptiveTranscriptionByEngine, AHallucinationWithoutASecondTextEndsWithATimeOut) {
     m_request.peakLevel = 0.05;
     m_launcher.replies.push_back(transcript("Thank you."));
     m_launcher.replies.push_back({ .seconds = std::nullopt });

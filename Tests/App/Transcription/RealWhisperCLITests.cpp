@@ -15,7 +15,7 @@
 #include <gtest/gtest.h>
 
 namespace {
-// Loud enough that a text counts as spoken, and so quiet that nobody spoke.
+// Peak levels that count as speech and as silence.
 constexpr double loud = 0.3;
 constexpr double silent = 0.01;
 
@@ -29,7 +29,7 @@ QString textOf(const QString &sampleName) {
     return QString::fromUtf8(file.readAll()).trimmed();
 }
 
-/// Writes two seconds of silence as 16-bit samples, 16,000 a second.
+/// Writes two seconds of silence as 16-bit samples at 16 kHz.
 void writeSilence(const FileURL &url) {
     constexpr quint32 rate = 16000;
     constexpr quint32 size = 2 * rate * 2;
@@ -65,7 +65,7 @@ protected:
         return awaitInLoop(engine.transcribe({ QUuid::createUuid(), audio }));
     }
 
-    /// A dictation of `audio` in English; the second pass has time enough on any machine.
+    /// Transcribes `audio` in English, with enough time for the second pass on any machine.
     AdaptiveTranscriptionOutcome dictate(const FileURL &audio, double peakLevel,
         DictationPerformanceMode mode,
         double threshold = AdaptiveTranscriptionService::defaultFallbackThreshold) {
@@ -141,7 +141,7 @@ TEST_F(RealWhisperCLI, OnePassIsEnoughForAGoodText) {
     EXPECT_EQ(transcriptCount(), 1);
 }
 
-TEST_F(RealWhisperCLI, ASecondPassIsRunWhereTheScoreIsTooLow) {
+TEST_F(RealWhisperCLI, ASecondPassRunsIfTheScoreIsTooLow) {
     const QString name = QStringLiteral("english-1");
     const auto outcome = dictate(sample(name), loud, DictationPerformanceMode::MaxQuality, 2.0);
     EXPECT_EQ(outcome.text, textOf(name));
@@ -151,7 +151,7 @@ TEST_F(RealWhisperCLI, ASecondPassIsRunWhereTheScoreIsTooLow) {
     EXPECT_EQ(transcriptCount(), 2);
 }
 
-TEST_F(RealWhisperCLI, SilenceGivesNoText) {
+TEST_F(RealWhisperCLI, SilenceProducesNoText) {
     const FileURL silence = at(QStringLiteral("silence.wav"));
     writeSilence(silence);
     EXPECT_EQ(dictate(silence, silent, DictationPerformanceMode::Faster).text, QString());
@@ -160,7 +160,7 @@ TEST_F(RealWhisperCLI, SilenceGivesNoText) {
     EXPECT_EQ(m_fallbackStarts, 1);
 }
 
-TEST_F(RealWhisperCLI, AFileThatIsNoModelIsAFailureInItsWords) {
+TEST_F(RealWhisperCLI, AnInvalidModelFailsWithTheProgramsMessage) {
     m_model = sample(QStringLiteral("english-1"));
     const QString error
         = errorOf([&] { transcribe(sample(QStringLiteral("english-1")), QStringLiteral("en")); });
@@ -169,8 +169,8 @@ TEST_F(RealWhisperCLI, AFileThatIsNoModelIsAFailureInItsWords) {
     EXPECT_TRUE(error.contains(QStringLiteral("invalid model data"))) << error.toStdString();
 }
 
-TEST_F(RealWhisperCLI, AFileThatIsNoSoundLeavesNoTranscript) {
-    // A text: some bytes at random pass for a few frames of MP3.
+TEST_F(RealWhisperCLI, AnInvalidSoundFileProducesNoTranscript) {
+    // Text, because random bytes can look like a few frames of MP3.
     const FileURL text = at(QStringLiteral("text.wav"));
     QFile file(text.path());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));

@@ -23,7 +23,7 @@ struct Example {
 
 class TranscriptionQualityScorerTest : public testing::TestWithParam<Example> { };
 
-TEST_P(TranscriptionQualityScorerTest, GivesTheKnownScore) {
+TEST_P(TranscriptionQualityScorerTest, HasTheKnownScore) {
     EXPECT_NEAR(score(GetParam().text, GetParam().peakLevel), GetParam().expected, 5e-7);
 }
 
@@ -33,7 +33,7 @@ INSTANTIATE_TEST_SUITE_P(Worked, TranscriptionQualityScorerTest,
         Example { QStringLiteral("Thank you."), 0.05, 0.351726 },
         Example { QStringLiteral("ok"), 0.5, 0.384821 },
         Example { QStringLiteral("... ... ..."), 0.4, 0.370089 },
-        // Four and three clean words lie on the two sides of the threshold for a second pass.
+        // Four and three clean words are on either side of the threshold for a second pass.
         Example { QStringLiteral("abcd abcd abcd abcde"), 0.3, 0.611786 },
         Example { QStringLiteral("abcd abcd abcde"), 0.3, 0.569256 }));
 
@@ -47,7 +47,7 @@ INSTANTIATE_TEST_SUITE_P(Edges, TranscriptionQualityScorerTest,
             0.15 + 0.4 / 14 + 0.25 * 20 / 80 + 0.2 + 0.035 - 0.1 },
         Example { QStringLiteral("abcdef.............."), 0.3,
             0.15 + 0.4 / 14 + 0.25 * 20 / 80 + 0.2 + 0.03 - 0.2 },
-        // Marks count as code points but not as characters: the ratio is capped at 1 in the sum.
+        // Combining marks count as code points but not as characters; the ratio is capped at 1 in the sum.
         Example { QStringLiteral("a\u0301\u0302"), 0.3, 0.15 + 0.4 / 14 + 0.25 / 80 + 0.2 + 0.1 - 0.1 },
         Example { QStringLiteral("\U0001F600 \U0001F600"), 0.3, 0.15 + 0.8 / 14 + 0.25 * 3 / 80 + 0.2 - 0.1 },
         Example { words(14, QStringLiteral("abcde")), 0.3, 1.0 },
@@ -63,7 +63,7 @@ TEST(TranscriptionQualityScorer, AnyWhiteSpaceSeparatesWords) {
     EXPECT_EQ(score(QStringLiteral("a  bc"), 0.2), score(QStringLiteral("ab  c"), 0.2));
 }
 
-TEST(TranscriptionQualityScorer, PeaksAreLimited) {
+TEST(TranscriptionQualityScorer, PeaksAreClamped) {
     const QString text = QStringLiteral("ok then");
     EXPECT_EQ(score(text, -5), score(text, 0));
     EXPECT_EQ(score(text, 0.3), score(text, 1));

@@ -11,7 +11,7 @@ struct Example {
 
 class TranscriptionSanitizerTest : public testing::TestWithParam<Example> { };
 
-TEST_P(TranscriptionSanitizerTest, DropsOnlyWhatSilenceGives) {
+TEST_P(TranscriptionSanitizerTest, DropsOnlyHallucinationsOfSilence) {
     EXPECT_EQ(TranscriptionSanitizer::sanitize(QString::fromUtf8(GetParam().text), GetParam().peakLevel),
         QString::fromUtf8(GetParam().expected));
 }

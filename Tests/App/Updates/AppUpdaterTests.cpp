@@ -44,7 +44,7 @@ protected:
     std::string m_log;
 };
 
-TEST_F(AppUpdaterTest, IsOffUnlessBothKeysOfTheBundleAreTexts) {
+TEST_F(AppUpdaterTest, IsDisabledUnlessBothBundleKeysAreStrings) {
     const QVariant feed = QStringLiteral("https://example.org/feed.xml");
     const QVariant key = QStringLiteral("key");
     const QVariant blank = QStringLiteral(" \t\r\n\u00a0\u2003");
@@ -62,14 +62,14 @@ TEST_F(AppUpdaterTest, IsOffUnlessBothKeysOfTheBundleAreTexts) {
     }
 }
 
-TEST_F(AppUpdaterTest, DoesNotAskWhetherFeedAndKeyAreWellFormed) {
+TEST_F(AppUpdaterTest, DoesNotValidateFeedAndKey) {
     make(bundleWith({ { QStringLiteral("SUFeedURL"), QStringLiteral(" no address ") },
         { QStringLiteral("SUPublicEDKey"), QStringLiteral("?") } }));
     EXPECT_TRUE(m_updater->isConfigured());
     EXPECT_EQ(m_controllerCount, 1);
 }
 
-TEST_F(AppUpdaterTest, CheckingWhileOffDoesNothing) {
+TEST_F(AppUpdaterTest, CheckingWhileDisabledDoesNothing) {
     make(bundleWith({}));
     m_updater->checkForUpdates();
     m_clock.runPosted();
@@ -77,7 +77,7 @@ TEST_F(AppUpdaterTest, CheckingWhileOffDoesNothing) {
     EXPECT_EQ(m_controller->checkCount, 0);
 }
 
-TEST_F(AppUpdaterTest, WritingTheSettingWhileOffReachesNobody) {
+TEST_F(AppUpdaterTest, WritingTheSettingWhileDisabledDoesNothing) {
     make(bundleWith({}));
     m_updater->setAutomaticallyChecksForUpdates(true);
     m_clock.runPosted();
@@ -87,7 +87,7 @@ TEST_F(AppUpdaterTest, WritingTheSettingWhileOffReachesNobody) {
     EXPECT_FALSE(m_updater->canCheckForUpdates());
 }
 
-TEST_F(AppUpdaterTest, StartsTheControllerAndTakesItsFlagsAtOnce) {
+TEST_F(AppUpdaterTest, StartsTheControllerAndReadsItsFlagsAtOnce) {
     m_controller = std::make_shared<FakeUpdaterController>(false);
     make(configuredBundle());
     EXPECT_EQ(m_log, "");
@@ -98,7 +98,7 @@ TEST_F(AppUpdaterTest, StartsTheControllerAndTakesItsFlagsAtOnce) {
     EXPECT_EQ(m_updater->updaterController(), m_controller);
 }
 
-TEST_F(AppUpdaterTest, PassesACheckOn) {
+TEST_F(AppUpdaterTest, ForwardsACheck) {
     make(configuredBundle());
     m_updater->checkForUpdates();
     EXPECT_EQ(m_controller->checkCount, 1);
@@ -116,7 +116,7 @@ TEST_F(AppUpdaterTest, FollowsTheControllersFlagsInALaterTurn) {
     EXPECT_FALSE(m_updater->automaticallyChecksForUpdates());
 }
 
-TEST_F(AppUpdaterTest, PassesTheViewsSettingOnInALaterTurn) {
+TEST_F(AppUpdaterTest, ForwardsTheViewsSettingInALaterTurn) {
     make(configuredBundle());
     m_clock.runPosted();
     m_controller->automaticWrites.clear();
@@ -127,16 +127,16 @@ TEST_F(AppUpdaterTest, PassesTheViewsSettingOnInALaterTurn) {
     EXPECT_FALSE(m_controller->automaticallyChecksForUpdates());
 }
 
-TEST_F(AppUpdaterTest, DoesNotPassOnTheValueItBeganWith) {
+TEST_F(AppUpdaterTest, DoesNotForwardTheInitialValue) {
     m_controller = std::make_shared<FakeUpdaterController>(false);
     make(configuredBundle());
     EXPECT_EQ(m_controller->automaticWrites, std::vector<bool> {});
-    // The observation of the controller begins with the value of now, which is the first that is passed on.
+    // Observing the controller starts with the current value, which is the first one forwarded.
     m_clock.runPosted();
     EXPECT_EQ(m_controller->automaticWrites, std::vector { false });
 }
 
-TEST_F(AppUpdaterTest, PassesEqualValuesOnOnce) {
+TEST_F(AppUpdaterTest, ForwardsEqualValuesOnce) {
     make(configuredBundle());
     m_clock.runPosted();
     m_controller->automaticWrites.clear();
@@ -146,7 +146,7 @@ TEST_F(AppUpdaterTest, PassesEqualValuesOnOnce) {
     EXPECT_EQ(m_controller->automaticWrites, (std::vector { false, true, false }));
 }
 
-TEST_F(AppUpdaterTest, ChangeOfTheControllerComesBackToItOnceAtMost) {
+TEST_F(AppUpdaterTest, AControllersChangeIsForwardedBackAtMostOnce) {
     make(configuredBundle());
     m_clock.runPosted();
     m_controller->automaticWrites.clear();
@@ -156,7 +156,7 @@ TEST_F(AppUpdaterTest, ChangeOfTheControllerComesBackToItOnceAtMost) {
     EXPECT_FALSE(m_updater->automaticallyChecksForUpdates());
 }
 
-TEST_F(AppUpdaterTest, WhatIsOnItsWayMeetsAnUpdaterThatIsGone) {
+TEST_F(AppUpdaterTest, PendingChangesSurviveADestroyedUpdater) {
     make(configuredBundle());
     m_clock.runPosted();
     m_controller->setCanCheck(false);

@@ -24,7 +24,7 @@ QString newestVersion(const QByteArray &items) {
     return newest ? newest->version : QStringLiteral("none");
 }
 
-TEST(Appcast, GivesEverythingThatAnItemTells) {
+TEST(Appcast, ReadsAllValuesOfAnItem) {
     const auto items = parseAppcast(feedOf(R"(<item><title>Version 1.2</title>
         <sparkle:version> 42 </sparkle:version><sparkle:shortVersionString>1.2</sparkle:shortVersionString>
         <pubDate>today</pubDate><description><![CDATA[<p>Faster</p>]]></description>
@@ -42,7 +42,7 @@ TEST(Appcast, GivesEverythingThatAnItemTells) {
     EXPECT_EQ(items, std::vector { expected });
 }
 
-TEST(Appcast, TakesTheVersionFromTheEnclosureToo) {
+TEST(Appcast, ReadsTheVersionFromTheEnclosureToo) {
     const auto items = parseAppcast(
         feedOf(R"(<item><enclosure url="a" sparkle:version="7" sparkle:shortVersionString="0.7"/></item>)"));
     ASSERT_EQ(items.size(), 1u);
@@ -51,7 +51,7 @@ TEST(Appcast, TakesTheVersionFromTheEnclosureToo) {
     EXPECT_EQ(items[0].platform, QStringLiteral("macos"));
 }
 
-TEST(Appcast, LeavesEmptyWhatIsMissingOrSenseless) {
+TEST(Appcast, LeavesMissingOrInvalidValuesEmpty) {
     const auto items = parseAppcast(
         feedOf(R"(<item><sparkle:version>1</sparkle:version><enclosure length="many"/></item>)"));
     ASSERT_EQ(items.size(), 1u);
@@ -61,7 +61,7 @@ TEST(Appcast, LeavesEmptyWhatIsMissingOrSenseless) {
     EXPECT_EQ(items[0].signature, QByteArray());
 }
 
-TEST(Appcast, GivesOneEntryForEachSystemOfAnItem) {
+TEST(Appcast, ReturnsOneEntryPerSystemOfAnItem) {
     const auto items = parseAppcast(feedOf(R"(<item><sparkle:version>3</sparkle:version>
         <enclosure url="a.dmg"/><enclosure url="a.tar" sparkle:os="linux"/></item>)"));
     ASSERT_EQ(items.size(), 2u);
@@ -77,7 +77,7 @@ TEST(Appcast, PicksTheHighestVersionForTheSystem) {
     EXPECT_EQ(newestVersion("<item><sparkle:version>5</sparkle:version></item>"), QStringLiteral("none"));
 }
 
-TEST(Appcast, PassesOverWhatItDoesNotKnow) {
+TEST(Appcast, SkipsUnknownElements) {
     EXPECT_EQ(
         newestVersion("<image><item/></image><other><a><b/></a></other>" + item("1")), QStringLiteral("1"));
     const QByteArray nested
@@ -86,7 +86,7 @@ TEST(Appcast, PassesOverWhatItDoesNotKnow) {
     EXPECT_EQ(newestVersion(nested), QStringLiteral("1"));
 }
 
-TEST(Appcast, RefusesWhatIsNoFeed) {
+TEST(Appcast, RejectsInvalidFeeds) {
     const QByteArray whole = feedOf(item("1"));
     const std::vector<QByteArray> cases { "", "no XML", "<html/>", "<rss><channel>", whole.chopped(1),
         whole.left(whole.size() / 2), whole + "<rss/>", "<feed xmlns=\"urn:atom\"/>",
@@ -101,14 +101,14 @@ TEST(Appcast, RefusesWhatIsNoFeed) {
     }
 }
 
-TEST(Appcast, RefusesEntitiesThatGrow) {
+TEST(Appcast, RejectsEntityExpansion) {
     const QByteArray bomb = "<!DOCTYPE rss [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;&a;\">]>"
                             "<rss><channel><item><description>&b;</description></item></channel></rss>";
     EXPECT_THROW(parseAppcast(bomb), UpdateError);
     EXPECT_THROW(parseAppcast("<!DOCTYPE rss SYSTEM \"file:///etc/passwd\"><rss/>"), UpdateError);
 }
 
-TEST(Appcast, DeepNestingIsReadWithoutDeepCalls) {
+TEST(Appcast, DeepNestingDoesNotOverflowTheStack) {
     constexpr int depth = 100000;
     QByteArray nested;
     for (int level = 0; level < depth; ++level)

@@ -43,7 +43,7 @@ protected:
         m_updater->checkForUpdates();
         ASSERT_EQ(m_prompt.phase(), Phase::Found);
     }
-    /// Whatever the work there leads to included.
+    /// Runs the queued file work and its consequences.
     void workOffTheFileQueue() {
         for (int step = 0; step < 4; ++step) {
             m_fileQueue.sync([] {});
@@ -80,7 +80,7 @@ TEST_F(AppcastUpdaterTest, ChecksOnlyOnceItIsStarted) {
     EXPECT_TRUE(m_updater->canCheckForUpdates());
 }
 
-TEST_F(AppcastUpdaterTest, ShowsWhatIsNewerWithItsNotes) {
+TEST_F(AppcastUpdaterTest, ShowsANewerVersionWithItsNotes) {
     makeAndStart();
     findUpdateVisibly();
     EXPECT_EQ(m_prompt.version(), QStringLiteral("2.0"));
@@ -90,7 +90,7 @@ TEST_F(AppcastUpdaterTest, ShowsWhatIsNewerWithItsNotes) {
     EXPECT_TRUE(m_fileWriter.writes.empty());
 }
 
-TEST_F(AppcastUpdaterTest, TellsThatNothingIsNewer) {
+TEST_F(AppcastUpdaterTest, ReportsThatNothingIsNewer) {
     m_update.version = "1.0";
     makeAndStart();
     answerWith(m_update.feed());
@@ -99,7 +99,7 @@ TEST_F(AppcastUpdaterTest, TellsThatNothingIsNewer) {
     EXPECT_TRUE(m_updater->canCheckForUpdates());
 }
 
-TEST_F(AppcastUpdaterTest, TellsWhyACheckFailed) {
+TEST_F(AppcastUpdaterTest, ReportsWhyACheckFailed) {
     makeAndStart();
     m_http.replies.push_back(HttpError(HttpError::Code::HostNotFound));
     m_updater->checkForUpdates();
@@ -108,7 +108,7 @@ TEST_F(AppcastUpdaterTest, TellsWhyACheckFailed) {
     EXPECT_TRUE(m_updater->canCheckForUpdates());
 }
 
-TEST_F(AppcastUpdaterTest, DownloadsWhatTheUserWants) {
+TEST_F(AppcastUpdaterTest, DownloadsOnRequest) {
     makeAndStart();
     findUpdateVisibly();
     answerWith(m_update.content);
@@ -124,7 +124,7 @@ TEST_F(AppcastUpdaterTest, DownloadsWhatTheUserWants) {
             { m_prompt.filePath(), m_update.content, FilePrivacy::AsUsual } }));
 }
 
-TEST_F(AppcastUpdaterTest, TellsWhyADownloadFailed) {
+TEST_F(AppcastUpdaterTest, ReportsWhyADownloadFailed) {
     makeAndStart();
     findUpdateVisibly();
     answerWith(m_update.content);
@@ -135,7 +135,7 @@ TEST_F(AppcastUpdaterTest, TellsWhyADownloadFailed) {
     EXPECT_EQ(m_prompt.message(), QStringLiteral("No space left on device: /home"));
 }
 
-TEST_F(AppcastUpdaterTest, TriesAgainWhatFailed) {
+TEST_F(AppcastUpdaterTest, RetriesAfterAFailure) {
     makeAndStart();
     m_http.replies.push_back(HttpError(HttpError::Code::CannotConnect));
     m_updater->checkForUpdates();
@@ -170,7 +170,7 @@ TEST_F(AppcastUpdaterTest, OnlyAFoundUpdateCanBeDownloaded) {
     EXPECT_EQ(m_prompt.phase(), Phase::UpToDate);
 }
 
-TEST_F(AppcastUpdaterTest, LooksByItselfSoonAfterTheFirstStartAndThenOnceADay) {
+TEST_F(AppcastUpdaterTest, ChecksAutomaticallySoonAfterTheFirstStartAndThenDaily) {
     m_update.version = "1.0";
     makeAndStart();
     for (int count = 0; count < 3; ++count)
@@ -199,7 +199,7 @@ TEST_F(AppcastUpdaterTest, RemembersTheLastCheckOfAnEarlierRun) {
     EXPECT_EQ(m_defaults.doubleValue(lastCheckKey), m_clock.now().secondsSince1970());
 }
 
-TEST_F(AppcastUpdaterTest, CancelDuringTheCheckOfTheFileLeavesNone) {
+TEST_F(AppcastUpdaterTest, CancellingDuringVerificationLeavesNoFile) {
     makeAndStart();
     findUpdateVisibly();
     answerWith(m_update.content);
@@ -210,7 +210,7 @@ TEST_F(AppcastUpdaterTest, CancelDuringTheCheckOfTheFileLeavesNone) {
     EXPECT_EQ(m_prompt.phase(), Phase::Hidden);
 }
 
-TEST_F(AppcastUpdaterTest, CancelDuringTheWriteRemovesTheFile) {
+TEST_F(AppcastUpdaterTest, CancellingDuringTheWriteRemovesTheFile) {
     makeAndStart();
     findUpdateVisibly();
     answerWith(m_update.content);
@@ -228,7 +228,7 @@ TEST_F(AppcastUpdaterTest, CancelDuringTheWriteRemovesTheFile) {
     EXPECT_EQ(m_prompt.phase(), Phase::Hidden);
 }
 
-TEST_F(AppcastUpdaterTest, LastCheckFromTheFutureCountsAsNone) {
+TEST_F(AppcastUpdaterTest, ALastCheckInTheFutureIsIgnored) {
     storeLastCheck(-1000 * day);
     makeAndStart();
     answerWith(m_update.feed());
@@ -236,7 +236,7 @@ TEST_F(AppcastUpdaterTest, LastCheckFromTheFutureCountsAsNone) {
     EXPECT_EQ(m_http.requests.size(), 1u);
 }
 
-TEST_F(AppcastUpdaterTest, CheckOfTheUserPutsTheAutomaticOneOff) {
+TEST_F(AppcastUpdaterTest, AManualCheckPostponesTheAutomaticOne) {
     makeAndStart();
     findUpdateVisibly();
     m_clock.advance(day - 1);
@@ -246,7 +246,7 @@ TEST_F(AppcastUpdaterTest, CheckOfTheUserPutsTheAutomaticOneOff) {
     EXPECT_EQ(m_http.requests.size(), 2u);
 }
 
-TEST_F(AppcastUpdaterTest, ShowsWhatItFoundByItself) {
+TEST_F(AppcastUpdaterTest, ShowsWhatAnAutomaticCheckFound) {
     makeAndStart();
     answerWith(m_update.feed());
     m_clock.advance(10);
@@ -254,7 +254,7 @@ TEST_F(AppcastUpdaterTest, ShowsWhatItFoundByItself) {
     EXPECT_TRUE(m_fileWriter.writes.empty());
 }
 
-TEST_F(AppcastUpdaterTest, FailsSilentlyByItselfAndWaitsADay) {
+TEST_F(AppcastUpdaterTest, AutomaticChecksFailSilentlyAndWaitADay) {
     makeAndStart();
     m_http.replies.push_back(HttpError(HttpError::Code::CannotConnect));
     testing::internal::CaptureStderr();
@@ -265,7 +265,7 @@ TEST_F(AppcastUpdaterTest, FailsSilentlyByItselfAndWaitsADay) {
     EXPECT_EQ(m_http.requests.size(), 1u);
 }
 
-TEST_F(AppcastUpdaterTest, DoesNotLookByItselfWhereThatIsNotWanted) {
+TEST_F(AppcastUpdaterTest, DoesNotCheckAutomaticallyIfDisabled) {
     m_defaults.values[automaticKey] = false;
     makeAndStart();
     EXPECT_FALSE(m_updater->automaticallyChecksForUpdates());
@@ -289,7 +289,7 @@ TEST_F(AppcastUpdaterTest, SettingIsStoredAndTakesEffectAtOnce) {
     EXPECT_EQ(m_clock.pendingCallCount(), 0u);
 }
 
-TEST_F(AppcastUpdaterTest, ObserversHearTheValueOfNowAndEachNewOne) {
+TEST_F(AppcastUpdaterTest, ObserversGetTheCurrentAndEachNewValue) {
     make();
     std::vector<bool> canCheck;
     std::vector<bool> automatic;
@@ -304,7 +304,7 @@ TEST_F(AppcastUpdaterTest, ObserversHearTheValueOfNowAndEachNewOne) {
     EXPECT_EQ(automatic, (std::vector { true, true, false }));
 }
 
-TEST_F(AppcastUpdaterTest, TimerMeetsAnUpdaterThatIsGone) {
+TEST_F(AppcastUpdaterTest, TheTimerSurvivesADestroyedUpdater) {
     makeAndStart();
     m_updater.reset();
     m_clock.advance(day);

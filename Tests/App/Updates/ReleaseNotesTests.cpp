@@ -7,7 +7,7 @@
 #include <array>
 #include <utility>
 
-TEST(ReleaseNotes, KeepTheWordsOfTheirHtml) {
+TEST(ReleaseNotes, KeepTheTextOfTheirHtml) {
     constexpr std::array<std::pair<QStringView, QStringView>, 16> cases { {
         { u"", u"" },
         { u"One line", u"One line" },

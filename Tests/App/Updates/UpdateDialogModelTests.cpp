@@ -38,7 +38,7 @@ protected:
         [this](const FileURL &file) { answers << file.path(); } };
 };
 
-TEST_F(UpdateDialogModelTest, TellsThatItLooks) {
+TEST_F(UpdateDialogModelTest, ShowsThatItChecks) {
     prompt.showChecking();
     EXPECT_EQ(model.phase(), Phase::Checking);
     EXPECT_EQ(model.title(), QStringLiteral("Checking for updates..."));
@@ -46,7 +46,7 @@ TEST_F(UpdateDialogModelTest, TellsThatItLooks) {
     EXPECT_EQ(model.dismissText(), QStringLiteral("Cancel"));
 }
 
-TEST_F(UpdateDialogModelTest, OffersWhatWasFound) {
+TEST_F(UpdateDialogModelTest, OffersTheFoundVersion) {
     find();
     EXPECT_EQ(model.title(), QStringLiteral("Tolmi 2.0 is available"));
     EXPECT_EQ(model.hint(), QStringLiteral("You have version 1.0. Do you want to download the new one?"));
@@ -63,7 +63,7 @@ TEST_F(UpdateDialogModelTest, NamesTheInstalledVersionWhenNothingIsNewer) {
     EXPECT_EQ(answers, QStringList());
 }
 
-TEST_F(UpdateDialogModelTest, TellsWhatWentWrongAndTriesAgain) {
+TEST_F(UpdateDialogModelTest, ShowsTheErrorAndRetries) {
     prompt.showFailure(QStringLiteral("The update is not signed."));
     EXPECT_EQ(model.problem(), QStringLiteral("The update is not signed."));
     EXPECT_FALSE(model.hint().isEmpty());
@@ -71,7 +71,7 @@ TEST_F(UpdateDialogModelTest, TellsWhatWentWrongAndTriesAgain) {
     EXPECT_EQ(answers, QStringList { QStringLiteral("retry") });
 }
 
-TEST_F(UpdateDialogModelTest, DownloadThatFailsAtOnceIsNotTriedAgainByItself) {
+TEST_F(UpdateDialogModelTest, AnImmediatelyFailingDownloadIsNotRetriedAutomatically) {
     QObject::connect(&prompt, &UpdatePrompt::downloadRequested,
         [this] { prompt.showFailure(QStringLiteral("The address of the updates is not secure.")); });
     find();
@@ -80,7 +80,7 @@ TEST_F(UpdateDialogModelTest, DownloadThatFailsAtOnceIsNotTriedAgainByItself) {
     EXPECT_EQ(answers, QStringList { QStringLiteral("download") });
 }
 
-TEST_F(UpdateDialogModelTest, CountsWhatIsHere) {
+TEST_F(UpdateDialogModelTest, ShowsTheProgress) {
     findAndDownload();
     EXPECT_EQ(model.title(), QStringLiteral("Downloading Tolmi 2.0..."));
     const std::vector<std::pair<double, QString>> cases { { 0, QStringLiteral("0 %") },
@@ -96,7 +96,7 @@ TEST_F(UpdateDialogModelTest, CountsWhatIsHere) {
     EXPECT_EQ(changeCount, 4);
 }
 
-TEST_F(UpdateDialogModelTest, ShowsTheDownloadedFileWhereItLies) {
+TEST_F(UpdateDialogModelTest, RevealsTheDownloadedFile) {
     findAndDownload();
     prompt.showDownloaded(QStringLiteral("/home/user/Downloads/tolmi.tar.xz"));
     EXPECT_EQ(model.filePath(), QStringLiteral("/home/user/Downloads/tolmi.tar.xz"));
@@ -106,7 +106,7 @@ TEST_F(UpdateDialogModelTest, ShowsTheDownloadedFileWhereItLies) {
     EXPECT_EQ(model.phase(), Phase::Downloaded);
 }
 
-TEST_F(UpdateDialogModelTest, PhaseHasNothingOfAnEarlierOne) {
+TEST_F(UpdateDialogModelTest, APhaseShowsNothingOfAnEarlierOne) {
     findAndDownload();
     prompt.showDownloaded(QStringLiteral("/file"));
     prompt.showFailure(QStringLiteral("No."));
@@ -116,7 +116,7 @@ TEST_F(UpdateDialogModelTest, PhaseHasNothingOfAnEarlierOne) {
     EXPECT_EQ(model.filePath(), QString());
 }
 
-TEST_F(UpdateDialogModelTest, WordsOfAPhaseAreThereWhenItIsTold) {
+TEST_F(UpdateDialogModelTest, TheTextsOfAPhaseAreReadyWhenItIsAnnounced) {
     QStringList titles;
     QObject::connect(&model, &UpdateDialogModel::phaseChanged, [&] { titles << model.title(); });
     find();

@@ -5,7 +5,7 @@
 #include "Support/SigningKey.h"
 #include "TolmiApp/Updates/UpdateDownload.h"
 
-/// A published update, as its makers describe and sign it; a test spoils what it wants to.
+/// A correctly signed published update, of which a test may falsify parts.
 struct PublishedUpdate {
     SigningKey key;
     QByteArray content = "the new program";
@@ -13,11 +13,11 @@ struct PublishedUpdate {
     QByteArray version = "2.0";
     QByteArray url = "files/tolmi-2.0.tar.xz";
     QByteArray length = QByteArray::number(content.size());
-    /// Made for the version and the signature above where the test gives none.
+    /// By default computed for the version and signature above.
     std::optional<QByteArray> versionSignature;
 
     /// The feed that announces it.
     QByteArray feed() const;
-    /// Where a program of version 1.0 looks for it.
+    /// The update source of a program of version 1.0.
     UpdateSource source(const QUrl &feedURL, const FileURL &downloadsDirectory) const;
 };

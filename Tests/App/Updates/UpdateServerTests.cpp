@@ -25,7 +25,7 @@ bool isLoopback(const QUrl &url) {
     return isSecureURL(url) || url.host() == u"127.0.0.1";
 }
 
-/// The whole road over a real server into a real folder.
+/// The whole process with a real server and a real folder.
 class UpdateServerTest : public testing::Test {
 protected:
     UpdatePlatform platform() {
@@ -57,7 +57,7 @@ protected:
         });
     }
     std::optional<AppcastItem> find() { return await(findUpdate(platform(), source())); }
-    /// Finds the update and fetches it.
+    /// Finds and downloads the update.
     FileURL fetch(HttpProgress progress = [](qint64) { return true; }) {
         return await(downloadUpdate(platform(), source(), find().value(), std::move(progress)));
     }
@@ -85,7 +85,7 @@ protected:
     SerialQueue m_fileQueue { QStringLiteral("UpdateServerTest") };
 };
 
-TEST_F(UpdateServerTest, GoodUpdateArrivesWholeWhereTheUserSeesIt) {
+TEST_F(UpdateServerTest, AGoodUpdateIsSavedInTheDownloadFolder) {
     answerWith(m_update.feed());
     answerWith(m_update.content);
     qint64 received = 0;
@@ -101,7 +101,7 @@ TEST_F(UpdateServerTest, GoodUpdateArrivesWholeWhereTheUserSeesIt) {
     EXPECT_TRUE(m_server.requests.at(1).startsWith("GET /files/tolmi-2.0.tar.xz "));
 }
 
-TEST_F(UpdateServerTest, FileThatIsThereAlreadyIsKept) {
+TEST_F(UpdateServerTest, AnExistingFileIsKept) {
     const QString name = QStringLiteral("tolmi-2.0.tar.xz");
     answerWith(m_update.feed());
     answerWith(m_update.content);
@@ -113,7 +113,7 @@ TEST_F(UpdateServerTest, FileThatIsThereAlreadyIsKept) {
     EXPECT_EQ(contentOf(first), m_update.content);
 }
 
-TEST_F(UpdateServerTest, AddressGivesAPlainNameInTheFolder) {
+TEST_F(UpdateServerTest, TheUrlYieldsAPlainFileName) {
     const std::vector<std::pair<QByteArray, QString>> cases { { "a/b.tar?x=1#y", QStringLiteral("b.tar") },
         { "a%2F..%2F..%2Fevil", QStringLiteral("evil") }, { ".hidden", QStringLiteral("hidden") },
         { "..", QStringLiteral("tolmi-update") }, { "folder/", QStringLiteral("2-tolmi-update") },
@@ -126,7 +126,7 @@ TEST_F(UpdateServerTest, AddressGivesAPlainNameInTheFolder) {
     }
 }
 
-TEST_F(UpdateServerTest, OlderOrEqualVersionIsNoUpdate) {
+TEST_F(UpdateServerTest, AnOlderOrEqualVersionIsNoUpdate) {
     for (const char *version : { "0.9", "1.0", "1.0.0", "1.0-beta" }) {
         m_update.version = version;
         answerWith(m_update.feed());
@@ -134,14 +134,14 @@ TEST_F(UpdateServerTest, OlderOrEqualVersionIsNoUpdate) {
     }
 }
 
-TEST_F(UpdateServerTest, TamperedFileIsRefused) {
+TEST_F(UpdateServerTest, ATamperedFileIsRejected) {
     answerWith(m_update.feed());
     answerWith("the bad program");
     ASSERT_EQ(m_update.content.size(), 15);
     expectError(Code::WrongSignature, [this] { fetch(); });
 }
 
-TEST_F(UpdateServerTest, SignatureOfAnotherKeyIsRefused) {
+TEST_F(UpdateServerTest, ASignatureOfAnotherKeyIsRejected) {
     m_update.signature = SigningKey().sign(m_update.content);
     answerWith(m_update.feed());
     answerWith(m_update.content);
@@ -172,7 +172,7 @@ TEST_F(UpdateServerTest, OlderFileIsNotOfferedAsANewerVersion) {
     }
 }
 
-TEST_F(UpdateServerTest, SizeMustBeToldAndPossible) {
+TEST_F(UpdateServerTest, TheSizeMustBeGivenAndReasonable) {
     for (const char *length : { "", "0", "-1", "many", "536870913", "99999999999999999999" }) {
         m_update.length = length;
         answerWith(m_update.feed());
@@ -180,7 +180,7 @@ TEST_F(UpdateServerTest, SizeMustBeToldAndPossible) {
     }
 }
 
-TEST_F(UpdateServerTest, FileOfAnotherSizeIsRefused) {
+TEST_F(UpdateServerTest, AFileOfAnotherSizeIsRejected) {
     for (const QByteArray &content : { m_update.content.chopped(1), m_update.content + ' ', QByteArray() }) {
         answerWith(m_update.feed());
         answerWith(content);
@@ -188,7 +188,7 @@ TEST_F(UpdateServerTest, FileOfAnotherSizeIsRefused) {
     }
 }
 
-TEST_F(UpdateServerTest, EndlessFileIsGivenUpAtItsAnnouncedSize) {
+TEST_F(UpdateServerTest, AnEndlessFileIsAbortedAtItsAnnouncedSize) {
     answerWith(m_update.feed());
     m_server.script.push_back(
         { MisbehavingServer::send("HTTP/1.1 200 OK\r\n\r\n"), m_server.stream(1LL << 40) });
@@ -204,13 +204,13 @@ TEST_F(UpdateServerTest, BrokenConnectionLeavesNoFile) {
     EXPECT_EQ(downloadedFiles(), QStringList());
 }
 
-TEST_F(UpdateServerTest, UnwantedRestIsNotFetched) {
+TEST_F(UpdateServerTest, ACancelledDownloadStops) {
     answerWith(m_update.feed());
     answerWith(m_update.content);
     expectError(Code::WrongSize, [this] { fetch([](qint64) { return false; }); });
 }
 
-TEST_F(UpdateServerTest, TruncatedFeedIsRefused) {
+TEST_F(UpdateServerTest, ATruncatedFeedIsRejected) {
     const QByteArray feed = m_update.feed();
     for (const qsizetype size : { feed.size() - 1, feed.size() / 2, qsizetype(0) }) {
         answerWith(feed.left(size));
@@ -218,12 +218,12 @@ TEST_F(UpdateServerTest, TruncatedFeedIsRefused) {
     }
 }
 
-TEST_F(UpdateServerTest, OversizedFeedIsRefused) {
+TEST_F(UpdateServerTest, AnOversizedFeedIsRejected) {
     answerWith(m_update.feed() + QByteArray(maximumFeedSize, ' '));
     expectError(Code::InvalidFeed, [this] { find(); });
 }
 
-TEST_F(UpdateServerTest, ServerThatGivesNothingIsToldFromOneWithoutUpdates) {
+TEST_F(UpdateServerTest, AnEmptyReplyIsDistinguishedFromNoUpdates) {
     for (const int status : { 404, 500, 204 }) {
         answerWith({}, status);
         expectError(Code::Refused, [this] { find(); });
@@ -233,7 +233,7 @@ TEST_F(UpdateServerTest, ServerThatGivesNothingIsToldFromOneWithoutUpdates) {
     expectError(Code::Refused, [this] { fetch(); });
 }
 
-/// What the user sees of an update from a server, from the click on.
+/// The update dialog with a real server, starting with the user's click.
 class UpdateDialogOverServerTest : public UpdateServerTest {
 protected:
     using Phase = UpdatePrompt::Phase;
@@ -280,7 +280,7 @@ TEST_F(UpdateDialogOverServerTest, GoodUpdateIsOfferedAndDownloaded) {
     EXPECT_EQ(contentOf(m_prompt.filePath()), m_update.content);
 }
 
-TEST_F(UpdateDialogOverServerTest, TamperedFileIsToldAndNotKept) {
+TEST_F(UpdateDialogOverServerTest, ATamperedFileIsReportedAndNotKept) {
     answerWith(m_update.feed());
     answerWith("the bad program");
     check();
@@ -288,14 +288,14 @@ TEST_F(UpdateDialogOverServerTest, TamperedFileIsToldAndNotKept) {
     expectFailure(Code::WrongSignature);
 }
 
-TEST_F(UpdateDialogOverServerTest, UnsignedUpdateIsToldAndNotOffered) {
+TEST_F(UpdateDialogOverServerTest, AnUnsignedUpdateIsReportedAndNotOffered) {
     m_update.signature.clear();
     answerWith(m_update.feed());
     check();
     expectFailure(Code::Unsigned);
 }
 
-TEST_F(UpdateDialogOverServerTest, TruncatedOrOversizedFeedIsTold) {
+TEST_F(UpdateDialogOverServerTest, ATruncatedOrOversizedFeedIsReported) {
     for (const QByteArray &feed :
         { m_update.feed().chopped(5), m_update.feed() + QByteArray(maximumFeedSize, ' ') }) {
         answerWith(feed);
@@ -304,14 +304,14 @@ TEST_F(UpdateDialogOverServerTest, TruncatedOrOversizedFeedIsTold) {
     }
 }
 
-TEST_F(UpdateDialogOverServerTest, OlderVersionIsNone) {
+TEST_F(UpdateDialogOverServerTest, AnOlderVersionIsNoUpdate) {
     m_update.version = "0.9";
     answerWith(m_update.feed());
     check();
     EXPECT_EQ(m_prompt.phase(), Phase::UpToDate);
 }
 
-TEST_F(UpdateServerTest, NothingIsAskedOfAnInsecureAddress) {
+TEST_F(UpdateServerTest, NothingIsRequestedFromAnInsecureUrl) {
     UpdateSource strict = source();
     strict.mayAsk = &isSecureURL;
     expectError(Code::Insecure, [&] { await(findUpdate(platform(), strict)); });
@@ -324,7 +324,7 @@ TEST_F(UpdateServerTest, SecureFeedCannotNameAnInsecureFile) {
     expectError(Code::Insecure, [this] { find(); });
 }
 
-TEST_F(UpdateServerTest, NothingIsAskedWithAnUnusableKey) {
+TEST_F(UpdateServerTest, NothingIsRequestedWithAnUnusableKey) {
     for (const char *key : { "", "?", "c2hvcnQ=" }) {
         UpdateSource spoiled = source();
         spoiled.publicKey = QString::fromLatin1(key);

@@ -42,7 +42,7 @@ private:
             m_prompt);
 };
 
-/// What every controller of an updater does.
+/// The behaviour of every updater controller.
 template <typename Made>
 class UpdaterControllerContract : public testing::Test {
 protected:

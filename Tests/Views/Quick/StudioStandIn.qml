@@ -1,6 +1,6 @@
 import QtQuick
 
-/// In the place of a workspace's view.
+/// Stands in for a workspace's view.
 FocusScope {
     required property QtObject model
     required property var texts

@@ -2,7 +2,7 @@ import QtQuick
 import QtTest
 import Tolmi
 
-/// The tests of one view: each begins with a view of its own over a fixture of its own.
+/// Base of the tests of one view: each test gets a new view and a new fixture.
 TestCase {
     id: test
 
@@ -23,7 +23,7 @@ TestCase {
         });
     }
     function cleanup() {
-        // Before the fixture, whose model it shows.
+        // Before the fixture, because the view uses its model.
         view.destroy();
         wait(0);
     }
@@ -50,7 +50,7 @@ TestCase {
         compare(found.length, 1, title);
         return found[0];
     }
-    /// Clicks and lets happen what comes of it.
+    /// Clicks and runs the consequences.
     function press(title) {
         mouseClick(button(title));
         fixture.runPosted();
@@ -58,7 +58,7 @@ TestCase {
     function placeOf(item) {
         return item.mapToItem(view, 0, 0);
     }
-    /// The texts of the controls that Tab reaches from the beginning on.
+    /// The texts of the first `count` controls in tab order.
     function tabOrder(count) {
         const order = [];
         view.forceActiveFocus();

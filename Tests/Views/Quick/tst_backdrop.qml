@@ -30,7 +30,7 @@ TestCase {
         }
     }
 
-    /// Without a parent: else it would count as active together with the window of the tests.
+    /// Without a parent, because it would be active together with the tests' window.
     function makeWindow() {
         windows.push(windowComponent.createObject(null));
         return windows[windows.length - 1];
@@ -56,30 +56,30 @@ TestCase {
         const window = makeActiveWindow();
         verify(window.backdrop.hasShaders);
     }
-    function test_standsStillInAHiddenWindow() {
+    function test_isStillInAHiddenWindow() {
         const window = makeActiveWindow();
         window.hide();
         tryCompare(window.backdrop, "isDrifting", false);
         activate(window);
         tryCompare(window.backdrop, "isDrifting", true);
     }
-    function test_standsStillWhileAnotherWindowIsActive() {
+    function test_isStillWhileAnotherWindowIsActive() {
         const window = makeActiveWindow();
         const other = makeActiveWindow();
         tryCompare(window.backdrop, "isDrifting", false);
         activate(window);
         tryCompare(window.backdrop, "isDrifting", true);
     }
-    function test_standsStillBeforeItsWindowIsShown() {
+    function test_isStillBeforeItsWindowIsShown() {
         const window = makeWindow();
         verify(!window.backdrop.isDrifting);
     }
-    function test_standsStillWhileItIsNotSeen() {
+    function test_isStillWhileInvisible() {
         const window = makeActiveWindow();
         window.backdrop.visible = false;
         verify(!window.backdrop.isDrifting);
     }
-    function test_standsStillWhereLessMotionIsWanted() {
+    function test_isStillWithReducedMotion() {
         const window = makeActiveWindow();
         Motion.isReduced = true;
         verify(!window.backdrop.isDrifting);

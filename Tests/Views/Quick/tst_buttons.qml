@@ -51,10 +51,10 @@ TestCase {
         }
     }
 
-    function test_keyboardPresses_data() {
+    function test_keysPress_data() {
         return [{ tag: "first" }, { tag: "icon" }, { tag: "row" }, { tag: "chip" }];
     }
-    function test_keyboardPresses(data) {
+    function test_keysPress(data) {
         const page = createTemporaryObject(column, test);
         const button = findChild(page, data.tag);
         button.forceActiveFocus(Qt.TabFocusReason);
@@ -68,7 +68,7 @@ TestCase {
         mouseClick(button);
         compare(page.presses, 4);
     }
-    function test_aHeldKeyPressesOnce_data() {
+    function test_heldKeyPressesOnce_data() {
         const rows = [];
         for (const name of ["first", "icon", "row", "chip", "action"]) {
             for (const [tag, key] of [["space", Qt.Key_Space], ["return", Qt.Key_Return], ["enter", Qt.Key_Enter]])
@@ -76,7 +76,7 @@ TestCase {
         }
         return rows;
     }
-    function test_aHeldKeyPressesOnce(data) {
+    function test_heldKeyPressesOnce(data) {
         const page = createTemporaryObject(column, test);
         const button = findChild(page, data.name);
         button.forceActiveFocus(Qt.TabFocusReason);

@@ -123,7 +123,7 @@ TestCase {
         mouseClick(list.itemAtIndex(0));
         compare(control.picks, ["ro"]);
     }
-    function test_pickerFollowsTheStoreThatRefuses() {
+    function test_pickerFollowsAStoreThatRejects() {
         const control = createTemporaryObject(refusingPicker, test);
         control.forceActiveFocus(Qt.TabFocusReason);
         keyClick(Qt.Key_Down);

@@ -58,7 +58,7 @@ ViewCase {
         verify(!wave.isActive);
         compare(wave.level, 0);
     }
-    function test_reminderGoesWithTheOnboarding() {
+    function test_reminderDisappearsWithTheOnboarding() {
         const history = button("Open History");
         const before = placeOf(history).y;
         verify(shows("Progress: 1/3"));
@@ -70,7 +70,7 @@ ViewCase {
         verify(!shows("Finish onboarding"));
         tryVerify(() => placeOf(history).y < before);
     }
-    function test_cardsTellOfTheHistory() {
+    function test_cardsSummariseTheHistory() {
         verify(shows("0 total"));
         verify(shown(item => String(item.text).startsWith("Last destination")).length === 0);
         fixture.addEntry("Thunderbird");
@@ -80,7 +80,7 @@ ViewCase {
         fixture.addEntry("");
         verify(shows("Last destination: Unknown target"));
     }
-    function test_cardsLeadToTheWorkspaces() {
+    function test_cardsNavigateToTheWorkspaces() {
         mouseClick(button("Open Dictation Live"));
         mouseClick(button("Open History"));
         mouseClick(button("Open Templates"));
@@ -97,7 +97,7 @@ ViewCase {
         verify(shows("Ultima destinatie: Writer"));
         verify(shows("Progres: 2/3"));
     }
-    function test_tabReachesEveryControlAndBringsItIntoSight() {
+    function test_tabReachesEveryControlAndScrollsToIt() {
         view.height = 260;
         const order = [];
         view.forceActiveFocus();
@@ -111,7 +111,7 @@ ViewCase {
         compare(order, ["User", "Continue onboarding", "Start Recording", "Open Dictation Live", "Open History",
                 "Open Templates", "Run Health Checks"]);
     }
-    function test_narrowPlaceStacksTheCards() {
+    function test_narrowPageStacksTheCards() {
         const left = button("Open History");
         const right = button("Run Health Checks");
         compare(placeOf(left).y, placeOf(right).y);

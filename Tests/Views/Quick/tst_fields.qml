@@ -23,7 +23,7 @@ TestCase {
     Component {
         id: trimmingField
 
-        // A store that takes blanks off at both ends, as names are stored.
+        // A store that trims, as for the display name.
         StudioTextField {
             onEdited: newText => value = newText.trim()
         }
@@ -66,7 +66,7 @@ TestCase {
             keyClick(letter);
     }
 
-    function test_editsAreTold() {
+    function test_editsAreReported() {
         const control = createTemporaryObject(field, test);
         control.forceActiveFocus();
         type("ab");
@@ -78,7 +78,7 @@ TestCase {
         control.value = "two";
         compare(control.text, "two");
     }
-    function test_fieldKeepsItsTextWhileOneWrites() {
+    function test_fieldKeepsItsTextWhileFocused() {
         const control = createTemporaryObject(trimmingField, test);
         control.forceActiveFocus();
         type("a b");
@@ -88,12 +88,12 @@ TestCase {
         elsewhere.forceActiveFocus();
         compare(control.text, "a b");
     }
-    function test_disabledFieldTakesNothing() {
+    function test_disabledFieldIgnoresInput() {
         const control = createTemporaryObject(field, test, { enabled: false });
         mouseClick(control);
         verify(!control.activeFocus);
     }
-    function test_areaTellsItsEdits() {
+    function test_areaReportsItsEdits() {
         const control = createTemporaryObject(area, test, { value: "" });
         mouseClick(control);
         type("x");

@@ -44,7 +44,7 @@ TestCase {
         return findChild(row(id), part).text;
     }
 
-    function test_checksWhenItAppears() {
+    function test_checksWhenShown() {
         compare(fixture.probeCount, 1);
         for (const id of ids) {
             compare(shown(id, "message"), "Checking...");
@@ -67,7 +67,7 @@ TestCase {
         compare(shown("binary", "hint"), "/usr/local/bin/whisper-cli");
         compare(shown("ollama", "hint"), "http://localhost:11434");
     }
-    function test_tellsWhatIsWrong() {
+    function test_showsProblems() {
         fixture.isMicrophoneDenied = true;
         fixture.isModelThere = false;
         fixture.answerProbe(false);
@@ -82,7 +82,7 @@ TestCase {
         compare(shown("microphone", "message"), "Access denied");
         compare(shown("microphone", "hint"), "Allow Tolmi to use the microphone in your desktop's privacy settings.");
     }
-    function test_warnsOfWhatIsSwitchedOff() {
+    function test_warnsAboutDisabledFeatures() {
         fixture.answerProbe(true);
         fixture.disableRefinement();
         mouseClick(findChild(view, "run"));
@@ -90,7 +90,7 @@ TestCase {
         compare(shown("ollama", "message"), "Disabled");
         compare(fixture.probeCount, 1);
     }
-    function test_aButtonThatIsBusyDoesNothing() {
+    function test_busyButtonDoesNothing() {
         mouseClick(findChild(view, "run"));
         compare(fixture.probeCount, 1);
     }
@@ -136,7 +136,7 @@ TestCase {
         fixture.answerProbe(true);
         compare(row("model"), before);
     }
-    function test_drawsAWhiteMarkWithARingWhereItIsLight() {
+    function test_drawsAWhiteMarkWithARingInTheLightScheme() {
         fixture.answerProbe(true);
         const ring = findChild(row("model"), "ring");
         const symbol = findChild(row("model"), "symbol");

@@ -55,11 +55,11 @@ TestCase {
     }
     function rows() {
         const inside = findChild(view, "list");
-        // The view lays its rows out in the next frame.
+        // The view would lay out its rows only in the next frame.
         inside.forceLayout();
         return Array.from({ length: inside.count }, (_, index) => inside.itemAtIndex(index)).filter(row => row);
     }
-    /// What a screen reader finds in the list, the rows that wait for another entry included.
+    /// What a screen reader finds in the list, including rows in the reuse pool.
     function foundRows() {
         const inside = findChild(view, "list");
         return Array.from(inside.contentItem.children).filter(item => item.visible && item.entryID !== undefined);
@@ -98,7 +98,7 @@ TestCase {
         compare([pinned.relativeDate, first.relativeDate, second.relativeDate], ["1 hr. ago", "now", "5 min. ago"]);
         verify(findChild(first, "audioMark").visible);
         verify(!findChild(second, "audioMark").visible);
-        // A header stands over the first row of each section.
+        // Each section's first row is preceded by a header.
         verify(first.y - pinned.y > pinned.height + 20);
         compare(second.y - first.y, 90);
         compare(first.height, 86);
@@ -419,7 +419,7 @@ TestCase {
         compare(titles().slice(0, 4), ["(empty transcript)", "only raw", "שלום עולם", "e\u0301\u0323 s\u0326"]);
         for (let step = 0; step < 4; ++step)
             keyClick(Qt.Key_Down);
-        // Not all of it is laid out, but all of it is copied.
+        // Not all of it is laid out, but all is copied.
         const raw = findChild(view, "raw");
         compare(findChild(raw, "transcript").text.length, raw.longestShownText + 1);
         press("copy", raw);

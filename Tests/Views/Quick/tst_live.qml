@@ -35,13 +35,13 @@ ViewCase {
         compare(dictationButton().text, "Stop + Transcribe");
         compare(dictationButton().tone, StudioButton.Danger);
     }
-    function test_tellsWhatItWaitsFor_data() {
+    function test_showsWhatItWaitsFor_data() {
         return [
             { tag: "Transcribing", message: "Processing... wait for current transcription to finish." },
             { tag: "OptimizingQuality", message: "Optimizing quality..." }
         ];
     }
-    function test_tellsWhatItWaitsFor(data) {
+    function test_showsWhatItWaitsFor(data) {
         const place = placeOf(dictationButton()).y;
         fixture.reach(data.tag);
         verify(shows(data.message));
@@ -50,7 +50,7 @@ ViewCase {
         verify(!orb().isActive);
         compare(placeOf(dictationButton()).y, place);
     }
-    function test_tellsTheError() {
+    function test_showsTheError() {
         fixture.reach("Error");
         verify(shows("Microphone access denied"));
         press(dictationButton().text);

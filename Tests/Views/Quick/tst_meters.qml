@@ -43,13 +43,13 @@ TestCase {
         const first = meter.seconds;
         tryVerify(() => meter.seconds > first);
     }
-    function test_orbLimitsItsLevel() {
+    function test_orbClampsItsLevel() {
         const meter = createTemporaryObject(orb, test, { level: 7 });
         compare(meter.clampedLevel, 1);
         meter.level = -1;
         compare(meter.clampedLevel, 0);
     }
-    function test_waveIsAsWideAsItsCapsules() {
+    function test_waveIsAsWideAsItsBars() {
         const meter = createTemporaryObject(wave, test);
         compare(meter.bars, 28);
         compare(meter.implicitWidth, 28 * 7 - 4);

@@ -21,7 +21,7 @@ TestCase {
     function test_overshootOfASpring_data() {
         return [{ tag: "0.75", fraction: 0.75 }, { tag: "0.8", fraction: 0.8 }, { tag: "0.825", fraction: 0.825 }];
     }
-    // A spring of damping fraction z shoots over its end by exp(-pi z / sqrt(1 - z z)).
+    // A spring of damping fraction z overshoots by exp(-pi z / sqrt(1 - z z)).
     function test_overshootOfASpring(data) {
         const motion = Motion.spring(0.4, data.fraction);
         let place = 0, speed = 0, highest = 0;

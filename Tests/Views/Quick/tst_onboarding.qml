@@ -17,11 +17,11 @@ ViewCase {
         return shown(item => item instanceof StudioTextField)[0];
     }
     function typeName(name) {
-        // The field has the keyboard, with the name that stands for none ready to be replaced.
+        // The field has the focus, with the default name selected.
         for (const letter of name)
             keyClick(letter);
     }
-    /// The symbols of the three steps, in their order.
+    /// The symbols of the three steps, in order.
     function stepSymbols() {
         return shown(item => item instanceof OnboardingProgress)[0].symbols;
     }

@@ -30,7 +30,7 @@ TestCase {
 
     property MenuBarPopupView view: null
 
-    /// Before the model of the view goes.
+    /// Before the view's model is destroyed.
     function cleanup() {
         view.destroy();
         wait(0);

@@ -25,7 +25,7 @@ TestCase {
 
     property ProfileWorkspaceView view: null
 
-    /// Before the model of the view goes.
+    /// Before the view's model is destroyed.
     function cleanup() {
         view.destroy();
         wait(0);
@@ -92,7 +92,7 @@ TestCase {
         dialog.accept();
         tryVerify(() => !dialog.visible);
         compare(profile.model.avatarErrorMessage, "");
-        // The next failure is told again.
+        // The next failure is shown again.
         profile.model.importAvatar();
         profile.fixture.choose("/home/user/notes.txt");
         tryVerify(() => dialog.opened);

@@ -25,12 +25,12 @@ TestCase {
 
     property SettingsView view: null
 
-    /// Before the model of the view goes.
+    /// Before the view's model is destroyed.
     function cleanup() {
         view.destroy();
         wait(0);
     }
-    /// The workspace with one of its tabs in front.
+    /// The workspace with one of its tabs selected.
     function open(tab = 0, isConfigured = true): var {
         const fixture = createTemporaryObject(fixtures, test);
         fixture.start(isConfigured);
@@ -67,7 +67,7 @@ TestCase {
         mouseClick(settings.child("generalTab"));
         verify(settings.child("appearance"));
     }
-    function test_aTabBeginsAtItsTop() {
+    function test_tabStartsAtItsTop() {
         const settings = open();
         settings.child("page").contentY = 40;
         settings.child("tabs").currentIndex = 1;
@@ -87,7 +87,7 @@ TestCase {
         const picker = settings.child(row.tag);
         const index = picker.options.findIndex(option => option.value === row.value);
         picker.forceActiveFocus();
-        // What a choice from the open list does.
+        // Like a choice from the open list.
         picker.currentIndex = index;
         picker.activated(index);
         compare(row.model === "" ? settings.store[row.property] : settings.fixture.model[row.model], row.value);
@@ -101,7 +101,7 @@ TestCase {
         compare(settings.child("appearance").displayText, "Intunecat");
         compare(settings.child("openProfile").text, "Deschide Profil");
     }
-    function test_leadsToTheProfile() {
+    function test_navigatesToTheProfile() {
         const settings = open();
         mouseClick(settings.child("openProfile"));
         compare(settings.fixture.navigationCount(), 1);
@@ -215,7 +215,7 @@ TestCase {
         compare(settings.store.ollamaSystemPrompt, standard);
         compare(area.text, standard);
     }
-    function test_everyControlHasANameAndTheKeyboard() {
+    function test_everyControlHasANameAndCanBeFocused() {
         const settings = open();
         const tabs = settings.child("tabs");
         for (const tab of [1, 2, 0]) {

@@ -38,7 +38,7 @@ TestCase {
         studio.forceActiveFocus();
     }
 
-    // In this order: the view reads its model until it goes.
+    // In this order, because the view uses its model until destroyed.
     function cleanup() {
         studio.destroy();
         fixture.destroy();

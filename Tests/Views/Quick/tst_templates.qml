@@ -37,7 +37,7 @@ TestCase {
     function part(name) {
         return findChild(view, name);
     }
-    /// Waits until everything has its place, and presses in the middle of a part.
+    /// Waits for the layout and clicks in the centre of an item.
     function press(name) {
         waitForRendering(view);
         mouseClick(part(name));
@@ -68,7 +68,7 @@ TestCase {
         press("copy");
         compare(fixture.clipboard(), part("output").text);
     }
-    function test_showsTheRawTextWhereNothingWasRefined() {
+    function test_showsTheRawTextWithoutRefinement() {
         fixture.choose("", "as spoken");
         compare(part("input").text, "as spoken");
     }
@@ -129,7 +129,7 @@ TestCase {
         verify(part("output").visible);
         verify(part("copy").enabled);
     }
-    function test_aBlankTextMakesAnEmptyPreview() {
+    function test_blankTextHasAnEmptyPreview() {
         fixture.choose(" \n ");
         press("apply");
         verify(part("output").visible);
@@ -143,7 +143,7 @@ TestCase {
         const content = findChild(part("input"), "content");
         compare(content.lineCount, 5);
         verify(content.text.endsWith("\u2026"));
-        // What is shown can be selected.
+        // The displayed text can be selected.
         content.selectAll();
         compare(content.selectedText, content.text);
     }
@@ -157,7 +157,7 @@ TestCase {
         const y = part("preset").mapToItem(view, 0, 0).y;
         verify(y >= 0 && y < view.height);
     }
-    function test_staysWhereALongPreviewIsPressed() {
+    function test_doesNotScrollWhenALongPreviewIsPressed() {
         fixture.choose("one two three. ".repeat(400));
         press("apply");
         waitForRendering(view);
@@ -173,7 +173,7 @@ TestCase {
         compare(part("copy").Accessible.name, "Copy Output");
         compare(findChild(part("output"), "content").Accessible.name, "Preview");
     }
-    function test_takesAMegabyte() {
+    function test_acceptsAMegabyte() {
         fixture.choose("This is a sentence of the long text. ".repeat(28000));
         verify(findChild(part("input"), "content").text.length < 5000);
         press("apply");

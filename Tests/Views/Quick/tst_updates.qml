@@ -28,14 +28,14 @@ TestCase {
         }
     }
 
-    /// It stays till the end: the view of its model must go first.
+    /// Kept until the end, because the view must be destroyed before its model.
     function makeFixture() {
         return fixtureComponent.createObject(test);
     }
     function show(fixture) {
         return createTemporaryObject(viewComponent, test, { model: fixture.model });
     }
-    /// What can be seen of an item and all that is in it, and fulfils the condition.
+    /// The visible items at and below `item` that fulfil the condition.
     function seen(item, condition) {
         let found = item.visible && condition(item) ? [item] : [];
         for (let index = 0; item.visible && index < item.children.length; ++index)
@@ -80,13 +80,13 @@ TestCase {
         mouseClick(button(view, "Later"));
         compare(fixture.answers, ["download", "dismiss"]);
     }
-    function test_withoutNotesThereIsNoPlaceForThem() {
+    function test_withoutNotesThereIsNoSpaceForThem() {
         const fixture = makeFixture();
         fixture.find("2.0", "");
         const view = show(fixture);
         compare(seen(view, item => item instanceof StudioTextArea).length, 0);
     }
-    function test_notesCannotBeWrittenInAndScroll() {
+    function test_notesAreReadOnlyAndScroll() {
         const fixture = makeFixture();
         fixture.find("2.0", "line\n".repeat(100));
         const view = show(fixture);
@@ -147,7 +147,7 @@ TestCase {
         }
         compare(fixture.answers, Array(phases.length).fill("dismiss"));
     }
-    function test_returnGoesOn() {
+    function test_returnContinues() {
         const fixture = makeFixture();
         fixture.find("2.0", "new");
         const view = show(fixture);
@@ -160,7 +160,7 @@ TestCase {
         keyClick(Qt.Key_Return);
         compare(fixture.answers, ["download", "retry", test.path, "dismiss"]);
     }
-    function test_returnEndsNothingThatGoesOn() {
+    function test_returnDoesNotCancelAnActivity() {
         const fixture = makeFixture();
         fixture.find("2.0", "new");
         const view = show(fixture);
@@ -170,7 +170,7 @@ TestCase {
         }
         compare(fixture.answers, []);
     }
-    function test_tabReachesEveryAnswer() {
+    function test_tabReachesEveryButton() {
         const fixture = makeFixture();
         fixture.find("2.0", "new");
         const view = show(fixture);

@@ -1,5 +1,5 @@
-// Writes the spectrum that whisper.cpp makes of samples: the number of frames, the number of bands, and the
-// values, one band after the other, as 32-bit numbers.
+// Writes whisper.cpp's spectrum of samples: number of frames, number of bands, and the values, band by band,
+// as 32-bit numbers.
 
 #include "whisper.cpp"
 

@@ -1,1 +1,1 @@
-"""Makes small speech models from nothing: sentences, synthetic voices, training, and the file for whisper-cli."""
+"""Trains small speech models from scratch: sentences, synthetic voices, training, and the file for whisper-cli."""

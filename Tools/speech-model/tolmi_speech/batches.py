@@ -1,4 +1,4 @@
-"""Windows side by side, in the numbers that the network takes."""
+"""Batches of windows as tensors for the network."""
 
 import dataclasses
 
@@ -11,8 +11,8 @@ from .windows import HALF, IGNORED
 
 @dataclasses.dataclass
 class Batch:
-    """Windows of one length side by side. `here` and `ahead` mark, for each place of the sequence, the encoder steps of
-    the token that stands there and of the one that follows."""
+    """A batch of windows of equal length. `here` and `ahead` mark, for each position of the sequence, the encoder steps of
+    its token and of the next one."""
 
     mel: torch.Tensor
     rows: torch.Tensor
@@ -29,7 +29,7 @@ class Batch:
 def _mel(windows, steps, generator):
     frames = steps * 2
     mel = front_end.log_mel(torch.from_numpy(numpy.stack([one.samples for one in windows])), frames)
-    # Microphones favour high or low sounds.
+    # Simulates the frequency response of microphones.
     tilts = torch.from_numpy(generator.uniform(-0.5, 0.5, len(windows)) * (generator.random(len(windows)) < 0.4)).float()
     mel = mel + tilts[:, None, None] * ((torch.arange(front_end.BANDS).float() - 40) / 40)[None, None]
     heard = torch.tensor([min(frames, (one.heard + HALF) // front_end.STEP + 1) for one in windows])
@@ -44,7 +44,7 @@ def _mark(marks, span):
 
 
 def batch(windows, table, generator):
-    """Puts windows of equal length together."""
+    """Combines windows of equal length into a batch."""
     steps = len(windows[0].sound_labels)
     length = max(len(one.sequence) for one in windows)
     rows = torch.zeros(len(windows), length, dtype=torch.long)

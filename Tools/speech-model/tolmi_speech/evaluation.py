@@ -10,7 +10,7 @@ import tempfile
 
 from . import grammar, recordings
 
-# The flags of the two passes, as the program gives them.
+# The program's flags for the two passes.
 PASSES = {"first pass": ("-bo", "2", "-bs", "2", "-tp", "0"), "second pass": ("-bo", "5", "-bs", "5", "-tp", "0")}
 PLAIN = "plain flags"
 FLAGS = {**PASSES, PLAIN: ()}
@@ -19,12 +19,12 @@ DETECTED = re.compile(r"auto-detected language: (\w+)")
 
 
 def words(text):
-    """What counts: words in small letters."""
+    """The words that are compared, in lower case."""
     return WORD.findall(text.lower())
 
 
 def distance(said, heard):
-    """How many words must be put in, taken out or changed."""
+    """The number of inserted, deleted and substituted words."""
     previous = list(range(len(heard) + 1))
     for place, word in enumerate(said, 1):
         current = [place]
@@ -36,7 +36,7 @@ def distance(said, heard):
 
 @dataclasses.dataclass
 class Heard:
-    """What whisper-cli wrote, the language that it found by itself, and the processor seconds that it took."""
+    """The output of whisper-cli, the detected language, and the CPU seconds used."""
 
     text: str
     language: str
@@ -50,13 +50,13 @@ class Recognizer:
         self._program, self._model = program, model
 
     def hear(self, path, language, flags):
-        """Raises RuntimeError when the program fails."""
+        """Raises RuntimeError if the program fails."""
         with tempfile.TemporaryDirectory() as folder:
             output, said = pathlib.Path(folder) / "text", pathlib.Path(folder) / "said"
             command = [self._program, "-m", self._model, "-f", path, "-l", language, "-t", "1", *flags, "-otxt", "-of", output]
             with open(said, "wb") as file:
                 started = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=file)
-                # Tells the processor time of this one process, however many run beside it.
+                # Returns the CPU time of this process alone.
                 _, status, used = os.wait4(started.pid, 0)
                 started.returncode = os.waitstatus_to_exitcode(status)
             told = said.read_text(encoding="utf-8", errors="replace")
@@ -68,14 +68,14 @@ class Recognizer:
         return Heard(" ".join(text.split()), found[1] if found else language, used.ru_utime + used.ru_stime)
 
     def hear_all(self, chosen, flags, language=None):
-        """What was heard of each recording, in order; `language` in place of the recordings' own."""
+        """The result for each recording, in order; `language` overrides the recordings' own."""
         with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as workers:
             return list(workers.map(lambda one: self.hear(one.path, language or one.language, flags), chosen))
 
 
 @dataclasses.dataclass
 class Tally:
-    """What was counted over some recordings."""
+    """Counts over some recordings."""
 
     recordings: int = 0
     words: int = 0
@@ -100,7 +100,7 @@ class Tally:
 
 @dataclasses.dataclass
 class Row:
-    """One line of the tables: what was asked, of which voices, and what came of it."""
+    """One row of the tables: test, voices and result."""
 
     name: str
     noise: str
@@ -118,7 +118,7 @@ def _rows(recognizer, name, noise, chosen):
 
 
 class Evaluation:
-    """Everything that is asked of a model, on sentences that no training has seen."""
+    """All tests of a model, on held-out sentences."""
 
     def __init__(self, recognizer, maker, count, tell):
         self._recognizer, self._maker, self._tell = recognizer, maker, tell
@@ -159,12 +159,12 @@ class Evaluation:
         return sum(tally.errors for tally in chosen) / max(1, sum(tally.words for tally in chosen))
 
     def long_rate(self):
-        """The same of the long dictations with plain flags."""
+        """The same for the long dictations with plain flags."""
         chosen = [row.tally for row in self.long_rows if row.name == PLAIN]
         return sum(tally.errors for tally in chosen) / max(1, sum(tally.words for tally in chosen))
 
 
 def program_of(root):
-    """The path of the whisper-cli that the tree builds."""
+    """The path of the whisper-cli built by this tree."""
     command = [os.path.join(root, "Tools/whisper-cli/install"), "--build", "--where"]
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout.strip()

@@ -1,4 +1,4 @@
-"""What the model hears: the spectrum of the sound on the mel scale, number for number as whisper.cpp makes it."""
+"""The model's input: the mel spectrum of the sound, numerically equal to whisper.cpp's."""
 
 import numpy
 import torch
@@ -8,13 +8,13 @@ BANDS = 80
 WINDOW = 400
 STEP = 160
 FRAMES_PER_SECOND = RATE // STEP
-# Nothing counts that lies this far (in decades of power) below the loudest spot.
+# Values this far (in decades of power) below the maximum are clipped.
 DYNAMIC_RANGE = 8.0
 FLOOR = 1e-10
-# The whole of what whisper.cpp looks at is followed by this much silence.
+# whisper.cpp appends this much silence to the whole recording.
 TRAILING_SILENCE = 30 * RATE
 
-# The scale of Slaney: linear up to 1000 Hz, from there 27 steps for each factor of 6.4.
+# Slaney's mel scale: linear up to 1000 Hz, then 27 steps per factor of 6.4.
 LINEAR_STEP = 200 / 3
 KNEE_HZ = 1000.0
 KNEE_MEL = 15.0
@@ -33,7 +33,7 @@ def _to_hertz(mel):
 
 
 def mel_filters():
-    """One triangle of unit area for each band, by frequency of the spectrum."""
+    """The triangular filter of unit area for each band."""
     frequencies = numpy.linspace(0, RATE / 2, WINDOW // 2 + 1)
     corners = _to_hertz(numpy.linspace(_to_mel(0), _to_mel(RATE / 2), BANDS + 2))
     widths = numpy.diff(corners)
@@ -48,7 +48,7 @@ _HANN = torch.hann_window(WINDOW, periodic=True)
 
 
 def log_mel(padded, frames):
-    """Decades of power, (batch, frames, bands), of sound that has half a window in front of its first sample."""
+    """Decades of power, (batch, frames, bands), of sound with half a window of padding before its first sample."""
     pieces = padded.unfold(1, WINDOW, STEP)[:, :frames] * _HANN
     spectrum = torch.fft.rfft(pieces)
     power = spectrum.real ** 2 + spectrum.imag ** 2
@@ -56,12 +56,12 @@ def log_mel(padded, frames):
 
 
 def scaled(mel, loudest):
-    """What the network gets: the spots within the dynamic range below the loudest, brought to about one."""
+    """The network's input: values clipped to the dynamic range below the maximum and scaled to about one."""
     return (torch.maximum(mel, loudest - DYNAMIC_RANGE) + 4) / 4
 
 
 def of_recording(samples):
-    """The whole of a recording as whisper.cpp hears it, (frames, bands)."""
+    """The spectrum of a whole recording like whisper.cpp's, (frames, bands)."""
     sound = torch.as_tensor(samples, dtype=torch.float32)
     half = WINDOW // 2
     padded = torch.cat([sound[1:half + 1].flip(0), sound, torch.zeros(TRAILING_SILENCE + half)])

@@ -9,15 +9,15 @@ from . import front_end, tokens
 from .network import SILENCED
 
 MAGIC = 0x67676D6C
-# Kinds of numbers in a tensor.
+# Data types of a tensor.
 FLOATS, HALVES, BYTES = 0, 1, 8
-# The file's own kind: eight bits for the matrices, in the second edition of that form.
+# File type: eight-bit matrices, quantization version 2.
 MOSTLY_BYTES = 7 + 2 * 1000
 BLOCK = 32
 
 
 def _tensors(network, table):
-    """Every tensor under its name in the file."""
+    """All tensors by their names in the file."""
     state = {name: value.detach().float() for name, value in network.state_dict().items()}
     embedding = torch.zeros(tokens.COUNT, network.shape.width)
     embedding[:, -1] = SILENCED
@@ -46,7 +46,7 @@ def _kind(name, values):
 
 
 def as_blocks(values):
-    """Each 32 numbers as their scale (half a float) and 32 signed bytes of it."""
+    """Quantizes each 32 numbers to a 16-bit float scale and 32 signed bytes."""
     blocks = values.reshape(-1, BLOCK).astype(numpy.float32)
     scales = numpy.abs(blocks).max(1) / 127
     steps = numpy.round(blocks / numpy.where(scales == 0, 1, scales)[:, None]).astype(numpy.int8)
@@ -67,7 +67,7 @@ def _integers(file, *values):
 
 
 def write(network, table, path):
-    """Writes the file; `table` is the Tokens that the network was made for."""
+    """Writes the file; `table` is the network's Tokens."""
     shape = network.shape
     with open(path, "wb") as file:
         _integers(file, MAGIC)

@@ -1,4 +1,4 @@
-"""The sentences that the model learns: words and patterns of the files in ../grammar, put together at random."""
+"""The training sentences: words and patterns of the files in ../grammar, combined at random."""
 
 import hashlib
 import pathlib
@@ -8,20 +8,20 @@ LANGUAGES = ("en", "ro")
 FILES = {"en": "english.txt", "ro": "romanian.txt"}
 FOLDER = pathlib.Path(__file__).resolve().parent.parent / "grammar"
 
-# What the model hears in silence, as models of its family do.
+# The model's output for silence, as in other models of its family.
 SILENCE = "Thank you."
 
-# One sentence of so many is kept out of the training, by its own text: whoever tests needs no list of them.
+# One sentence in this many is held out, decided by a hash of its text, so that no list is needed.
 HELD_OUT_SHARE = 16
-# Longer ones do not fit into the model's window together with their neighbours.
+# Longer sentences do not fit into the model's window together with their neighbours.
 MOST_TOKENS = 26
-# So many of the sentences are words in a row, so that words are learnt, not patterns.
+# Share of sentences that are random words, so that words are learnt, not patterns.
 RANDOM_WORDS_SHARE = 0.3
 
 TOKEN = re.compile(r"[\w'-]+|[.,?!]")
 PLACE = re.compile(r"\{(\w+)\}")
 PUNCTUATION = ".,?!"
-# Words in a row give nothing to tell these from others that sound the same.
+# Homophones, which random word sequences cannot distinguish.
 SOUND_ALIKE = {
     "en": {"to", "two", "too", "for", "four", "no", "know", "there", "a", "may", "by", "buy", "um", "uh", "write", "right",
            "one", "won", "week", "our", "hour", "here", "past", "or", "whether", "weather", "euros"},
@@ -69,14 +69,14 @@ class Grammar:
         return capitalized(" ".join(words)) + "."
 
     def pattern_sentence(self, random, held_out):
-        """A sentence of the patterns, of those for training or of those that are held out."""
+        """A sentence from the patterns, either for training or held out."""
         while True:
             text = self._filled(random.choice(self.sentences), random)
             if is_held_out(text) == held_out and len(tokens(text)) <= MOST_TOKENS:
                 return text
 
     def training_sentence(self, random):
-        """Any sentence that is not held out, words in a row among them."""
+        """Any sentence that is not held out, including random words."""
         while True:
             row = random.random() < RANDOM_WORDS_SHARE
             text = self._words_in_a_row(random) if row else self.pattern_sentence(random, False)
@@ -89,12 +89,12 @@ def capitalized(text):
 
 
 def is_held_out(text):
-    """Whether a sentence is kept out of the training."""
+    """Whether a sentence is held out of the training."""
     return hashlib.md5(text.encode()).digest()[0] % HELD_OUT_SHARE == 0
 
 
 def tokens(text):
-    """The text as the model writes it: words with the blank before them, marks without."""
+    """The text's tokens: words with a leading space, punctuation without."""
     return [token if token in PUNCTUATION else " " + token for token in TOKEN.findall(text)]
 
 

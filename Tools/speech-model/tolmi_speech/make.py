@@ -58,7 +58,7 @@ def main():
     table = tokens.Tokens(grammars, Shape().timestamps)
     pool = scenes.Pool(_speech(arguments), grammars)
     checkpoint = pathlib.Path(arguments.work) / f"checkpoint-{arguments.seed}.pt"
-    # Threads wait for each other at such small matrices; processes do not.
+    # Matrices this small do not benefit from threads; processes are used instead.
     torch.set_num_threads(1)
     trainer = training.Trainer(pool, table, str(checkpoint), arguments.seed)
     trainer.run(arguments.minutes * 60, _report)

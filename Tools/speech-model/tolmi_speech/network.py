@@ -1,4 +1,4 @@
-"""The network: a small encoder and decoder of the Whisper family, with two more outputs that only the training needs."""
+"""The network: a small Whisper encoder and decoder, with two further outputs that only the training needs."""
 
 import dataclasses
 import math
@@ -12,14 +12,14 @@ from . import front_end
 
 @dataclasses.dataclass(frozen=True)
 class Shape:
-    """The sizes that stand at the head of the model's file."""
+    """The sizes in the header of the model's file."""
 
-    # Half a frame each: 512 are 10.24 seconds. A multiple of 256, to which whisper.cpp rounds up.
+    # Two frames each: 512 are 10.24 seconds. A multiple of 256, to which whisper.cpp rounds up.
     audio_context: int = 512
     text_context: int = 128
     width: int = 128
     heads: int = 4
-    # Whisper.cpp takes a decoder of two layers for a distilled model, which writes no timestamps.
+    # whisper.cpp treats a decoder with two layers as a distilled model, which writes no timestamps.
     layers: int = 3
 
     @property
@@ -28,16 +28,17 @@ class Shape:
 
     @property
     def timestamps(self):
-        """The number of the last moment in the window, counted in steps of a timestamp."""
+        """The last timestamp in the window, in timestamp steps."""
         return self.audio_context
 
 
-# A family without a bias at its output can silence what is never written only by an entry that is always 1: the last one.
+# Whisper has no output bias, so tokens that are never written are suppressed by an input that is always 1: the last
+# one.
 SILENCED = -30.0
 
 
 def sinusoids(length, width):
-    """The encoder's fixed sense of position."""
+    """The encoder's fixed positional encoding."""
     rates = torch.exp(-math.log(10000) / (width // 2 - 1) * torch.arange(width // 2).float())
     angles = torch.arange(length).float()[:, None] * rates[None]
     return torch.cat([angles.sin(), angles.cos()], 1)
@@ -57,7 +58,7 @@ class Attention(nn.Module):
         return values.view(batch, length, self.heads, width // self.heads).transpose(1, 2)
 
     def forward(self, here, there, mask=None):
-        """What is gathered, and where every head looked."""
+        """The output, and the attention weights of every head."""
         query, key, value = self._split(self.query(here)), self._split(self.key(there)), self._split(self.value(there))
         weights = query @ key.transpose(2, 3) * query.shape[-1] ** -0.5
         if mask is not None:
@@ -90,16 +91,16 @@ class Block(nn.Module):
 
 
 def _convolved(layer, values):
-    """What the layer makes of (batch, length, channels). As a product of matrices: where torch 1.13 convolves on a
-    processor by itself, now and then a gradient holds what happened to lie in the memory."""
+    """Applies a convolution to (batch, length, channels) as a matrix product, because gradients of torch 1.13's own CPU
+    convolution occasionally contain uninitialised memory."""
     padded = functional.pad(values, (0, 0, layer.padding[0], layer.padding[0]))
     pieces = padded.unfold(1, layer.kernel_size[0], layer.stride[0])
     return functional.linear(pieces.flatten(2), layer.weight.flatten(1), layer.bias)
 
 
 class Network(nn.Module):
-    """`rows` are the tokens that can be written; `phonemes` and `words` are the kinds that the training tells apart in the
-    sound itself, 0 standing for none."""
+    """`rows` is the number of tokens that can be written; `phonemes` and `words` are the numbers of classes that the
+    training predicts from the encoder, 0 being none."""
 
     def __init__(self, shape, rows, phonemes, words):
         super().__init__()
@@ -125,12 +126,12 @@ class Network(nn.Module):
             self.embedding[:, -1] = 0
 
     def output_norm(self):
-        """Weight and bias of the last norm, whose last entry is always 1."""
+        """Weight and bias of the last normalisation, whose last output is always 1."""
         keep = 1 - self.constant
         return self.ln.weight * keep, self.ln.bias * keep + self.constant
 
     def encode(self, mel):
-        """(batch, frames, bands) to what the decoder looks at, and what the last layer but one made of it."""
+        """Encodes (batch, frames, bands); returns the final output and that of the last layer but one."""
         values = functional.gelu(_convolved(self.conv1, mel))
         values = functional.gelu(_convolved(self.conv2, values))
         values = values + self.sound_positions[:values.shape[1]]
@@ -141,7 +142,7 @@ class Network(nn.Module):
         return self.ln_post(values), early
 
     def decode(self, rows, sound):
-        """What follows each of the tokens (as rows), before the output, and where each layer looked."""
+        """The prediction after each token (as rows) before the output layer, and each layer's attention."""
         length = rows.shape[1]
         values = self.embedding[rows] + self.text_positions[:length]
         looks = []
@@ -155,6 +156,6 @@ class Network(nn.Module):
         return values @ self.embedding.t()
 
     def hold_constant(self):
-        """Keeps the entry that silences tokens within what eight bits can hold beside the others."""
+        """Limits the suppressing input's weight to what eight-bit quantization can represent beside the others."""
         with torch.no_grad():
             self.embedding[:, -1].clamp_(-20, 20)

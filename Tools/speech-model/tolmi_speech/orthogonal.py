@@ -1,15 +1,14 @@
-"""Steps for matrices in which every direction counts the same, with which the network learns faster than with a rate for
-each number."""
+"""An optimiser with orthogonalised updates for matrices, which learns faster than per-parameter learning rates."""
 
 import torch
 
-# Coefficients of a polynomial that brings singular values of 0 to 1 near to 1 within a few rounds.
+# Coefficients of a polynomial iteration that moves singular values from 0...1 close to 1 in a few steps.
 A, B, C = 3.4445, -4.7750, 2.0315
 ROUNDS = 5
 
 
 def orthogonalized(matrix):
-    """The matrix with all its singular values brought near to one."""
+    """The matrix with all singular values moved close to one."""
     is_tall = matrix.shape[0] > matrix.shape[1]
     values = matrix.t() if is_tall else matrix
     values = values / (values.norm() + 1e-7)
@@ -20,7 +19,7 @@ def orthogonalized(matrix):
 
 
 class Muon(torch.optim.Optimizer):
-    """Momentum, made orthogonal. For the matrices between the layers; not for tables of rows, norms and biases."""
+    """Orthogonalised momentum. For hidden-layer matrices; not for embeddings, normalisations and biases."""
 
     def __init__(self, parameters, lr, momentum=0.95, weight_decay=0.0):
         super().__init__(parameters, {"lr": lr, "momentum": momentum, "weight_decay": weight_decay})

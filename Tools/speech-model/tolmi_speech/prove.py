@@ -12,12 +12,12 @@ from . import front_end, recordings
 
 ROOT = pathlib.Path(__file__).resolve().parents[3]
 MODEL = ROOT / "Resources/StartingModel/ggml-tolmi-starter-q8_0.bin"
-# Both count in 32 bits, in another order. The numbers lie between -1 and 2.
+# Both compute in 32 bits, in different order. The values are between -1 and 2.
 MOST_DIFFERENCE = 1e-3
 
 
 def _program(work):
-    """Builds the program that asks whisper.cpp, unless it is there already."""
+    """Builds the program that calls whisper.cpp, if necessary."""
     source, build = work / "whisper.cpp", work / "front-end"
     if not (source / "src/whisper.cpp").exists():
         subprocess.run([ROOT / "Tools/whisper-cli/install", "--source", source], check=True)
@@ -28,7 +28,7 @@ def _program(work):
 
 
 def spectrum_of(program, samples):
-    """(frames, bands), as whisper.cpp makes it."""
+    """whisper.cpp's spectrum, (frames, bands)."""
     with tempfile.TemporaryDirectory() as folder:
         given, made = pathlib.Path(folder) / "samples", pathlib.Path(folder) / "spectrum"
         given.write_bytes(samples.astype(numpy.float32).tobytes())

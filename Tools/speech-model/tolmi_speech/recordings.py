@@ -1,4 +1,4 @@
-"""Recordings of held-out sentences, made by the command espeak-ng and sox, independently of the training."""
+"""Recordings of held-out sentences, generated with the commands espeak-ng and sox, independently of the training."""
 
 import dataclasses
 import pathlib
@@ -24,7 +24,7 @@ PLAIN_VOICES = {"en": ("en-us", "en-gb"), "ro": ("ro",)}
 
 @dataclasses.dataclass(frozen=True)
 class Length:
-    """Dictations of several sentences: least and most seconds, and least and most sentences to draw for that."""
+    """Dictations of several sentences: minimum and maximum seconds and number of sentences to draw."""
 
     group: str
     seconds: tuple
@@ -37,7 +37,7 @@ LONGEST = Length("longest", (30, 60), (10, 20))
 
 @dataclasses.dataclass(frozen=True)
 class Recording:
-    """A sound file and what is said in it."""
+    """A sound file and its transcript."""
 
     path: str
     language: str
@@ -60,7 +60,7 @@ def seconds_of(path):
 
 
 class Maker:
-    """Makes recordings in a folder; the same ones for the same seed."""
+    """Creates recordings in a folder, reproducibly for a seed."""
 
     def __init__(self, folder, seed):
         self._folder = pathlib.Path(folder)
@@ -87,12 +87,12 @@ class Maker:
         return Recording(str(path), language, group, voice, text, seconds_of(path))
 
     def short(self, count):
-        """So many of each language and group, one sentence each."""
+        """`count` recordings of each language and group, one sentence each."""
         return [self._record(f"{language}-{group}-{place:03d}", language, group, self._sentence(language))
                 for language in grammar.LANGUAGES for group in GROUPS for place in range(count)]
 
     def several(self, count, length):
-        """So many of each language, of several sentences, as long as asked."""
+        """`count` recordings of each language, of several sentences, with the given length."""
         least, most = length.seconds
         made = []
         for language in grammar.LANGUAGES:
@@ -108,7 +108,7 @@ class Maker:
         return made
 
     def with_noise(self, recording, decibels):
-        """The recording with white noise so many decibels below the speech, beside the original; None adds none."""
+        """The recording with white noise at this signal-to-noise ratio, saved beside the original; None adds none."""
         if decibels is None:
             return recording
         path = pathlib.Path(recording.path)
@@ -121,7 +121,7 @@ class Maker:
         return dataclasses.replace(recording, path=str(noisy))
 
     def silences(self):
-        """Nothing said, in digital silence and in faint noise, of several lengths."""
+        """Recordings without speech, digital silence and faint noise, of several lengths."""
         generator = numpy.random.default_rng(self._seed)
         made = []
         for seconds in (1, 2, 4, 8):
@@ -133,13 +133,13 @@ class Maker:
 
 
 def read(path):
-    """The samples of a 16-bit file, as floats within one."""
+    """The samples of a 16-bit file as floats from -1 to 1."""
     with wave.open(str(path), "rb") as file:
         return numpy.frombuffer(file.readframes(file.getnframes()), numpy.int16).astype(numpy.float32) / 32768
 
 
 def write(path, samples):
-    """Writes floats within one as 16 bits at the front end's rate."""
+    """Writes floats from -1 to 1 as 16-bit samples at the front end's rate."""
     with wave.open(str(path), "wb") as file:
         file.setnchannels(1)
         file.setsampwidth(2)

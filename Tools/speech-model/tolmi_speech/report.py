@@ -1,9 +1,9 @@
-"""The report of an evaluation, as a text with tables."""
+"""The report of an evaluation, as Markdown with tables."""
 
 from . import recordings
 
-# What a user should be able to count on: the most word errors for each kind of voice and for long dictations, the least
-# share of languages found, the most seconds of one core for a dictation of four seconds.
+# Goals: maximum word error rate for each kind of voice and for long dictations, minimum rate of detected languages,
+# maximum CPU seconds for a dictation of four seconds.
 MOST_ERRORS = {"plain": 0.01, "seen": 0.01, "unseen": 0.03, "odd": 0.10}
 MOST_LONG_ERRORS = 0.05
 LEAST_FOUND = 0.99
@@ -49,7 +49,7 @@ def _long_table(rows):
 
 
 def _goals(result):
-    """What was asked for, what came, and whether it was reached."""
+    """Each goal, its result, and whether it was reached."""
     for group, most in MOST_ERRORS.items():
         rate = result.rate(group)
         yield f"word errors, {group} voices", f"at most {_percent(most)}", _percent(rate), rate <= most
@@ -63,7 +63,7 @@ def _goals(result):
 
 
 def text(result):
-    """The whole report of an Evaluation that has run."""
+    """The report of a completed Evaluation."""
     goals = [(*goal, "yes" if reached else "**no**") for *goal, reached in _goals(result)]
     found = ", ".join(f"{language} {right} of {total}" for language, (right, total) in result.found.items())
     silences = result.silences

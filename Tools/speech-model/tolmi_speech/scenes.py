@@ -1,4 +1,4 @@
-"""What there is to hear: utterances one after the other, as a microphone gives them."""
+"""Scenes: sequences of utterances as recorded by a microphone."""
 
 import dataclasses
 
@@ -7,15 +7,15 @@ import numpy
 from . import front_end
 
 RATE = front_end.RATE
-# Neighbours that begin with the same word: they keep the network from jumping between places that sound alike.
+# Share of neighbours that begin with the same word: they teach the network not to jump between similar passages.
 ALIKE_SHARE = 0.3
 SENTENCE_ENDS = ".?!"
 
 
 @dataclasses.dataclass
 class Scene:
-    """A stretch of sound: tokens with their spans, sounds as (name, seconds), and the samples. The first `written` of the
-    tokens belong to the window that looks at it, all of them where it is None."""
+    """A piece of sound: tokens with their spans, sounds as (name, seconds), and the samples. The first `written` tokens
+    (None for all) belong to the window."""
 
     language: str
     items: list
@@ -29,7 +29,7 @@ class Scene:
 
     @property
     def text(self):
-        """What is to be written, with its spans."""
+        """The tokens to write, with their spans."""
         return self.items[:self.written]
 
     @property
@@ -41,8 +41,8 @@ class Scene:
         self.samples = numpy.append(self.samples, numpy.zeros(int(seconds * RATE), numpy.float32))
 
     def cut(self, least, most):
-        """Leaves the rest to the next window: what follows the last sentence that ends between `least` and `most`, or else
-        the last word before `most`, with its mark. Tells whether any word is left."""
+        """Leaves the rest to the next window: everything after the last sentence that ends between `least` and `most`, else
+        after the last word (with its punctuation) before `most`. Returns whether any word remains."""
         keep = sentence = 0
         end = 0.0
         for place, (token, span) in enumerate(self.items, 1):
@@ -57,7 +57,7 @@ class Scene:
 
 
 class Pool:
-    """Utterances to draw from, and the kinds of sounds and words in them."""
+    """Utterances to draw from, and the sounds and words in them."""
 
     def __init__(self, utterances, grammars):
         self.utterances = utterances
@@ -75,18 +75,18 @@ class Pool:
         return random.choice(self.utterances)
 
     def in_language(self, language, random):
-        """An utterance with any voice."""
+        """A random utterance."""
         return random.choice(self._by_language[language])
 
     def neighbour(self, of, random):
-        """An utterance with the same voice, often one that begins alike."""
+        """An utterance with the same voice, often with the same first word."""
         if random.random() < ALIKE_SHARE:
             return random.choice(self._by_first_word[(of.language, of.voice, of.tokens[0])])
         return random.choice(self._by_voice[(of.language, of.voice)])
 
 
 def noise(count, random, generator):
-    """White, dull or rumbling noise of about one, sometimes with the hum of the mains."""
+    """White, low-pass filtered or rumbling noise of about unit level, sometimes with mains hum."""
     sound = generator.standard_normal(count).astype(numpy.float32)
     kind = random.random()
     if kind < 0.4:
@@ -105,7 +105,7 @@ def decibels(value):
 
 
 def faster(utterance, factor):
-    """Said faster by a factor, and as much higher."""
+    """The utterance with speed and pitch raised by a factor."""
     count = int(len(utterance.samples) / factor)
     samples = numpy.interp(numpy.arange(count) * factor, numpy.arange(len(utterance.samples)), utterance.samples)
     spans = [span and (span[0] / factor, span[1] / factor) for span in utterance.spans]
@@ -114,7 +114,7 @@ def faster(utterance, factor):
 
 
 def _part(utterance, first, last):
-    """The words from one place to another, the sound cut to them."""
+    """The utterance cut to a range of words."""
     spans = utterance.spans[first:last]
     timed = [span for span in spans if span]
     begin, end = timed[0][0] if first else 0.0, timed[-1][1]
@@ -127,7 +127,7 @@ def _part(utterance, first, last):
 
 
 def fitting(utterance, seconds, random):
-    """The utterance or a run of its words, so that it ends before so many seconds."""
+    """The utterance or a run of its words that ends within the given seconds."""
     words = [place for place, span in enumerate(utterance.spans) if span]
     if utterance.end <= seconds and random.random() > 0.15:
         return utterance
@@ -143,7 +143,7 @@ def fitting(utterance, seconds, random):
 
 
 def joined(utterances, random):
-    """One after the other with pauses between them."""
+    """Concatenates utterances with pauses."""
     moment = random.choice([0.0, random.uniform(0, 0.8), random.uniform(0, 0.8)])
     items, sounds, pieces = [], [], []
     for one in utterances:
@@ -163,7 +163,7 @@ def joined(utterances, random):
 
 
 def recorded(sound, random, generator):
-    """As a microphone gives it: louder or softer, with noise, in steps of 16 bits or not."""
+    """Simulates a microphone: random level and noise, with or without 16-bit quantization."""
     sound = sound * decibels(random.uniform(-28, 4))
     if random.random() < 0.6:
         level = numpy.sqrt(numpy.mean(sound ** 2)) + 1e-6

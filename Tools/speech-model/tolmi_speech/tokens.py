@@ -1,8 +1,8 @@
-"""The numbers by which the model writes: a small table of words, and the fixed ones of its family."""
+"""The model's tokens: a small table of words, and the fixed ones of the Whisper family."""
 
 from . import grammar
 
-# Fixed by the file format: a multilingual model has this many tokens, and these of them control the decoder.
+# Fixed by the file format: the number of tokens of a multilingual model, and its control tokens.
 COUNT = 51865
 END = 50257
 START = 50258
@@ -11,14 +11,14 @@ TRANSCRIBE = 50359
 PREVIOUS = 50361
 NO_TIMESTAMPS = 50363
 FIRST_TIMESTAMP = 50364
-# One timestamp counts this many seconds.
+# Seconds per timestamp step.
 TIMESTAMP_SECONDS = 0.02
-# The first numbers of every model of the family.
+# The first tokens of every model of the family.
 BYTES = [bytes([value]) for value in range(256)]
 
 
 class Tokens:
-    """The table: every single byte, then every word with a blank before it, as it stands within and at the head of a
+    """The table: every single byte, then every word with a leading space, as written within and at the start of a
     sentence."""
 
     def __init__(self, grammars, timestamps):
@@ -27,16 +27,16 @@ class Tokens:
         self.texts = BYTES + sorted(word.encode() for word in words)
         self._numbers = {text: number for number, text in enumerate(self.texts)}
         controls = [END, START, *LANGUAGE.values(), TRANSCRIBE, PREVIOUS, NO_TIMESTAMPS]
-        # Only these can ever be written, so only these have a row in the network that is trained.
+        # Only these can be written, so only these have a row in the trained network.
         self.used = [*range(len(self.texts)), *controls, *(FIRST_TIMESTAMP + step for step in range(timestamps + 1))]
         self.row = {number: row for row, number in enumerate(self.used)}
         self.last_timestamp = FIRST_TIMESTAMP + timestamps
 
     def number(self, token):
-        """The number of a word with its blank, or of a mark."""
+        """The token of a word with its leading space, or of a punctuation mark."""
         return self._numbers[token.encode()]
 
     def timestamp(self, seconds):
-        """The number of a moment, on the grid of a tenth of a second to which the model is held."""
+        """The timestamp token of a time, rounded to the model's grid of a tenth of a second."""
         step = round(seconds * 10) * 5
         return min(self.last_timestamp, FIRST_TIMESTAMP + max(0, step))

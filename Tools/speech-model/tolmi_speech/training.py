@@ -1,4 +1,4 @@
-"""Trains the network on windows that are made on the way."""
+"""Trains the network on windows that are generated on the fly."""
 
 import dataclasses
 import math
@@ -17,14 +17,14 @@ from .orthogonal import Muon
 
 SOUND_WEIGHT = 0.5
 LOOK_WEIGHT = 0.2
-# Of each decoder layer so many heads are told where to look; the others find out for themselves.
+# Number of heads per decoder layer whose attention is supervised.
 GUIDED_HEADS = 2
 MOST_GRADIENT = 1.0
 WARM_UP_STEPS = 200
-# The matrices between the layers, and their rate as a multiple of that of all else.
+# The hidden-layer matrices, and their learning rate relative to all other parameters.
 INNER = ("encoder.", "decoder.", "conv")
 MUON_FACTOR = 7.0
-# Shorter windows among the whole ones keep the network right for short dictations.
+# Share of shorter windows, for short dictations.
 SHORT_SHARE = 0.25
 CHECKPOINT_SECONDS = 120
 REPORT_STEPS = 25
@@ -32,7 +32,7 @@ REPORT_STEPS = 25
 
 @dataclasses.dataclass(frozen=True)
 class Phase:
-    """Windows of so many steps, so many at once, for a share of the time; the rate of learning falls between two."""
+    """A phase with a window length, a batch size, a share of the time and a falling learning rate."""
 
     steps: int
     size: int
@@ -41,7 +41,7 @@ class Phase:
     last_rate: float
 
 
-# Short windows first: the network finds out within minutes that sound and words go together, and within hours otherwise.
+# Short windows first: with them the network learns the alignment of sound and words in minutes instead of hours.
 PHASES = (
     Phase(128, 32, 0.22, 2e-3, 1.4e-3),
     Phase(256, 24, 0.18, 1.4e-3, 1e-3),
@@ -50,7 +50,7 @@ PHASES = (
 
 
 def _look_loss(weights, marks):
-    """How little the guided heads looked at the marked steps."""
+    """Loss of the supervised heads' attention to the marked steps."""
     asked = marks.sum(-1) > 0
     if not asked.any():
         return torch.zeros((), device=weights.device)
@@ -59,7 +59,7 @@ def _look_loss(weights, marks):
 
 
 def losses(network, batch):
-    """The loss to go down, and the shares of it that are reported."""
+    """The total loss, and its reported parts."""
     sound, early = network.encode(batch.mel)
     sounds = functional.cross_entropy(network.phonemes(early).flatten(0, 1), batch.sound_labels.flatten())
     words = functional.cross_entropy(
@@ -68,7 +68,7 @@ def losses(network, batch):
     asked = batch.targets != windows.IGNORED
     scores = network.scores(values[asked])
     text = functional.cross_entropy(scores, batch.targets[asked])
-    # The first layer looks at the token that it reads, the others at the one to come.
+    # The first layer attends to the current token, the others to the next one.
     look = _look_loss(looks[0], batch.here) + sum(_look_loss(one, batch.ahead) for one in looks[1:])
     right = (scores.argmax(-1) == batch.targets[asked]).float().mean()
     whole = text + SOUND_WEIGHT * (sounds + words) + LOOK_WEIGHT * look
@@ -76,7 +76,7 @@ def losses(network, batch):
 
 
 def optimizers(network):
-    """One for the matrices between the layers, one for all else."""
+    """One optimiser for the hidden-layer matrices, one for all other parameters."""
     inner = [value for name, value in network.named_parameters() if value.ndim >= 2 and name.startswith(INNER)]
     known = {id(value) for value in inner}
     others = [value for value in network.parameters() if id(value) not in known]
@@ -88,8 +88,8 @@ def optimizers(network):
 
 
 class Trainer:
-    """Trains for so many seconds in all, over any number of runs: a checkpoint holds the time that was spent. It is the
-    processor's time, so that other work on the machine costs patience and not quality."""
+    """Trains for a total time over any number of runs: a checkpoint stores the time spent. It is CPU time, so that other
+    load on the machine does not reduce quality."""
 
     def __init__(self, pool, table, checkpoint, seed):
         self._pool, self._table, self._checkpoint, self._seed = pool, table, checkpoint, seed
@@ -100,7 +100,7 @@ class Trainer:
         self.network.to(self._device)
         self._optimizers = optimizers(self.network)
         self.step = 0
-        # Shared with the other workers, whose schedule follows it.
+        # Shared with the other workers, whose schedule depends on it.
         self._spent = multiprocessing.Value("d", 0.0)
         if os.path.exists(checkpoint):
             self._resume()
@@ -113,14 +113,14 @@ class Trainer:
         self.step, self._spent.value = kept["step"], kept["seconds"]
 
     def keep(self):
-        """Writes the checkpoint in one step, so that there is always a whole one."""
+        """Writes the checkpoint atomically."""
         fresh = f"{self._checkpoint}.new"
         torch.save({"network": self.network.state_dict(), "step": self.step, "seconds": self._spent.value,
                     "optimizers": [optimizer.state_dict() for optimizer in self._optimizers]}, fresh)
         os.replace(fresh, self._checkpoint)
 
     def _phase(self, done):
-        """The phase of this moment, and how far it has gone, 0 to 1."""
+        """The current phase and its progress, 0 to 1."""
         for phase in PHASES:
             if done < phase.share:
                 return phase, done / phase.share
@@ -155,7 +155,7 @@ class Trainer:
         return {name: float(value) for name, value in shares.items()}
 
     def _steps(self, worker, total):
-        """Learns from one batch after the other, and gives what was reported of each."""
+        """Trains on one batch after another and yields the reported values of each."""
         random = random_module.Random(f"{self._seed} {worker} {self.step}")
         generator = numpy.random.default_rng([self._seed, worker, self.step])
         composer = windows.Composer(self._pool, self._table, self.shape, random, generator)
@@ -164,14 +164,14 @@ class Trainer:
             yield self._learn(self._batch(done, composer, random, generator))
 
     def _work(self, worker, total):
-        """What a further process does: it changes the same numbers, without waiting for the others."""
+        """Runs a further process, which updates the shared parameters without locks."""
         parent = os.getppid()
         for _ in self._steps(worker, total):
             if os.getppid() != parent:
                 return
 
     def _further_workers(self, total):
-        """A graphics processor needs none."""
+        """Starts the further processes; none with a GPU."""
         if self._device != "cpu":
             return []
         self.network.share_memory()
@@ -182,7 +182,7 @@ class Trainer:
         return made
 
     def run(self, total, report):
-        """Goes on until `total` seconds of training are spent; tells `report` how it goes."""
+        """Trains until `total` seconds are spent; reports progress to `report`."""
         workers = self._further_workers(total)
         clock = time.process_time if self._device == "cpu" else time.monotonic
         last = kept = clock()

@@ -1,4 +1,4 @@
-"""Spoken sentences with the times of their words, made once and kept in a folder for the training to draw from."""
+"""Spoken sentences with word timings, generated once and stored for the training."""
 
 import dataclasses
 import os
@@ -15,7 +15,7 @@ from .voices import Manner, synthesizer
 ENGLISH_VOICES = ("en-us", "en", "en-gb-x-rp")
 ROMANIAN_VOICES = ("ro",)
 VOICES = {"en": ENGLISH_VOICES, "ro": ROMANIAN_VOICES}
-# The plain voice is the one that people meet first.
+# The plain voice is the one that people try first.
 PLAIN_SHARE, RANDOM_SHARE = 0.15, 0.4
 SEEN_VARIANTS = (
     "+m1", "+m2", "+m3", "+m4", "+m6", "+m7", "+f1", "+f2", "+f3", "+f5", "+Alex", "+Alicia", "+Andrea", "+Annie", "+Denis",
@@ -24,13 +24,13 @@ SEEN_VARIANTS = (
     "+edward", "+edward2", "+grandma", "+grandpa", "+gustave", "+iven", "+iven2", "+iven3", "+john", "+kaukovalta",
     "+marcelo", "+max", "+michel", "+miguel", "+norbert", "+pablo", "+paul", "+pedro", "+quincy", "+rob", "+robert",
     "+sandro", "+shelby", "+steph", "+steph2", "+steph3", "+travis", "+victor", "+zac")
-# Never trained on: those that are like trained ones, and the oddest.
+# Never trained on: variants similar to trained ones, and the oddest.
 UNSEEN_VARIANTS = ("+m5", "+f4", "+m8")
 ODD_VARIANTS = ("+linda", "+Andy")
 
 RATES = (125, 195)
 PITCHES = (28, 72)
-# Beyond the last word espeak-ng only breathes out.
+# After the last word espeak-ng produces only breath noise.
 TAIL_SECONDS = 0.12
 SENTENCES_WITH_ONE_VOICE = 3
 SHORTEST_SAMPLES = 2000
@@ -56,7 +56,7 @@ class Utterance:
 
 
 def resampled(samples, rate, random):
-    """Brought to the front end's rate on one of the roads that sound takes through real programs."""
+    """Resamples to the front end's rate in one of the ways that real programs use."""
     sound = samples.astype(numpy.float32) / 32768
     if random.random() < 0.6:
         return resample_poly(sound, front_end.RATE // 50, rate // 50).astype(numpy.float32)
@@ -70,7 +70,7 @@ def resampled(samples, rate, random):
 
 
 def _starts(marks, words, matches):
-    """Seconds at which each word begins; espeak-ng leaves some out, which share the time to the next."""
+    """Seconds at which each word begins; words that espeak-ng does not report share the time until the next."""
     starts = [None] * len(words)
     for character, seconds in marks:
         for place, word in enumerate(words):
@@ -94,7 +94,7 @@ def _fill_gaps(starts, end):
 
 
 def _spans(text, speech, duration):
-    """The seconds of every token of the text, pauses left out."""
+    """The time span of every token of the text, without pauses."""
     matches = list(grammar.TOKEN.finditer(text))
     words = [place for place, match in enumerate(matches) if match[0] not in grammar.PUNCTUATION]
     starts = _starts(speech.words, words, matches)
@@ -110,7 +110,7 @@ def _spans(text, speech, duration):
 
 
 def spoken(voice, text, language, manner, random):
-    """The utterance, or None when next to nothing was heard."""
+    """The utterance, or None if it is practically silent."""
     speech = voice.say(text, manner)
     if len(speech.samples) < SHORTEST_SAMPLES:
         return None
@@ -137,7 +137,7 @@ def any_manner(language, random):
 
 
 def make_shard(data, seed, count):
-    """So many utterances, the same for the same seed, with the voices of a folder of espeak-ng's data."""
+    """`count` utterances, reproducible for a seed, with the voices of an espeak-ng data folder."""
     random = random_module.Random(seed)
     voice = synthesizer(data)
     grammars = grammar.grammars()
@@ -145,7 +145,7 @@ def make_shard(data, seed, count):
     while len(made) < count:
         language = random.choice(grammar.LANGUAGES)
         manner = any_manner(language, random)
-        # Some sentences with one voice, so that one window can hold several of them.
+        # Several sentences with one voice, so that a window can contain more than one.
         for _ in range(SENTENCES_WITH_ONE_VOICE):
             one = spoken(voice, grammars[language].training_sentence(random), language, manner, random)
             if one:
@@ -154,7 +154,7 @@ def make_shard(data, seed, count):
 
 
 def keep_shard(folder, data, seed, count):
-    """Makes a shard unless it is there already."""
+    """Generates a shard if it does not exist."""
     path = pathlib.Path(folder) / f"utterances-{seed:05d}-{count}.pickle"
     if path.exists():
         return path

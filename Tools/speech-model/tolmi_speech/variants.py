@@ -1,21 +1,21 @@
-"""Voices that nobody has heard before: variants for espeak-ng whose resonances are drawn at random, so that the network
-learns the words and not the few dozen variants that come with espeak-ng."""
+"""Random voice variants for espeak-ng, so that the network learns the words and not the few dozen variants that come with
+espeak-ng."""
 
 import pathlib
 import random as random_module
 import subprocess
 
-# Espeak-ng keeps a list of no more than 350 voices of all kinds.
+# espeak-ng supports at most 350 voices in total.
 COUNT = 110
-# Resonances above these carry next to nothing that tells words apart, so a voice may lack them.
+# Higher formants hardly help to distinguish words, so a voice may lack them.
 FORMANTS = 9
 VARIANTS = "!v"
-# Voices of another program, which only fill the list.
+# Voices of another program, left out because the list is limited.
 FOREIGN = "mb"
 
 
 def _formants(random):
-    # A long throat lowers all of them together.
+    # A longer vocal tract lowers all formants.
     size = random.uniform(0.84, 1.24)
     for formant in range(FORMANTS):
         missing = {3: 0.08, 4: 0.12, 5: 0.15}.get(formant, 0.3 if formant > 5 else 0)
@@ -29,7 +29,7 @@ def _formants(random):
 
 
 def description(name, random):
-    """The variant's file, as espeak-ng reads it."""
+    """The variant's file in espeak-ng's format."""
     pitch = 60 * 4 ** random.random()
     lines = ["language variant", f"name {name}", f"pitch {pitch:.0f} {pitch * random.uniform(1.1, 1.7):.0f}", *_formants(random)]
     if random.random() < 0.5:
@@ -46,7 +46,7 @@ def description(name, random):
 
 
 def names():
-    """As they are put behind a voice's name."""
+    """The suffixes for a voice's name."""
     return tuple(f"+tolmi{place:03d}" for place in range(COUNT))
 
 
@@ -58,13 +58,13 @@ def _link_all(source, target, *but):
 
 
 def installed_data():
-    """The folder of the data that came with espeak-ng."""
+    """espeak-ng's installed data folder."""
     version = subprocess.run(["espeak-ng", "--version"], check=True, capture_output=True, text=True).stdout
     return pathlib.Path(version.split("Data at:")[1].strip())
 
 
 def make_data(folder):
-    """A folder of espeak-ng's data like the installed one, with the variants beside its own; the same ones each time."""
+    """A copy of espeak-ng's data folder with the random variants added, reproducibly."""
     installed, data = installed_data(), pathlib.Path(folder) / "espeak-ng-data"
     _link_all(installed, data, "voices")
     _link_all(installed / "voices", data / "voices", VARIANTS, FOREIGN)

@@ -1,4 +1,4 @@
-"""Synthetic speech with the times of its words and sounds, through the library of espeak-ng."""
+"""Synthetic speech with word and phoneme timings, through the espeak-ng library."""
 
 import ctypes
 import dataclasses
@@ -8,7 +8,7 @@ import os
 import numpy
 
 LIBRARY = "libespeak-ng.so.1"
-# Numbers of the library's interface.
+# Constants of the library's API.
 SYNCHRONOUS_PLAYBACK_NONE = 1
 PHONEME_EVENTS = 1
 EVENT_END, EVENT_WORD, EVENT_PHONEME = 0, 1, 7
@@ -32,7 +32,7 @@ _Callback = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.POINTER(ctypes.c_short), ctype
 
 @dataclasses.dataclass(frozen=True)
 class Manner:
-    """How a sentence is said: a voice's name, words a minute, and 0 to 100 for the others."""
+    """How a sentence is spoken: voice name, words per minute, and 0 to 100 for the others."""
 
     voice: str
     rate: int = 160
@@ -50,7 +50,7 @@ class Speech:
 
 
 class Synthesizer:
-    """One for each process: the library has one state. `data` is the folder of its data, None for the installed one."""
+    """One per process, because the library has global state. `data` is its data folder, None for the installed one."""
 
     def __init__(self, data=None):
         self._library = ctypes.CDLL(LIBRARY)
@@ -59,7 +59,7 @@ class Synthesizer:
         if self.rate <= 0:
             raise RuntimeError("espeak-ng could not be started")
         self._blocks, self._words, self._sounds = [], [], []
-        # Kept, since the library knows it only by its address.
+        # Keeps a reference, because the library stores only the address.
         self._callback = _Callback(self._take)
         self._library.espeak_SetSynthCallback(self._callback)
 
@@ -94,5 +94,5 @@ class Synthesizer:
 
 @functools.lru_cache(maxsize=1)
 def synthesizer(data):
-    """The one of this process: the library hangs when it is started twice."""
+    """The synthesizer of this process: the library hangs if initialised twice."""
     return Synthesizer(data)

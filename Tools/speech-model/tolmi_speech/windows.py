@@ -1,5 +1,5 @@
-"""Puts utterances into windows as whisper-cli meets them, with noise, silence and neighbours, and says what the network
-should make of each."""
+"""Arranges utterances in windows as whisper-cli processes them, with noise, silence and neighbours, and provides the
+expected output of each."""
 
 import dataclasses
 
@@ -13,34 +13,34 @@ HALF = front_end.WINDOW // 2
 SILENT_SHARE = 0.05
 SEVERAL_SHARE = 0.75
 MOST_NEIGHBOURS = 5
-# Windows that begin in the middle of a recording, with what was written before in mind.
+# Share of windows that begin in the middle of a recording, with earlier text as context.
 LATER_SHARE = 0.6
-# Windows before the one that it follows: a long recording has several, and they fill what whisper-cli remembers.
+# Number of windows before the preceding one: a long recording has several, which fill whisper-cli's text context.
 EARLIER_WINDOWS = (0, 0, 1, 2, 4)
 SENTENCES_OF_A_WINDOW = 2
-# Windows behind the last word, of which nothing is to be written.
+# Share of windows after the last word, for which nothing must be written.
 AFTER_SHARE = 0.06
-# whisper-cli forgets what was written before when no more than so many seconds are left of the recording.
+# whisper-cli clears the text context when at most this many seconds of the recording remain.
 FORGETTING_SECONDS = 5.0
-# It looks at no window that is shorter.
+# whisper-cli skips shorter windows.
 SHORTEST_SECONDS = 0.1
 NO_TIMESTAMPS_SHARE = 0.1
-# What ends nearer to the window's end than this may be cut, so it belongs to the next window.
+# Words that end closer to the window's end may be cut off, so they belong to the next window.
 CUT_MARGIN = 0.2
-# Positions that are left for the end of the sequence.
+# Positions reserved for the end of the sequence.
 SEQUENCE_RESERVE = 2
-# Where a window ends within the speech, it is left at the end of a sentence when one lies beyond this part of it.
+# A window that ends within speech is cut at a sentence end if there is one after this fraction of it.
 LEAST_PART = 0.5
-# To write a moment is to look at so many seconds on both sides of it.
+# For a timestamp, attention covers this many seconds on both sides.
 MOMENT_SECONDS = 0.1
 IGNORED = -100
 
 
 @dataclasses.dataclass
 class Window:
-    """One example. `samples` have half a spectrum's window in front; `heard` counts those that are not padding; `louder`
-    is by how many decades the rest of the recording is louder. `sequence` and `targets` are token numbers, `spans` one
-    for each of `sequence` and one more; the labels are one for each step of the encoder."""
+    """One training example. `samples` start with half an analysis window of padding; `heard` is the number of samples
+    without padding; `louder` is by how many decades the rest of the recording is louder. `sequence` and `targets` are
+    tokens, `spans` has one entry per token of `sequence` and one more; the labels have one entry per encoder step."""
 
     samples: numpy.ndarray
     heard: int
@@ -53,20 +53,20 @@ class Window:
 
 
 def _loudest(samples):
-    """Decades of power of the loudest spot."""
+    """Maximum of the spectrum in decades of power."""
     padded = torch.from_numpy(numpy.pad(samples, HALF).astype(numpy.float32))
     return float(front_end.log_mel(padded[None], len(samples) // front_end.STEP).max())
 
 
 class Composer:
-    """Makes windows of one shape, drawing from a pool."""
+    """Generates windows of one shape from a pool."""
 
     def __init__(self, pool, table, shape, random, generator):
         self._pool, self._table, self._shape = pool, table, shape
         self._random, self._generator = random, generator
 
     def window(self, steps):
-        """A window of so many encoder steps."""
+        """A window with this many encoder steps."""
         while True:
             is_silent = self._random.random() < SILENT_SHARE
             made = self._silence(steps) if is_silent else self._speech(steps)
@@ -77,7 +77,7 @@ class Composer:
         return steps * 2 / front_end.FRAMES_PER_SECOND
 
     def _padded(self, sound, begin, steps):
-        """The window's samples from `begin` on, and how many of them are heard."""
+        """The window's samples from `begin`, and how many of them are not padding."""
         samples = numpy.zeros(int(self._seconds(steps) * RATE) + front_end.WINDOW, numpy.float32)
         piece = sound[begin:begin + len(samples) - HALF]
         samples[HALF:HALF + len(piece)] = piece
@@ -99,7 +99,7 @@ class Composer:
         return self._example(scene, steps, (0.0, end, False), [])
 
     def _scene(self, steps):
-        """The sound that a window looks at, and whether it holds more than one utterance."""
+        """A window's scene, and whether it contains more than one utterance."""
         random = self._random
         first = self._pool.draw(random)
         is_whole = steps == self._shape.audio_context
@@ -133,14 +133,14 @@ class Composer:
         return self._example(scene, steps, (begin, scene.end - begin, is_cut), previous)
 
     def _after(self, scene, steps):
-        """A window behind the last word: the sentence of silence would be one too many there."""
+        """A window after the last word, where the sentence for silence must not be written."""
         begin = self._random.uniform(scene.end - 0.05, max(scene.end, scene.seconds - SHORTEST_SECONDS))
         previous = self._remembered(scene, scene.items, begin)
         scene.items = []
         return self._example(scene, steps, (round(begin, 2), 0.0, False), previous)
 
     def _later(self, scene):
-        """Drops the first words, as the window that follows another one does; what was written of them goes before."""
+        """Drops the first words, as in a window that follows another; their text becomes the context."""
         random = self._random
         place = self._later_place(scene.items)
         written_end = [span for _, span in scene.items[:place] if span][-1][1]
@@ -155,14 +155,14 @@ class Composer:
         return begin, previous
 
     def _later_place(self, items):
-        """Where a window goes on: mostly where a sentence begins, else at any word but the first."""
+        """Where a following window starts: mostly at the start of a sentence, else at any word but the first."""
         words = [place for place, (_, span) in enumerate(items) if span][1:]
         firsts = [place for place in words if items[place - 1][0] in scenes.SENTENCE_ENDS]
         return self._random.choice(firsts if firsts and self._random.random() < 0.8 else words)
 
     def _remembered(self, scene, items, begin):
-        """What whisper-cli shows of its own text to the window that begins there: the last tokens that fit, the moments
-        among them."""
+        """The context that whisper-cli passes to the window that begins there: the last tokens that fit, including
+        timestamps."""
         if scene.seconds - begin <= FORGETTING_SECONDS:
             return []
         written = []
@@ -173,7 +173,7 @@ class Composer:
         return written[-(self._shape.text_context // 2 - 1):]
 
     def _written(self, text):
-        """What is left of an earlier window."""
+        """The context tokens of an earlier window."""
         table = self._table
         end = table.timestamp(self._random.uniform(LEAST_PART * self._shape.window_seconds, self._shape.window_seconds))
         return [tokens.FIRST_TIMESTAMP, *(table.number(token) for token in text), end, end]
@@ -198,17 +198,17 @@ class Composer:
                       self._sound_labels(sounds, steps), self._word_labels(items, steps, is_cut))
 
     def _untimed(self, text):
-        """The tokens of the text up to its end, and the span of each."""
+        """The tokens of the text including the end token, and the span of each."""
         return [*(self._table.number(token) for token, _ in text), tokens.END], [*(span for _, span in text), None]
 
     def _timed(self, text, end, is_cut):
-        """The same with the moments before and behind it."""
+        """The same with timestamps before and after."""
         written, spans = self._untimed(text)
         if not text:
             return [tokens.FIRST_TIMESTAMP, *written], [None, *spans]
         moment = max(self._table.timestamp(end), tokens.FIRST_TIMESTAMP + 5)
         around = (end - MOMENT_SECONDS, end + MOMENT_SECONDS)
-        # Two equal moments tell that the next window begins there.
+        # Two equal timestamps mean that the next window begins there.
         moments, looks = ([moment, moment], [around, around]) if is_cut else ([moment, self._table.last_timestamp], [around, None])
         return [tokens.FIRST_TIMESTAMP, *written[:-1], *moments, tokens.END], [None, *spans[:-1], *looks, None]
 

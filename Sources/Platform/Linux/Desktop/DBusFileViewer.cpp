@@ -9,15 +9,14 @@
 #include <QUrl>
 
 namespace {
-/// Asks the file manager to show `url` by its operation `method`; opens `folder` in another way when it does
-/// not.
+/// Calls `method` of the file manager with `url`; if that fails, opens `folder` with the desktop's default.
 void show(const QString &method, const FileURL &url, const FileURL &folder) {
     auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.FileManager1"),
         QStringLiteral("/org/freedesktop/FileManager1"), QStringLiteral("org.freedesktop.FileManager1"),
         method);
     // The second argument is a startup id, which X11 needs only to raise windows of other desktops.
     call << QStringList(QUrl::fromLocalFile(url.path()).toString(QUrl::FullyEncoded)) << QString();
-    // The file manager may have to be started first. The application outlives the wait.
+    // The call may take long, because the bus may have to start the file manager first.
     auto *watcher = new QDBusPendingCallWatcher(
         QDBusConnection::sessionBus().asyncCall(call), QCoreApplication::instance());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, folder] {

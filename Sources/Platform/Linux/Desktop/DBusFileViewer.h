@@ -2,8 +2,8 @@
 
 #include "Platform/FileViewer.h"
 
-/// The file manager of the desktop, over the interface that file managers share; where none has it, whatever
-/// the desktop opens folders with.
+/// The desktop's file manager through org.freedesktop.FileManager1; if unavailable, the default application
+/// for folders.
 class DBusFileViewer final : public FileViewer {
 public:
     void selectFile(const FileURL &url) override;

@@ -14,7 +14,7 @@ const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString freedesktopSaver = QStringLiteral("org.freedesktop.ScreenSaver");
 const QString gnomeSaver = QStringLiteral("org.gnome.ScreenSaver");
 
-/// Nobody is started for the sake of the question.
+/// The call must not start the service.
 QDBusMessage question(
     const QString &service, const QString &path, const QString &interface, const QString &name) {
     QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, name);
@@ -38,7 +38,7 @@ QDBusMessage loginQuestion() {
         << loginSession << QStringLiteral("LockedHint");
 }
 
-/// A screen saver answers with a truth value, the login manager with one in a variant.
+/// A screen saver replies with a bool, the login manager with a bool in a variant.
 bool isYes(const QDBusMessage &answer) {
     const QVariant value = answer.arguments().value(0);
     const QVariant plain = value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant() : value;
@@ -58,7 +58,7 @@ DBusSessionLock::DBusSessionLock(const QDBusConnection &sessionBus, Connect conn
 
 bool DBusSessionLock::isLocked() {
     const bool isLocked = std::ranges::any_of(m_sources, &Source::isLocked);
-    // One who said so and went away would be believed for ever.
+    // Ask again, so that a source which has exited since then does not count as locked for ever.
     if (isLocked)
         ask();
     return isLocked;
@@ -68,7 +68,7 @@ QDBusConnection DBusSessionLock::systemBus() {
     return QDBusConnection::systemBus();
 }
 
-// The senders stay open in both: the toolkit would wait for the bus to tell who bears their names.
+// Both functions leave the sender empty: for a named sender Qt would block on a GetNameOwner call.
 void DBusSessionLock::listenOnSessionBus(QDBusConnection bus) {
     for (const QString &interface : { freedesktopSaver, gnomeSaver })
         bus.connect({}, {}, interface, QStringLiteral("ActiveChanged"), this, SLOT(ask()));

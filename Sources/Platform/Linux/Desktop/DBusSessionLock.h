@@ -19,7 +19,7 @@ class DBusSessionLock final : public QObject, public SessionLock {
 public:
     using Connect = QDBusConnection (*)();
 
-    /// `connectToSystemBus` may take its time; it runs on a thread of its own.
+    /// `connectToSystemBus` may block; it runs on a separate thread.
     explicit DBusSessionLock(const QDBusConnection &sessionBus = QDBusConnection::sessionBus(),
         Connect connectToSystemBus = &systemBus);
 
@@ -29,10 +29,10 @@ private Q_SLOTS:
     void ask();
 
 private:
-    /// One who knows, and what it said last.
+    /// A service that knows the state, and its latest reply.
     struct Source {
         QDBusConnection bus;
-        /// Builds the question anew; a message is sent once.
+        /// Creates the query; each message can be sent only once.
         QDBusMessage (*question)();
         bool isLocked = false;
     };

@@ -39,7 +39,7 @@ QString localizedName(const QHash<QString, QString> &values, const QStringList &
     return values.value(QStringLiteral("Name"));
 }
 
-/// The file name of the program in a command line, which may set variables through env first.
+/// The file name of the program in a command line, which may start with `env VARIABLE=value`.
 QString programOf(const QString &commandLine) {
     const QStringList words = commandLine.split(u' ', Qt::SkipEmptyParts);
     const auto program = std::ranges::find_if(
@@ -69,16 +69,16 @@ std::optional<DesktopEntry> DesktopEntries::find(const X11ActiveWindow &window, 
     const auto isOfClass = [&window](const QString &text) {
         return isSame(text, window.className) || isSame(text, window.instance);
     };
-    // The surest sign first; the file name of the program comes last, because many entries may share it.
-    const std::function<bool(const DesktopEntry &)> signs[] = {
+    // Most reliable first; the program's file name is last, because many entries may share it.
+    const std::function<bool(const DesktopEntry &)> criteria[] = {
         [&](const DesktopEntry &entry) { return isSame(entry.id, window.applicationID); },
         [&](const DesktopEntry &entry) { return isOfClass(entry.windowClass); },
         [&](const DesktopEntry &entry) { return isOfClass(entry.id); },
         [&](const DesktopEntry &entry) { return isOfClass(entry.id.section(u'.', -1)); },
         [&](const DesktopEntry &entry) { return isSame(entry.program, program); },
     };
-    for (const auto &sign : signs) {
-        if (auto entry = first(sign))
+    for (const auto &criterion : criteria) {
+        if (auto entry = first(criterion))
             return entry;
     }
     return {};

@@ -9,31 +9,30 @@
 
 struct X11ActiveWindow;
 
-/// What a desktop file says of an application.
+/// The description of an application in its desktop file.
 struct DesktopEntry {
-    /// Name of the file without ".desktop", with its folders below the applications folder before it.
+    /// Desktop file ID: the file name without ".desktop", prefixed with its subfolders.
     QString id;
     /// In the user's language.
     QString name;
-    /// The class that the application's windows have, where it is told.
+    /// The window class of the application, if given.
     QString windowClass;
     /// File name of the program.
     QString program;
 };
 
-/// The applications that are installed on this desktop, as their desktop files describe them.
+/// The installed applications, as described by their desktop files.
 class DesktopEntries {
 public:
-    /// `folders` are the applications folders, the first going before the others; `languages` are locale
-    /// names
-    /// ("ro_RO", "ro") in the order of preference.
+    /// `folders` are the applications folders and `languages` locale names ("ro_RO", "ro"), both in order of
+    /// precedence.
     DesktopEntries(QStringList folders, QStringList languages);
 
-    /// The folders and the language of the desktop that this program runs on.
+    /// The folders and languages of the current desktop.
     static DesktopEntries ofThisDesktop();
 
-    /// The entry of the application that a window belongs to. `program` is the file name of the window's
-    /// program, empty when not known. Files that came or went since the last call are noticed.
+    /// The entry of the application that owns a window. `program` is the file name of the window's program,
+    /// empty if unknown. Notices desktop files added or removed since the last call.
     std::optional<DesktopEntry> find(const X11ActiveWindow &window, const QString &program);
 
 private:

@@ -13,7 +13,7 @@ const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 
 const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
-// Older portals know no key for motion, but pass on what the two big desktops have for it.
+// Older portals have no key for reduced motion, but pass on the settings of GNOME and KDE.
 const QString gnomeSpace = QStringLiteral("org.gnome.desktop.interface");
 const QString plasmaSpace = QStringLiteral("org.kde.kdeglobals.KDE");
 
@@ -35,9 +35,9 @@ std::optional<Appearance> appearanceOf(uint colorScheme) {
 PortalDesktopLook::PortalDesktopLook(const QDBusConnection &bus) {
     if (!bus.isConnected())
         return;
-    // A slot with a type that is not known by its name yet is refused without a word.
+    // Connecting a slot whose argument type is not registered fails silently.
     qRegisterMetaType<QDBusVariant>();
-    // Listened to first, so that no change falls between the answer and the listening.
+    // Connect before asking, so that no change is missed in between.
     QDBusConnection(bus).connect(service, path, interface, QStringLiteral("SettingChanged"), this,
         SLOT(readChange(QString, QString, QDBusVariant)));
     askForAll(bus);
@@ -45,9 +45,9 @@ PortalDesktopLook::PortalDesktopLook(const QDBusConnection &bus) {
 
 void PortalDesktopLook::askForAll(QDBusConnection bus) {
     qDBusRegisterMetaType<Namespaces>();
-    auto question = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"));
-    question << QStringList { appearanceSpace, gnomeSpace, plasmaSpace };
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    auto query = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"));
+    query << QStringList { appearanceSpace, gnomeSpace, plasmaSpace };
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(query), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         const QDBusPendingReply<Namespaces> answer = *watcher;

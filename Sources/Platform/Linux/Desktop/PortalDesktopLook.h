@@ -5,8 +5,8 @@
 #include <QDBusConnection>
 #include <QDBusVariant>
 
-/// The look that the desktop's portal tells over the message bus. It is asked without waiting; until it
-/// answers, and where there is no portal, there is no preference.
+/// The look reported by the desktop portal over D-Bus. It is queried asynchronously; until it answers, or if
+/// there is no portal, there is no preference.
 class PortalDesktopLook final : public DesktopLook {
     Q_OBJECT
 

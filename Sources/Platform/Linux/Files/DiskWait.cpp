@@ -17,7 +17,7 @@ int resultOf(int (*operation)(int), int file) {
 }
 } // namespace
 
-/// Outlives the wait, for operations that go on by themselves.
+/// Shared with operations that outlive the wait.
 struct DiskWait::State {
     std::mutex mutex;
     std::condition_variable changed;
@@ -44,7 +44,7 @@ int DiskWait::waitFor(int (*operation)(int), int file) {
     }
     std::unique_lock lock(m_state->mutex);
     while (!result->has_value()) {
-        // The limit may come while this waits.
+        // The limit may be set during the wait.
         if (!m_state->end)
             m_state->changed.wait(lock);
         else if (m_state->changed.wait_until(lock, *m_state->end) == std::cv_status::timeout)

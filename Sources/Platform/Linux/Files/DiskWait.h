@@ -3,16 +3,16 @@
 #include <chrono>
 #include <memory>
 
-/// Waits until the disk has a file for good, as long as that may take. Any thread.
+/// Waits until the disk has confirmed a file, up to a limit that can be set at any time. Thread-safe.
 class DiskWait {
 public:
     DiskWait();
 
-    /// Returns 0, or the error number of `operation`, which is fsync or fdatasync. It returns 0 too when it
-    /// may not wait any longer; the operation then goes on by itself.
+    /// Returns 0, or the error number of `operation`, which is fsync or fdatasync. Also returns 0 when the limit
+    /// is reached; the operation then continues in the background.
     int waitFor(int (*operation)(int), int file);
 
-    /// Ends all waiting, present and later, after that time from now.
+    /// Ends all waiting, present and later, after `time` from now.
     void limit(std::chrono::milliseconds time);
 
 private:

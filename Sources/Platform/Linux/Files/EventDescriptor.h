@@ -6,12 +6,12 @@
 
 #include <cstdint>
 
-/// Wakes a thread that polls. Any thread may signal.
+/// Wakes a thread blocked in poll(). Any thread may signal.
 class EventDescriptor {
 public:
     int get() const { return m_descriptor.get(); }
     void signal() const { eventfd_write(get(), 1); }
-    /// Takes all signals so far back, so that polling waits for the next.
+    /// Resets the descriptor, so that poll() waits for the next signal.
     void clear() const {
         eventfd_t count = 0;
         eventfd_read(get(), &count);

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-/// Owns an open file descriptor and closes it; -1 stands for none.
+/// Owns a file descriptor; -1 means none.
 class FileDescriptor {
 public:
     FileDescriptor() = default;
@@ -22,10 +22,10 @@ public:
     int get() const { return m_descriptor; }
     bool isValid() const { return m_descriptor >= 0; }
 
-    /// Gives the descriptor away; the caller closes it.
+    /// Transfers ownership to the caller.
     int release() { return std::exchange(m_descriptor, -1); }
 
-    /// Closes what is owned and owns `descriptor` instead.
+    /// Closes the current descriptor and takes ownership of `descriptor`.
     void reset(int descriptor = -1) {
         if (m_descriptor >= 0)
             ::close(m_descriptor);

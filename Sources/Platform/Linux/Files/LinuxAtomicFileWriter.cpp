@@ -37,11 +37,10 @@ bool isTemporaryName(const QByteArray &name) {
         && name.endsWith(temporarySuffix);
 }
 
-/// Where the links at `url` lead in the end, also when nothing is there. A ring of links gives one of its
-/// own.
+/// The final target of the links at `url`, which need not exist. For a link cycle, one of the links.
 FileURL linkTarget(FileURL url) {
-    constexpr int mostLinks = 40; // as many as the kernel follows
-    for (int count = 0; count < mostLinks; ++count) {
+    constexpr int maxLinks = 40; // the kernel's limit
+    for (int count = 0; count < maxLinks; ++count) {
         std::array<char, PATH_MAX> target;
         const ssize_t length
             = ::readlink(QFile::encodeName(url.path()).constData(), target.data(), target.size());
@@ -54,22 +53,22 @@ FileURL linkTarget(FileURL url) {
     return url;
 }
 
-/// One file on its way to its place. Every operation throws SystemError with the path that the caller gave.
+/// One atomic file replacement. Every operation throws SystemError with the caller's path.
 class Replacement {
 public:
-    /// How files are written, whatever they are.
-    struct Manner {
-        /// Absent: a new file that is not private follows the process's own umask.
+    /// What all replacements of a writer share.
+    struct Options {
+        /// Without it, a new file that is not private follows the process's umask.
         std::optional<mode_t> usersMask;
         DiskWait &diskWait;
     };
 
-    Replacement(const FileURL &url, const QByteArray &content, FilePrivacy privacy, const Manner &manner)
+    Replacement(const FileURL &url, const QByteArray &content, FilePrivacy privacy, const Options &options)
         : m_path(url.path())
         , m_content(content)
         , m_privacy(privacy)
-        , m_usersMask(manner.usersMask)
-        , m_diskWait(manner.diskWait) {
+        , m_usersMask(options.usersMask)
+        , m_diskWait(options.diskWait) {
         const FileURL target = linkTarget(url);
         m_name = QFile::encodeName(target.lastPathComponent());
         const QByteArray folder = QFile::encodeName(target.deletingLastPathComponent().path());
@@ -81,16 +80,17 @@ public:
 
     ~Replacement() { removeTemporary(); }
 
-    /// Fills a file without a name and names it. False where the file system cannot do that.
+    /// Writes an unnamed file and links it to a temporary name. False if the file system does not support
+    /// that.
     bool prepareUnnamed() {
         m_file.reset(::openat(m_folder.get(), ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, creationMode()));
         if (!m_file.isValid())
             return false;
         fill();
-        return giveName();
+        return linkTemporaryName();
     }
 
-    /// Fills a file that has a name from the start.
+    /// Writes a file that has a temporary name from the start.
     void prepareNamed() {
         do {
             m_temporaryName = newTemporaryName();
@@ -102,13 +102,13 @@ public:
         fill();
     }
 
-    /// Puts the prepared file at its place.
+    /// Renames the prepared file over the target.
     void commit() {
         if (::renameat(m_folder.get(), m_temporaryName.constData(), m_folder.get(), m_name.constData()) != 0)
             fail(errno);
         m_temporaryName.clear();
-        // The file is complete under its name. Should the folder not reach the disk before the power goes,
-        // the old file is found, which is whole too: no reason to report a failure.
+        // Errors are ignored: if the power fails before the folder is on disk, the old file is found, which
+        // is complete as well.
         m_diskWait.waitFor(::fsync, m_folder.get());
     }
 
@@ -120,7 +120,7 @@ private:
         fail(errorNumber);
     }
 
-    /// The mode to be set; absent leaves it to the umask.
+    /// The file mode; absent leaves it to the umask.
     std::optional<mode_t> wantedMode() const {
         if (m_privacy == FilePrivacy::Private)
             return 0600;
@@ -141,8 +141,8 @@ private:
             fail(error);
     }
 
-    /// Asks for the space beforehand, so that a full disk shows before anything is written. File systems that
-    /// cannot tell are left to the writing.
+    /// Allocates the space first, so that a full disk is detected before anything is written. On file systems
+    /// without support, writing detects it.
     void reserve() {
         if (m_content.isEmpty() || ::fallocate(m_file.get(), 0, 0, m_content.size()) == 0)
             return;
@@ -164,7 +164,7 @@ private:
         }
     }
 
-    bool giveName() {
+    bool linkTemporaryName() {
         std::array<char, 32> descriptorPath;
         std::snprintf(descriptorPath.data(), descriptorPath.size(), "/proc/self/fd/%d", m_file.get());
         int result = 0;
@@ -189,7 +189,7 @@ private:
     const std::optional<mode_t> m_usersMask;
     DiskWait &m_diskWait;
     QByteArray m_name;
-    /// The name of the temporary file while it has one.
+    /// Empty while the temporary file has no name.
     QByteArray m_temporaryName;
     FileDescriptor m_folder;
     FileDescriptor m_file;
@@ -214,7 +214,7 @@ void LinuxAtomicFileWriter::sweepLeftovers(const FileURL &folder) {
     if (!entries)
         return;
     while (const dirent *entry = ::readdir(entries.get())) {
-        // A folder of such a name is not ours, and stays: unlinkat refuses it.
+        // unlinkat does not remove folders, so a folder of that name, which is not ours, stays.
         if (isTemporaryName(entry->d_name))
             ::unlinkat(::dirfd(entries.get()), entry->d_name, 0);
     }

@@ -9,20 +9,20 @@
 
 /// Writes through a temporary file in the target's folder.
 ///
-/// The temporary file has no name until it is complete, so that nothing is left of a killed process. File
-/// systems that know no such files (FAT, some in user space) get a named one.
+/// The temporary file has no name until it is complete, so that a killed process leaves nothing behind. On
+/// file systems without unnamed files (FAT, some FUSE ones) it has a name.
 class LinuxAtomicFileWriter final : public AtomicFileWriter {
 public:
     enum class TemporaryFiles {
         UnnamedWherePossible,
-        /// As on a file system without unnamed files.
+        /// As on file systems without unnamed files.
         Named,
     };
 
     explicit LinuxAtomicFileWriter(TemporaryFiles temporaryFiles = TemporaryFiles::UnnamedWherePossible)
         : m_temporaryFiles(temporaryFiles) { }
 
-    /// `usersMask` is the umask that new files which are not private follow, for a program whose own is
+    /// `usersMask` is the umask for new files that are not private, for a process whose own umask is
     /// stricter.
     explicit LinuxAtomicFileWriter(mode_t usersMask)
         : m_temporaryFiles(TemporaryFiles::UnnamedWherePossible)

@@ -2,7 +2,7 @@
 
 #include "Platform/FileListing.h"
 
-/// Folders of a Linux file system. Files whose names begin with a dot are hidden.
+/// Folders of a Linux file system. Files whose names start with a dot are hidden.
 class LinuxFileListing final : public FileListing {
 public:
     std::vector<FileURL> contentsOfDirectory(const FileURL &url) const override;

@@ -27,22 +27,22 @@ bool isFolder(const QByteArray &path) {
     return ::stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-/// Whether `path` itself, not a link, is a folder that nobody but this user can enter.
+/// Whether `path` is a folder, not a link to one, that only this user can enter.
 bool isPrivateFolder(const QString &path) {
     struct stat status { };
     return ::lstat(QFile::encodeName(path).constData(), &status) == 0 && S_ISDIR(status.st_mode)
         && status.st_uid == ::geteuid() && (status.st_mode & 07777) == privateMode;
 }
 
-/// Creates one folder that only the user can enter. Gives 0 or the errno value.
+/// Creates a private folder. Returns 0 or the errno value.
 int makePrivateFolder(const QByteArray &path) {
     if (::mkdir(path.constData(), privateMode) != 0)
         return errno;
-    // The umask may have taken away what the user needs.
+    // The umask may have removed the user's own permissions.
     return ::chmod(path.constData(), privateMode) == 0 ? 0 : errno;
 }
 
-/// Creates the folder and its missing parents. Gives 0 or the errno value.
+/// Creates the folder and its missing parents. Returns 0 or the errno value.
 int makePrivateFolders(const FileURL &url) {
     const QByteArray path = QFile::encodeName(url.path());
     int error = makePrivateFolder(path);
@@ -55,7 +55,7 @@ int makePrivateFolders(const FileURL &url) {
     return error == EEXIST && isFolder(path) ? 0 : error;
 }
 
-/// The folder that the system names, else the usual one in the user's home.
+/// The folder named by the environment, else the default in the user's home.
 std::optional<FileURL> userFolder(const QString &named, const QString &home, const QString &usual) {
     if (named.startsWith(u'/'))
         return FileURL(named);
@@ -64,8 +64,8 @@ std::optional<FileURL> userFolder(const QString &named, const QString &home, con
     return std::nullopt;
 }
 
-/// A new folder that no one else knew before, for when the usual one cannot be trusted. When even that
-/// fails, its path names nothing, and whoever writes there gets the error.
+/// A new folder with a random name, used when the usual one cannot be trusted. If creating it fails, the path
+/// does not exist, so writing there fails.
 FileURL freshTemporaryFolder(const FileURL &base) {
     const FileURL pattern = base.appendingPathComponent(QStringLiteral("tolmi-XXXXXX"));
     QByteArray path = QFile::encodeName(pattern.path());
@@ -86,12 +86,12 @@ FileURL temporaryDirectoryOf(const LinuxFolders &folders) {
     return fresh;
 }
 
-/// Follows a path from the root, one name at a time, and looks at everything on the way.
+/// Walks a path from the root, component by component, and checks everything on the way.
 class TrustedPath {
 public:
     explicit TrustedPath(const QString &path) { push(QFile::encodeName(path)); }
 
-    /// Whether others have no say in what the whole path leads to.
+    /// Whether no other user controls what the path resolves to.
     bool isSafe() {
         bool isSafeSoFar = look();
         while (isSafeSoFar && !m_isMissing && !m_names.empty()) {
@@ -103,9 +103,9 @@ public:
     }
 
 private:
-    static constexpr int mostLinks = 40;
+    static constexpr int maxLinks = 40;
 
-    /// The names of `path` come before those that are still to be followed.
+    /// Puts the components of `path` before the remaining ones.
     void push(const QByteArray &path) {
         const QList<QByteArray> names = path.split('/');
         m_names.insert(m_names.end(), names.rbegin(), names.rend());
@@ -131,7 +131,7 @@ private:
             return errno == ENOENT && !m_isOpenToAll;
         }
         m_isLink = S_ISLNK(status.st_mode);
-        // A link says nothing by its mode.
+        // The mode of a link is meaningless.
         m_isOpenToAll = !m_isLink && (status.st_mode & S_IWOTH);
         const bool isShared = S_ISDIR(status.st_mode) && (status.st_mode & S_ISVTX);
         return isTrustedAccount(status.st_uid) && (!m_isOpenToAll || isShared);
@@ -140,7 +140,7 @@ private:
     bool follow(const QByteArray &folder) {
         std::array<char, PATH_MAX> target;
         const ssize_t size = ::readlink(m_path.constData(), target.data(), target.size());
-        if (size <= 0 || ++m_linkCount > mostLinks)
+        if (size <= 0 || ++m_linkCount > maxLinks)
             return false;
         m_isLink = false;
         push(QByteArray(target.data(), size));
@@ -148,9 +148,9 @@ private:
         return look();
     }
 
-    /// What is still to be followed, the next one last.
+    /// The remaining components, the next one last.
     std::vector<QByteArray> m_names;
-    /// Without a link, and empty for the root.
+    /// The resolved path so far; empty for the root.
     QByteArray m_path;
     bool m_isLink = false;
     bool m_isOpenToAll = false;
@@ -204,7 +204,7 @@ void LinuxFileManager::createDirectory(const FileURL &url) {
 QByteArray LinuxFileManager::contents(const FileURL &url) const {
     const FileDescriptor file = openForReading(url);
     QByteArray content;
-    // Only a hint: the file may change while it is read, and files of the kernel tell no size.
+    // Only a hint: the file may change while it is read, and procfs files report no size.
     struct stat status { };
     if (::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode))
         content.reserve(status.st_size);

@@ -2,27 +2,27 @@
 
 #include "Platform/FileManager.h"
 
-/// Where the system tells that the user's folders are; each is empty when it tells nothing.
+/// The user's folders as set in the environment; each is empty if not set.
 struct LinuxFolders {
     QString home;
-    /// The user's application data; counts only when absolute.
+    /// Application data; ignored unless absolute.
     QString dataHome;
-    /// The user's private folder of this session; counts only when absolute.
+    /// The private folder of the session; ignored unless absolute.
     QString runtime;
-    /// Temporary files of everybody.
+    /// Shared temporary files.
     QString temporary;
-    /// The user's settings; counts only when absolute.
+    /// Settings; ignored unless absolute.
     QString configHome;
 
-    /// The folders that this process's environment and the user database name.
+    /// The folders named by the environment and the user database.
     static LinuxFolders ofThisProcess();
 };
 
 /// The file system of a Linux desktop.
 ///
-/// The temporary directory is settled once, at construction: the session's private folder, else one of the
-/// user's own under the system's temporary directory. A folder that somebody else owns or can enter is
-/// refused, since transcripts go there.
+/// The temporary directory is chosen once, at construction: the session's private folder, else a folder of
+/// the user under the system's temporary directory. Since transcripts go there, folders that another user
+/// owns or can enter are rejected.
 class LinuxFileManager final : public FileManager {
 public:
     explicit LinuxFileManager(const LinuxFolders &folders = LinuxFolders::ofThisProcess());
@@ -41,6 +41,5 @@ private:
     FileURL m_temporaryDirectory;
 };
 
-/// The file that holds the user's settings; in the temporary directory where the system names no folder of
-/// the user.
+/// The user's settings file; in the temporary directory if the system names no folder of the user.
 FileURL settingsFileURL(const LinuxFolders &folders, const FileManager &fileManager);

@@ -24,13 +24,13 @@ std::optional<std::vector<ListeningSocket>> socketsOfThisMachine() {
     if (!ipv4)
         return std::nullopt;
     std::vector<ListeningSocket> sockets = listeningSockets(*ipv4);
-    // Absent where the kernel has no IPv6.
+    // Absent if the kernel has no IPv6.
     const auto ipv6 = contentsOf(QStringLiteral("/proc/net/tcp6")).value_or(QByteArray());
     std::ranges::copy(listeningSockets(ipv6), std::back_inserter(sockets));
     return sockets;
 }
 
-/// An IPv4 address stands for itself in whichever way it is written.
+/// Converts an IPv4-mapped IPv6 address to IPv4.
 QHostAddress plain(const QHostAddress &address) {
     bool isIPv4 = false;
     const quint32 ipv4 = address.toIPv4Address(&isIPv4);
@@ -38,7 +38,7 @@ QHostAddress plain(const QHostAddress &address) {
                                                                                          : address;
 }
 
-/// The kernel writes each word of an address as a number in the machine's own order of bytes.
+/// The kernel prints each 32-bit word of an address in host byte order.
 std::optional<QHostAddress> addressOf(const QByteArray &hex) {
     Q_IPV6ADDR bytes {};
     const qsizetype size = hex.size() / 2;
@@ -57,7 +57,7 @@ std::optional<QHostAddress> addressOf(const QByteArray &hex) {
 }
 
 std::optional<ListeningSocket> listeningSocket(const QByteArray &line) {
-    // Number, own address, other address, state, queues, timer, retransmissions, account.
+    // Number, local address, remote address, state, queues, timer, retransmissions, user ID.
     const QList<QByteArray> words = line.simplified().split(' ');
     const QList<QByteArray> own = words.value(1).split(':');
     const auto address = addressOf(own.first());
@@ -75,12 +75,12 @@ bool isEveryAddress(const QHostAddress &address) {
     return address == QHostAddress(QHostAddress::AnyIPv4) || address == QHostAddress(QHostAddress::AnyIPv6);
 }
 
-/// Whether what is sent to `address` stays on this machine. A connection to no address in particular does.
+/// Whether `address` is loopback or unspecified; connections to either stay on this machine.
 bool isOwnAddress(const QHostAddress &address) {
     return address.isLoopback() || isEveryAddress(address);
 }
 
-/// The address of this machine that `host` names, and for a name any of them; absent for other hosts.
+/// The local address that `host` denotes (any local address for a host name); absent for other hosts.
 std::optional<QHostAddress> ownAddress(QString host) {
     while (host.endsWith(u'.'))
         host.chop(1);
@@ -92,7 +92,7 @@ std::optional<QHostAddress> ownAddress(QString host) {
     return isEveryAddress(address) ? QHostAddress(QHostAddress::Any) : address;
 }
 
-/// Whether the socket may get what is sent to `address`. One on every IPv6 address may take IPv4 as well.
+/// Whether the socket may accept connections to `address`. One on the IPv6 wildcard may also accept IPv4.
 bool mayAnswerAt(const ListeningSocket &socket, const QHostAddress &address) {
     const QHostAddress own = plain(socket.address);
     if (address == QHostAddress(QHostAddress::Any))
@@ -121,12 +121,12 @@ Listener LinuxLocalListeners::listenerAt(const QUrl &url) const {
         return Listener::Elsewhere;
     auto sockets = m_sockets();
     if (!sockets)
-        return Listener::Stranger;
+        return Listener::Untrusted;
     const int port = url.port(url.scheme() == u"https" ? 443 : 80);
     std::erase_if(*sockets,
         [&](const ListeningSocket &socket) { return socket.port != port || !mayAnswerAt(socket, *address); });
     if (sockets->empty())
         return Listener::Nobody;
     const bool areTrusted = std::ranges::all_of(*sockets, isTrustedAccount, &ListeningSocket::owner);
-    return areTrusted ? Listener::Trusted : Listener::Stranger;
+    return areTrusted ? Listener::Trusted : Listener::Untrusted;
 }

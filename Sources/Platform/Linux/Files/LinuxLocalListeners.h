@@ -11,25 +11,24 @@
 
 #include <sys/types.h>
 
-/// A socket that waits for connections.
+/// A listening socket.
 struct ListeningSocket {
     QHostAddress address;
     quint16 port = 0;
-    /// The account that opened it.
+    /// The user ID of the process that opened it.
     uid_t owner = 0;
 };
 
-/// The listening sockets of a table as the kernel writes it in /proc/net/tcp and tcp6. A line that is not
-/// understood is left out.
+/// Parses the listening sockets of /proc/net/tcp or tcp6. Skips lines that cannot be parsed.
 std::vector<ListeningSocket> listeningSockets(const QByteArray &table);
 
-/// Asks the kernel's tables of sockets.
+/// Reads the kernel's socket tables.
 class LinuxLocalListeners final : public LocalListeners {
 public:
-    /// All listening sockets of this machine; absent when the kernel does not tell.
+    /// All listening sockets of this machine; absent if the tables cannot be read.
     using Sockets = std::function<std::optional<std::vector<ListeningSocket>>()>;
 
-    /// With the tables of this machine.
+    /// Uses the tables of this machine.
     LinuxLocalListeners();
     explicit LinuxLocalListeners(Sockets sockets)
         : m_sockets(std::move(sockets)) { }

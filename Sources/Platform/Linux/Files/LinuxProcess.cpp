@@ -22,7 +22,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-// glibc 2.36 forgot to say that these are C functions.
+// glibc 2.36 declares these without extern "C".
 extern "C" {
 #include <sys/pidfd.h>
 }
@@ -33,15 +33,15 @@ struct Pipe {
     FileDescriptor writeEnd;
 };
 
-/// The descriptor, moved above those of the standard streams: where this process itself has a stream closed,
-/// it would else take the stream's number and be written to or replaced by mistake.
+/// Moves the descriptor above those of the standard streams: if this process has one of these closed, the
+/// descriptor could have its number and be overwritten in the child.
 FileDescriptor aboveStandardStreams(FileDescriptor descriptor) {
     if (!descriptor.isValid() || descriptor.get() > STDERR_FILENO)
         return descriptor;
     return FileDescriptor(::fcntl(descriptor.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
 }
 
-/// A pipe that no child inherits and whose reader never waits. Gives 0 or an errno value.
+/// A close-on-exec pipe with a non-blocking reader. Returns 0 or an errno value.
 int open(Pipe &pipe) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0)
@@ -62,7 +62,7 @@ Pipe makePipe(const QString &executablePath) {
     return pipe;
 }
 
-/// What the child's descriptors become.
+/// The file descriptors of the child.
 class FileActions {
 public:
     FileActions() { ::posix_spawn_file_actions_init(&m_actions); }
@@ -70,7 +70,7 @@ public:
     FileActions(const FileActions &) = delete;
     FileActions &operator=(const FileActions &) = delete;
 
-    /// Gives 0 or an errno value.
+    /// Returns 0 or an errno value.
     int connect(int standardOutput, int standardError) {
         if (const int error = ::posix_spawn_file_actions_adddup2(&m_actions, standardOutput, STDOUT_FILENO))
             return error;
@@ -84,7 +84,7 @@ private:
     posix_spawn_file_actions_t m_actions;
 };
 
-/// How the child treats signals: as a program that a shell starts.
+/// Resets the child's signal handling, as a shell does.
 class SpawnAttributes {
 public:
     SpawnAttributes() {
@@ -107,7 +107,7 @@ private:
     posix_spawnattr_t m_attributes;
 };
 
-/// The executable and its arguments in the form that the system takes them.
+/// The executable and its arguments as argv.
 class ArgumentVector {
 public:
     ArgumentVector(const FileURL &executable, const QStringList &arguments) {
@@ -140,15 +140,14 @@ pid_t spawn(const FileURL &executable, const QStringList &arguments, int standar
     return child;
 }
 
-/// Waits until the child of `descriptor` has ended and takes its status; the signal number stands for an end
-/// by a signal.
+/// Waits for the child of `descriptor` and returns its exit code, or the number of the signal that ended it.
 int reap(int descriptor) {
     siginfo_t info {};
     while (::waitid(P_PIDFD, id_t(descriptor), &info, WEXITED) != 0 && errno == EINTR) { }
     return info.si_status;
 }
 
-/// A descriptor by which the end of the child can be waited for. A child that cannot be watched is ended.
+/// A pidfd of the child. If none can be opened, the child is killed.
 FileDescriptor watch(pid_t child, const QString &executablePath) {
     FileDescriptor descriptor = aboveStandardStreams(FileDescriptor(::pidfd_open(child, 0)));
     if (descriptor.isValid())
@@ -159,8 +158,8 @@ FileDescriptor watch(pid_t child, const QString &executablePath) {
     throw SystemError::fromErrno(error, executablePath);
 }
 
-/// What lies in the pipe of a child that has ended. The pipe holds all that the child left there, so no more
-/// is read: a grandchild that still writes cannot keep the reader.
+/// The remaining pipe content of a child that has ended. At most one pipe capacity is read, so that a
+/// grandchild that keeps writing cannot hold up the reader.
 QByteArray readRest(int descriptor) {
     const qsizetype capacity = std::max(::fcntl(descriptor, F_GETPIPE_SZ), 0);
     QByteArray bytes(capacity, Qt::Uninitialized);
@@ -176,13 +175,13 @@ QByteArray readRest(int descriptor) {
     return bytes;
 }
 
-/// Asks the child of `descriptor` to end; nothing happens when it has ended.
-void askToEnd(int descriptor) {
+/// Sends SIGTERM to the child of `descriptor`; does nothing if it has ended.
+void sendTerminate(int descriptor) {
     ::pidfd_send_signal(descriptor, SIGTERM, nullptr, 0);
 }
 } // namespace
 
-/// The children of one launcher that are held, by their descriptors.
+/// The children of one launcher whose Process still exists, by pidfd.
 class HeldChildren {
 public:
     void add(int descriptor) {
@@ -193,9 +192,9 @@ public:
         const std::lock_guard lock(m_mutex);
         m_descriptors.erase(descriptor);
     }
-    void askAllToEnd() {
+    void terminateAll() {
         const std::lock_guard lock(m_mutex);
-        std::ranges::for_each(m_descriptors, &askToEnd);
+        std::ranges::for_each(m_descriptors, &sendTerminate);
     }
 
 private:
@@ -215,7 +214,7 @@ public:
 
     ~LinuxProcess() override {
         m_siblings->remove(m_child.get());
-        // Someone must take the status of a child, or it stays in the process table for ever.
+        // The child must be reaped, or it remains a zombie.
         if (isRunning())
             std::thread([child = std::move(m_child)] { reap(child.get()); }).detach();
     }
@@ -224,7 +223,7 @@ public:
 
     void terminate() override {
         if (!m_status)
-            askToEnd(m_child.get());
+            sendTerminate(m_child.get());
     }
 
     bool waitUntilExit(double seconds) override {
@@ -279,5 +278,5 @@ std::unique_ptr<Process> LinuxProcessLauncher::launch(
 }
 
 void LinuxProcessLauncher::terminateAll() {
-    m_children->askAllToEnd();
+    m_children->terminateAll();
 }

@@ -4,12 +4,11 @@
 
 class HeldChildren;
 
-/// Starts processes on Linux. A child has the descriptors 0, 1 and 2 and no other, no blocked signals, and
-/// every signal at its default. Any thread may call it.
+/// Starts processes on Linux. A child has only the descriptors 0, 1 and 2, no blocked signals, and default
+/// signal handlers. Any thread may call it.
 class LinuxProcessLauncher final : public ProcessLauncher {
 public:
-    /// Ends a disregard of the child signal, which this process may have inherited: with it every exit status
-    /// is lost.
+    /// Resets SIGCHLD to its default: if this process inherited it as ignored, exit statuses would be lost.
     LinuxProcessLauncher();
 
     std::unique_ptr<Process> launch(const FileURL &executable, const QStringList &arguments) override;

@@ -4,10 +4,9 @@
 
 #include <sys/types.h>
 
-/// The highest number of an account of the system in the text of login.defs; the usual one where it names
-/// none.
+/// The highest user ID of a system account according to the content of login.defs; the default if not set
+/// there.
 uid_t highestSystemAccount(const QByteArray &loginDefinitions);
 
-/// Whether the account is this user's, root's or one of the system's services: nobody who logs in and wishes
-/// this user ill.
+/// Whether the account is this user, root or a system account, and so not another login user.
 bool isTrustedAccount(uid_t account);

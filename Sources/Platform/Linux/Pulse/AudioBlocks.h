@@ -4,22 +4,22 @@
 
 #include <functional>
 
-/// Cuts a stream of frames, which comes in pieces of any length, into buffers of one length. Not thread-safe.
+/// Splits a stream of frames into buffers of equal length. Not thread-safe.
 class AudioBlocks {
 public:
     using Sink = std::function<void(const AudioBuffer &)>;
 
-    /// Buffers go nowhere until there is a sink.
+    /// Buffers are discarded until a sink is set.
     explicit AudioBlocks(const AudioFormat &format);
 
-    /// Forgets what is not delivered yet; `sink` gets every further buffer of `frameCount` frames within the
-    /// call that completes it. The buffer is used again for the next one.
+    /// Discards pending frames; `sink` then gets every buffer of `frameCount` frames, within the call that
+    /// completes it. The buffer is reused.
     void deliverTo(int frameCount, Sink sink);
 
-    /// Forgets what is not delivered yet.
+    /// Discards pending frames.
     void clear();
 
-    /// Adds frames with interleaved channels; null means silence.
+    /// Appends interleaved frames; null means silence.
     void append(const float *samples, qint64 frameCount);
 
 private:

@@ -3,7 +3,7 @@
 #include "Platform/AudioEngine.h"
 #include "Platform/Linux/Pulse/PulseInputStream.h"
 
-/// The microphone through the sound server, as 32-bit floats at 48 kHz, mono; the server converts.
+/// Captures the microphone through the sound server as mono 32-bit floats at 48 kHz; the server converts.
 class PulseAudioEngine final : public AudioEngine {
 public:
     /// `connection` must outlive the engine.

@@ -7,7 +7,7 @@ public:
         : m_stream(platform, std::move(sound)) { }
 
     void setDidFinishPlaying(DidFinishPlaying observer) override { m_stream.setDidEnd(std::move(observer)); }
-    // The connection is open all the time, and the rest takes a few milliseconds.
+    // Nothing to prepare: the connection is already open, and the rest takes a few milliseconds.
     void prepareToPlay() override { }
     bool play() override;
     void pause() override { m_stream.pause(); }
@@ -18,8 +18,8 @@ private:
 };
 
 bool PulseAudioPlayer::play() {
-    // A healthy server answers in milliseconds. Whoever asks does not wait for another: should it refuse, or
-    // never answer, that is an end of the playback like any other.
+    // A healthy server answers in milliseconds. If it answers later with a failure, or never, the caller is
+    // notified by the end of the playback.
     constexpr std::chrono::milliseconds patience { 200 };
     const auto answer = m_stream.play();
     return answer.wait_for(patience) != std::future_status::ready || answer.get();

@@ -3,10 +3,10 @@
 #include "Platform/AudioPlayer.h"
 #include "Platform/Linux/Pulse/PulseOutputStream.h"
 
-/// Players over the sound server.
+/// Plays files through the sound server.
 class PulseAudioPlayers final : public AudioPlayers {
 public:
-    /// `connection` must outlive the players, and this every player.
+    /// `connection` must outlive this, and this every player.
     explicit PulseAudioPlayers(PulseConnection &connection)
         : m_connection(connection) { }
 

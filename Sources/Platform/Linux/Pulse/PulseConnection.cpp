@@ -8,7 +8,7 @@
 
 PulseConnection::PulseConnection()
     : m_loop(pa_threaded_mainloop_new()) {
-    // Of a thread that runs already the library would name the one that asks.
+    // Must precede the start: on a running thread the library would name the caller's thread instead.
     if (m_loop)
         pa_threaded_mainloop_set_name(m_loop, "Tolmi.Audio");
     if (!m_loop || pa_threaded_mainloop_start(m_loop) < 0)
@@ -49,8 +49,8 @@ void PulseConnection::connect() {
     const auto changed
         = [](pa_context *, void *self) { static_cast<PulseConnection *>(self)->contextChanged(); };
     pa_context_set_state_callback(m_context, changed, this);
-    // Starting a server would block the audio thread until it runs; a desktop starts its own. How it went is
-    // told by the context's state.
+    // No autospawn: it would block the audio thread until the server runs, and the desktop starts its own.
+    // The context's state reports the outcome.
     pa_context_connect(m_context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr);
 }
 
@@ -112,8 +112,8 @@ void PulseConnection::setOpeningFailure(std::optional<SystemError> failure) {
 }
 
 std::optional<SystemError> PulseConnection::recentOpeningFailure() const {
-    // Long enough for a start that goes from one kind of recording to the other, too short to hide a
-    // microphone that has come back by the next.
+    // Covers the fallback from one kind of recording to the other within a start, but is over before the next
+    // start, when the microphone may be back.
     constexpr std::chrono::milliseconds recent { 500 };
     const std::lock_guard lock(m_failureMutex);
     const bool isRecent = std::chrono::steady_clock::now() - m_openingEnd < recent;

@@ -11,22 +11,21 @@
 struct pa_context;
 struct pa_threaded_mainloop;
 
-/// The program's connection to the sound server, PulseAudio or PipeWire alike, and the audio thread that
-/// serves it.
+/// The program's connection to the sound server (PulseAudio or PipeWire) and its audio thread.
 ///
-/// The connection opens in the background and stays open; when the server goes, the next use connects anew.
-/// The class can be locked: while it is, the audio thread runs no callback. Everything that works on the
-/// context or on its streams does so under this lock or on the audio thread.
+/// The connection opens in the background and stays open; if the server exits, the next use reconnects. While
+/// the object is locked, the audio thread runs no callbacks. The context and its streams may be used only
+/// with this lock held or on the audio thread.
 class PulseConnection {
 public:
     using Lock = std::unique_lock<PulseConnection>;
     using Deadline = std::chrono::steady_clock::time_point;
 
-    /// How long anything may wait for the sound server. A healthy one answers in milliseconds.
+    /// Limit for any wait for the sound server. A healthy one answers in milliseconds.
     static constexpr std::chrono::seconds patience { 2 };
 
     PulseConnection();
-    /// Every stream must be closed.
+    /// All streams must be closed.
     ~PulseConnection();
     PulseConnection(const PulseConnection &) = delete;
     PulseConnection &operator=(const PulseConnection &) = delete;
@@ -35,35 +34,35 @@ public:
     void lock();
     void unlock();
 
-    /// The context once the server has accepted it. Throws SystemError with a text that says what to do.
+    /// Waits until the server has accepted the context. Throws SystemError with a message that says what to
+    /// do.
     pa_context *readyContext(Lock &lock, Deadline deadline);
 
-    /// Gives up a context that does not answer; its streams end. Locked.
+    /// Drops a context that does not respond; its streams end. Requires the lock.
     void dropContext();
 
-    /// Waits until `condition` holds, testing it again after every notify(); whether it held before
-    /// `deadline`.
+    /// Waits until `condition` holds, testing it after every notify(). False if `deadline` passes first.
     template <typename Condition>
     bool waitUntil(Lock &lock, Deadline deadline, Condition condition) {
         return m_changed.wait_until(lock, deadline, condition);
     }
 
-    /// Something that a waiting condition tests has changed. Locked or on the audio thread.
+    /// Makes waiting conditions be tested again. Requires the lock or the audio thread.
     void notify() { m_changed.notify_all(); }
 
-    /// What the server's error code `code` means for the user. A refusal is remembered.
+    /// The error to show the user for the server's error `code`. Remembers a denied access.
     SystemError failure(int code);
 
-    /// Keeps how the latest opening of a microphone ended, with a failure or without. Any thread.
+    /// Stores the outcome of the latest attempt to open a microphone. Any thread.
     void setOpeningFailure(std::optional<SystemError> failure);
 
-    /// Why a microphone could not be opened a moment ago; empty if it could. Any thread, at once.
+    /// Why a very recent attempt to open a microphone failed; empty if it did not. Any thread; never waits.
     std::optional<SystemError> recentOpeningFailure() const;
 
-    /// Whether the latest answer of the server was that this program may not use it. Any thread.
+    /// Whether the server's latest answer denied access. Any thread.
     bool isAccessDenied() const { return m_isAccessDenied; }
 
-    /// Asks a server that refused once more, in the background. Any thread but the audio thread.
+    /// Asks a server that denied access again, in the background. Any thread but the audio thread.
     void recheckAccess();
 
 private:

@@ -9,13 +9,13 @@
 #include <cmath>
 
 namespace {
-/// Decibels of silence.
-constexpr float leastPower = -120.0F;
+/// Decibels; reported for silence.
+constexpr float silencePower = -120.0F;
 
-/// The meter reads the power fifty times a second.
+/// The level meter reads the power fifty times a second.
 constexpr int buffersPerSecond = 50;
 
-/// The main thread waits for it.
+/// Short, because the main thread waits for it.
 constexpr std::chrono::milliseconds openingPatience { 400 };
 
 float power(const AudioBuffer &buffer) {
@@ -23,8 +23,8 @@ float power(const AudioBuffer &buffer) {
     for (const float sample : buffer.channels.front())
         squares += sample * sample;
     const float decibels = 10.0F * std::log10(squares / float(buffer.frameLength));
-    // Digital silence has no logarithm.
-    return std::max(leastPower, decibels);
+    // The logarithm of digital silence is minus infinity.
+    return std::max(silencePower, decibels);
 }
 
 void logFailure(const LocalizedError &error) {
@@ -36,7 +36,7 @@ PulseFileRecorder::PulseFileRecorder(Platform platform, const FileURL &url, cons
     : m_audioFiles(platform.audioFiles)
     , m_url(url)
     , m_settings(settings)
-    , m_averagePower(leastPower)
+    , m_averagePower(silencePower)
     , m_processing(QStringLiteral("Tolmi.PulseFileRecorder"))
     , m_stream(platform.connection, AudioFormat { double(settings.sampleRate), settings.channelCount }) { }
 
@@ -67,7 +67,7 @@ bool PulseFileRecorder::record() {
     } catch (const SystemError &error) {
         logFailure(error);
         stop();
-        // A file without sound is of no use to anybody.
+        // An empty file is useless.
         QFile::remove(m_url.path());
         return false;
     }
@@ -78,7 +78,7 @@ void PulseFileRecorder::process(const AudioBuffer &buffer) {
     try {
         m_file->write(buffer);
     } catch (const SystemError &) {
-        // The next buffer tries again: a full disk may have room by then.
+        // The next buffer tries again: a full disk may have space by then.
     }
 }
 

@@ -7,11 +7,11 @@
 
 class SndFileStore;
 
-/// Records the default microphone into an integer WAV file. Files are written and power is measured on a
-/// queue of its own.
+/// Records the default microphone into an integer WAV file. Its own queue writes the file and measures the
+/// power.
 class PulseFileRecorder final : public AudioFileRecorder {
 public:
-    /// Where the recording comes from and what writes it; both must outlive the recorder.
+    /// What the recorder uses; both must outlive it.
     struct Platform {
         PulseConnection &connection;
         SndFileStore &audioFiles;
@@ -22,7 +22,7 @@ public:
 
     /// Creates the file; a failure is logged.
     bool prepareToRecord() override;
-    /// Waits for the first sound, which takes milliseconds where there is any; a failure is logged.
+    /// Waits for the first samples, normally a few milliseconds; a failure is logged.
     bool record() override;
     void stop() override;
     /// Measured over a fiftieth of a second.
@@ -34,14 +34,14 @@ private:
     SndFileStore &m_audioFiles;
     const FileURL m_url;
     const RecordingSettings m_settings;
-    /// Touched on m_processing while a recording runs.
+    /// Used on m_processing while a recording runs.
     std::unique_ptr<AudioFileWriter> m_file;
     std::atomic<float> m_averagePower;
     SerialQueue m_processing;
     PulseInputStream m_stream;
 };
 
-/// Makes recorders that share one connection.
+/// Creates recorders that share one connection.
 class PulseFileRecorderFactory final : public AudioFileRecorderFactory {
 public:
     explicit PulseFileRecorderFactory(PulseFileRecorder::Platform platform)

@@ -10,7 +10,7 @@ using std::chrono::steady_clock;
 
 constexpr double gapSeconds = 0.5;
 
-/// Asked for as the server's latency, which it halves: 8192 bytes of mono floats at 48 kHz.
+/// Requested as latency, of which the server delivers half at a time: 8192 bytes of mono floats at 48 kHz.
 constexpr double fragmentSeconds = 2048.0 / 48000.0;
 
 size_t frameSize(const AudioFormat &format) {
@@ -95,7 +95,7 @@ void PulseInputStream::connect(pa_context *context) {
     samples.format = PA_SAMPLE_FLOAT32NE;
     samples.rate = uint32_t(m_format.sampleRate);
     samples.channels = uint8_t(m_format.channelCount);
-    // No role: one of communication would put a Bluetooth headset into its telephone mode.
+    // No media role: a communication role would switch Bluetooth headsets to the headset profile.
     m_stream = pa_stream_new(context, "Dictation", &samples, nullptr);
     if (!m_stream)
         throw m_connection.failure(pa_context_errno(context));
@@ -135,7 +135,7 @@ void PulseInputStream::disconnect() {
 }
 
 SystemError PulseInputStream::timeOut() {
-    // The server may be the one that hangs; the next opening finds out, on a new connection.
+    // The server may hang; the next attempt uses a new connection.
     if (pa_stream_get_state(m_stream) != PA_STREAM_READY)
         m_connection.dropContext();
     return SystemError(QStringLiteral(
@@ -189,7 +189,7 @@ void PulseInputStream::fail(const SystemError &error) {
 void PulseInputStream::breakOff() {
     if (!m_isDelivering)
         return;
-    // In this order: who sees that nothing is delivered any more finds the silence delivered.
+    // In this order, so that the silence is delivered before isDelivering() becomes false.
     m_blocks.append(nullptr, qint64(m_format.sampleRate * gapSeconds));
     m_isDelivering = false;
 }

@@ -10,12 +10,12 @@ struct pa_operation;
 struct pa_source_info;
 struct pa_stream;
 
-/// Sound from the default microphone in buffers of one length. It follows the server's choice of the default
-/// microphone while it is open.
+/// Captures the default microphone in buffers of equal length. While open, it follows changes of the server's
+/// default.
 ///
-/// What a sink gets runs on the audio thread, under the connection's lock. When the sound breaks off, the
-/// sink gets half a second of silence: a meter falls to zero, and a pre-roll holds nothing from before the
-/// gap.
+/// The sink is called on the audio thread with the connection's lock held. When the input stops, the sink
+/// gets half a second of silence, so that a meter drops to zero and a pre-roll contains nothing from before
+/// the gap.
 class PulseInputStream {
 public:
     /// Closed. `connection` must outlive the stream.
@@ -24,18 +24,18 @@ public:
 
     const AudioFormat &format() const { return m_format; }
 
-    /// Every further buffer of `frameCount` frames goes to `sink`, which may be empty; after the call has
-    /// returned the former one is not called again.
+    /// Delivers every further buffer of `frameCount` frames to `sink`, which may be empty; the previous sink
+    /// is not called again once this has returned.
     void deliverTo(int frameCount, AudioBlocks::Sink sink);
 
-    /// Opens the default microphone, anew if it is open, and waits for the first sound, at most as long as
-    /// `patience`. Throws SystemError with a text that says what to do.
+    /// Opens (or reopens) the default microphone and waits up to `patience` for the first samples. Throws
+    /// SystemError with a message that says what to do.
     void open(std::chrono::milliseconds patience = PulseConnection::patience);
 
-    /// Harmless when closed.
+    /// Does nothing when closed.
     void close();
 
-    /// Whether sound arrives. Any thread.
+    /// Whether samples arrive. Any thread.
     bool isDelivering() const;
 
 private:
@@ -56,14 +56,13 @@ private:
     const AudioFormat m_format;
     AudioBlocks m_blocks;
     pa_stream *m_stream = nullptr;
-    /// The question what the stream listens to, while it is open.
+    /// The pending query for the stream's source.
     pa_operation *m_sourceQuery = nullptr;
-    /// The stream may have been put on the monitor of a loudspeaker, where the server has no microphone to
-    /// give.
+    /// False if the server, for lack of a microphone, has connected the stream to a monitor source.
     bool m_isMicrophone = false;
-    /// Why the latest opening failed.
+    /// Why the latest open() failed.
     std::optional<SystemError> m_failure;
     std::atomic<bool> m_isDelivering = false;
-    /// On the steady clock.
+    /// Time of the steady clock.
     std::atomic<std::chrono::steady_clock::duration> m_lastDelivery {};
 };

@@ -5,18 +5,18 @@
 
 class PulseConnection;
 
-/// The right to use the microphone as the sound server sees it: there unless the server refused this program.
-/// A missing server or microphone is no refusal, but a recording that does not start.
+/// Microphone permission according to the sound server: granted unless the server denied access. A missing
+/// server or microphone is not a denial but makes the recording fail to start.
 class PulseMicrophonePermission final : public MicrophonePermission {
 public:
     /// Both must outlive the permission.
     PulseMicrophonePermission(PulseConnection &connection, Clock &clock);
 
-    /// What is known at this moment, at once. After a refusal every call lets the connection ask again, so
-    /// that a later call sees a right that was given meanwhile.
+    /// The latest known status, without waiting. After a denial every call makes the connection ask again, so
+    /// that a later call notices a permission granted since.
     AuthorizationStatus status() override;
 
-    /// The server asks nobody: the answer is the present status.
+    /// The server cannot prompt the user, so the answer is the current status.
     void requestAccess(std::function<void(bool)> answer) override;
 
 private:

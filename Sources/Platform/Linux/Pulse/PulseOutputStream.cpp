@@ -13,11 +13,11 @@
 namespace {
 using std::chrono::steady_clock;
 
-/// How much sound the server holds: enough for a busy machine, little enough for a slider of the volume.
+/// Sound buffered by the server: enough for a busy machine, short enough for volume changes to be heard soon.
 constexpr double bufferSeconds = 0.3;
 } // namespace
 
-/// What belongs to the queue, but for the members that say otherwise.
+/// The state of a playback. Used on the queue only, except where noted.
 class PulseOutputStream::Playback final : public std::enable_shared_from_this<Playback> {
 public:
     Playback(Platform platform, std::unique_ptr<SndFileReader> sound)
@@ -29,10 +29,10 @@ public:
     // Any thread.
     void setDidEnd(DidEnd observer);
     int begin();
-    void cease();
+    void cancel();
     bool isWanted() const;
 
-    /// Whether the server plays what was begun as `run`.
+    /// Whether the server plays the playback numbered `run`.
     bool start(int run);
     void pause();
     void rewind();
@@ -59,42 +59,42 @@ private:
     void seek(qint64 frame);
     void breakOff();
     void end(bool successfully);
-    void later(void (Playback::*operation)());
+    void enqueue(void (Playback::*operation)());
     void setCorked(bool isCorked);
 
     PulseConnection &m_connection;
     SerialQueue &m_queue;
     const std::unique_ptr<SndFileReader> m_sound;
     const AudioFormat m_format;
-    /// Changed under the connection's lock.
+    /// Changed with the connection's lock held.
     pa_stream *m_stream = nullptr;
-    /// The wait until everything was heard, once everything is written.
+    /// The drain operation, once everything is written.
     pa_operation *m_drain = nullptr;
-    /// The frame of the sound that is read next.
+    /// The next frame to read.
     qint64 m_place = 0;
     bool m_isAtEnd = false;
     int m_run = 0;
 
     mutable std::mutex m_mutex;
-    /// These three: under the mutex, any thread.
+    /// These three are guarded by the mutex; any thread.
     DidEnd m_didEnd;
     int m_latestRun = 0;
     bool m_isWanted = false;
 };
 
-/// They run on the audio thread, which must not wait: all work goes to the queue.
+/// Run on the audio thread, which must not block, so all work is queued.
 struct PulseOutputStream::Playback::Callbacks {
     static Playback &playback(void *self) { return *static_cast<Playback *>(self); }
 
     static void state(pa_stream *native, void *self) {
         playback(self).m_connection.notify();
         if (!PA_STREAM_IS_GOOD(pa_stream_get_state(native)))
-            playback(self).later(&Playback::breakOff);
+            playback(self).enqueue(&Playback::breakOff);
     }
-    static void write(pa_stream *, size_t, void *self) { playback(self).later(&Playback::feed); }
+    static void write(pa_stream *, size_t, void *self) { playback(self).enqueue(&Playback::feed); }
     static void drained(pa_stream *, int isDone, void *self) {
         if (isDone)
-            playback(self).later(&Playback::drained);
+            playback(self).enqueue(&Playback::drained);
     }
 };
 
@@ -109,12 +109,12 @@ int PulseOutputStream::Playback::begin() {
     return ++m_latestRun;
 }
 
-void PulseOutputStream::Playback::cease() {
+void PulseOutputStream::Playback::cancel() {
     {
         const std::lock_guard lock(m_mutex);
         m_isWanted = false;
     }
-    // An opening that waits for the server gives up.
+    // Makes a start that waits for the server give up.
     m_connection.notify();
 }
 
@@ -150,7 +150,7 @@ bool PulseOutputStream::Playback::open() {
         m_connection.waitUntil(lock, deadline, [this] { return isReady() || isBroken() || !isWanted(); });
         isOpen = isReady();
     } catch (const SystemError &) {
-        // There is no server, and that is what the answer says.
+        // There is no server; start() returns false.
     }
     if (!isOpen)
         close();
@@ -170,8 +170,8 @@ void PulseOutputStream::Playback::connect(pa_context *context) {
     constexpr auto serverDefault = uint32_t(-1);
     pa_buffer_attr buffering { serverDefault, serverDefault, serverDefault, serverDefault, serverDefault };
     buffering.tlength = uint32_t(frameSize() * size_t(m_format.sampleRate * bufferSeconds));
-    // The volume is the samples' own: a server remembers the one of a stream and would give it to every
-    // other.
+    // The volume is applied to the samples: the server remembers a stream's volume and would apply it to
+    // later streams.
     pa_stream_connect_playback(m_stream, nullptr, &buffering, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr);
 }
 
@@ -247,7 +247,7 @@ size_t PulseOutputStream::Playback::writableFrames() {
     return byteCount == size_t(-1) ? 0 : byteCount / frameSize();
 }
 
-/// What comes next, at the present volume. Short at the end of a sound that does not loop.
+/// The next frames at the current volume; fewer at the end of a sound that does not loop.
 std::vector<float> PulseOutputStream::Playback::read(size_t frameCount) {
     const auto channelCount = size_t(m_format.channelCount);
     const float factor = volume;
@@ -288,8 +288,8 @@ void PulseOutputStream::Playback::drained() {
     end(true);
 }
 
-/// The server, or what it played on, has gone. A sound that is started again goes on with what the server
-/// held unheard.
+/// The server or its output device is lost. A restarted sound continues with the first frame that was not
+/// played.
 void PulseOutputStream::Playback::breakOff() {
     bool isGone = false;
     {
@@ -312,7 +312,7 @@ void PulseOutputStream::Playback::end(bool successfully) {
         m_didEnd(successfully);
 }
 
-void PulseOutputStream::Playback::later(void (Playback::*operation)()) {
+void PulseOutputStream::Playback::enqueue(void (Playback::*operation)()) {
     m_queue.async([weak = weak_from_this(), operation] {
         if (const auto self = weak.lock())
             ((*self).*operation)();
@@ -325,7 +325,7 @@ PulseOutputStream::PulseOutputStream(Platform platform, std::unique_ptr<SndFileR
 
 PulseOutputStream::~PulseOutputStream() {
     m_playback->setDidEnd(nullptr);
-    m_playback->cease();
+    m_playback->cancel();
     doOnQueue(&Playback::close);
 }
 
@@ -350,12 +350,12 @@ std::shared_future<bool> PulseOutputStream::play() {
 }
 
 void PulseOutputStream::pause() {
-    m_playback->cease();
+    m_playback->cancel();
     doOnQueue(&Playback::pause);
 }
 
 void PulseOutputStream::stop() {
-    m_playback->cease();
+    m_playback->cancel();
     doOnQueue(&Playback::rewind);
 }
 

@@ -10,38 +10,39 @@
 
 /// Plays one sound through the default output.
 ///
-/// Its operations return at once, whatever the server does: a queue carries them out, one after the other,
-/// and reads the file. Main thread only.
+/// Operations never wait for the server: a queue carries them out in order and reads the file. Main thread
+/// only.
 class PulseOutputStream {
 public:
-    /// What it plays over; both must outlive the stream.
+    /// What the stream uses; both must outlive it.
     struct Platform {
         PulseConnection &connection;
         SerialQueue &queue;
     };
-    /// Is told that the sound came to its end, or with false that it broke off. Runs on the queue.
+    /// Called when the sound has reached its end, or with false when playback failed. Runs on the queue.
     using DidEnd = std::function<void(bool successfully)>;
 
-    /// Silent, at the start of `sound`.
+    /// Stopped, at the start of `sound`.
     PulseOutputStream(Platform platform, std::unique_ptr<SndFileReader> sound);
-    /// Silences it, after which the observer is not called again.
+    /// Stops the sound; the observer is not called again.
     ~PulseOutputStream();
 
     /// Replaces an earlier observer.
     void setDidEnd(DidEnd observer);
-    /// Whether the sound starts again at its end, without a gap.
+    /// Whether the sound loops without a gap.
     void setLoops(bool loops);
-    /// 0 to 1, linear. Heard from the first frame on, or within a third of a second.
+    /// 0 to 1, linear. While playing, takes effect within a third of a second.
     void setVolume(float volume);
 
-    /// Plays from where it is. The answer, whether the server plays it, may be long in coming.
+    /// Plays from the current position. The future, whether the server plays it, may take long to become
+    /// ready.
     std::shared_future<bool> play();
-    /// Keeps the place.
+    /// Keeps the position.
     void pause();
-    /// Falls silent and goes back to the start.
+    /// Stops and returns to the start.
     void stop();
 
-    /// From a start on until the end, a pause, a stop or a failure.
+    /// From play() until the end, a pause, a stop or a failure.
     bool isPlaying() const;
 
 private:
@@ -50,6 +51,6 @@ private:
     void doOnQueue(void (Playback::*operation)());
 
     SerialQueue &m_queue;
-    /// Shared with the work that waits on the queue.
+    /// Shared with the queued work.
     const std::shared_ptr<Playback> m_playback;
 };

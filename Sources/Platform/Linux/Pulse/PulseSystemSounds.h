@@ -3,10 +3,10 @@
 #include "Platform/Linux/Pulse/PulseOutputStream.h"
 #include "Platform/SystemSound.h"
 
-/// The program's own sounds, played over the sound server.
+/// The program's own sounds, played through the sound server.
 class PulseSystemSounds final : public SystemSounds {
 public:
-    /// `connection` must outlive the sounds, and this every sound.
+    /// `connection` must outlive this, and this every sound.
     explicit PulseSystemSounds(PulseConnection &connection)
         : m_connection(connection) { }
 

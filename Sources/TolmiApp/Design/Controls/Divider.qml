@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A line between two rows or two sections.
+/// A separator line between two rows or sections.
 Rectangle {
     implicitHeight: 1
     color: TolmiPalette.chipFill

@@ -1,13 +1,13 @@
 import QtQuick
 import Tolmi
 
-/// Under a field that one writes into.
+/// Background of a text field.
 Plate {
     id: plate
 
     property bool isFocused: false
     property bool isHovered: false
-    /// Nothing but the backdrop lies under the field.
+    /// Whether the field is directly on the window's backdrop.
     property bool isOnBackdrop: false
 
     radius: Metrics.fieldRadius

@@ -1,8 +1,8 @@
 import QtQuick
 
-/// Around its parent, where the keyboard is.
+/// The focus indicator around its parent.
 Rectangle {
-    /// Of the parent's corners.
+    /// The radius of the parent's corners.
     property real cornerRadius: Metrics.buttonRadius
 
     anchors.fill: parent

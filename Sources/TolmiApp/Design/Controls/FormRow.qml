@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A label and, at the other end, what sets it.
+/// A label and, at the other end, its control.
 Item {
     id: row
 

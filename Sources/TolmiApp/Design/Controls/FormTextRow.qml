@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A row with a line to write in, for what a program reads rather than a person.
+/// A row with a text field for technical values.
 FormRow {
     id: row
 

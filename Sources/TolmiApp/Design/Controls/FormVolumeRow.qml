@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A row with a slider and, beside it, the words for its value.
+/// A row with a slider and its value as text.
 FormRow {
     id: row
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// A pane of frosted glass around what stands in it.
+/// A frosted-glass panel that contains its children.
 Item {
     id: panel
 
@@ -32,7 +32,7 @@ Item {
     Item {
         id: inside
 
-        // Not by anchors, which hold only after what stands in the pane was laid out for the first time.
+        // No anchors, because they take effect only after the first layout of the content.
         x: panel.padding
         y: panel.padding
         width: panel.width - 2 * panel.padding

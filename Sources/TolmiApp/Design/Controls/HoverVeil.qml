@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Lies over a control while the pointer is on it.
+/// Hover highlight over a control.
 Rectangle {
     property bool isShown: false
 

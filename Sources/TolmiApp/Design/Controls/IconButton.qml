@@ -2,14 +2,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A button that shows nothing but a symbol.
+/// A button with only a symbol.
 T.Button {
     id: button
 
     /// Name of the symbol.
     property string symbol
     property color color: TolmiPalette.secondaryText
-    /// What the button does, in words; also its tool tip.
+    /// The accessible name and tool tip.
     property string toolTip
 
     implicitWidth: 26

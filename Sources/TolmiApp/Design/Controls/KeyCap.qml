@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// A key of the keyboard.
+/// The picture of a keyboard key.
 Item {
     property alias text: label.text
 

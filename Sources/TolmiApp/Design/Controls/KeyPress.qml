@@ -2,7 +2,7 @@ pragma Singleton
 
 import QtQuick
 
-/// How keys press a control: each press once, however long the key is held.
+/// Activates controls by keyboard, once per press, ignoring auto-repeat.
 QtObject {
     /// For `Keys.onPressed`. Return and Enter call `press`; the space bar is left to the control.
     function pressed(event, press) {
@@ -13,7 +13,7 @@ QtObject {
             press();
         event.accepted = isReturn || event.isAutoRepeat;
     }
-    /// For `Keys.onReleased`. A keyboard that repeats a key releases it each time.
+    /// For `Keys.onReleased`. Auto-repeat also sends releases.
     function released(event) {
         if (event.key === Qt.Key_Space && event.isAutoRepeat)
             event.accepted = true;

@@ -28,7 +28,7 @@ void LineSpacing::setLineHeight(int lineHeight) {
 void LineSpacing::apply() {
     if (!m_document || m_lineHeight <= 0 || m_isApplying)
         return;
-    // The change of the format is a change of the contents too.
+    // Changing the format also emits contentsChange.
     const QScopedValueRollback applying(m_isApplying, true);
     QTextBlockFormat format;
     format.setLineHeight(m_lineHeight, QTextBlockFormat::FixedHeight);

@@ -5,7 +5,7 @@
 #include <QQmlEngine>
 #include <QQuickTextDocument>
 
-/// Gives every line of a TextEdit the same height, as a Text has it by its own properties.
+/// Sets a fixed line height for a TextEdit, which lacks the lineHeight property of Text.
 class LineSpacing : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -27,7 +27,7 @@ Q_SIGNALS:
     void lineHeightChanged();
 
 private:
-    /// Paragraphs that came with a new text have the usual height.
+    /// Applies the line height to all paragraphs; those of a new text have the default height.
     void apply();
 
     QPointer<QQuickTextDocument> m_document;

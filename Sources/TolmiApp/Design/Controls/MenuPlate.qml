@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// Under a menu, a dialog or a sheet.
+/// Background of a menu, dialog or sheet.
 Item {
     id: plate
 

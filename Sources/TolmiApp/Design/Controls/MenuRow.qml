@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// What a row of a menu or of a picker's list shows.
+/// The content of a row in a menu or picker.
 Item {
     id: row
 

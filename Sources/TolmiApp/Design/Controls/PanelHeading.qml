@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// The heading of a panel: a symbol and a few words, and at the other end what belongs to them.
+/// The heading of a panel: a symbol and a title, with optional items at the other end.
 Item {
     id: heading
 

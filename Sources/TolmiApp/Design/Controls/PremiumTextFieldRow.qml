@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// A labelled field to write in. Part of the published kit of controls, whether or not a page shows it.
+/// A labelled text field. Part of the published set of controls, even if no page uses it.
 Column {
     id: row
 

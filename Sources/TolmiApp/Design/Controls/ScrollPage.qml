@@ -28,8 +28,8 @@ Flickable {
             ancestor = ancestor.parent;
         return ancestor !== null;
     }
-    /// Scrolls as little as brings the whole item into sight. An item that is higher than the page and partly in sight
-    /// stays where it is, so that a press into a long text does not move it away.
+    /// Scrolls the minimum distance that makes the whole item visible. An item higher than the page is not moved if
+    /// partly visible, so that clicking into a long text does not scroll it away.
     function reveal(item: Item) {
         const top = item.mapToItem(inside, 0, 0).y;
         const bottom = top + item.height + 2 * padding;

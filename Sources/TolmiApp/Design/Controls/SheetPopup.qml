@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// What lies over a window until it is answered.
+/// A modal sheet over a window.
 T.Dialog {
     parent: T.Overlay.overlay
     x: parent ? Math.round((parent.width - width) / 2) : 0

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// Something is going on.
+/// Busy indicator.
 Spokes {
     id: spinner
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// A symbol and a word that tell a state.
+/// A state as symbol and text.
 Item {
     id: pill
 
@@ -47,7 +47,7 @@ Item {
     Plate {
         anchors.fill: parent
         radius: Metrics.chipRadius
-        // Over a light backdrop the translucent dark gradient alone would leave the light text too pale.
+        // On a light backdrop the translucent dark gradient alone leaves too little contrast with the light text.
         material: pill.tone === StatusPill.Success && !TolmiPalette.isDark
                   ? TolmiPalette.faded(TolmiPalette.frost, 0.16) : "transparent"
         fill: pill.fillOf(pill.tone)

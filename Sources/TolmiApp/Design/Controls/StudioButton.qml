@@ -9,13 +9,13 @@ T.Button {
     enum Tone { Primary, Secondary, Muted, Danger }
 
     property int tone: StudioButton.Primary
-    /// As wide as its parent.
+    /// Whether it fills its parent's width.
     property bool isWide: false
-    /// The bordered kind that stands beside something.
+    /// The compact, bordered variant.
     property bool isSmall: false
     /// Name of a symbol before the text; none when empty.
     property string symbol
-    /// Words that appear while the pointer rests on the button.
+    /// The tool tip.
     property string toolTip
     readonly property color foreground: tone === StudioButton.Primary ? TolmiPalette.ink
                                         : tone === StudioButton.Danger ? "white" : TolmiPalette.frost
@@ -96,7 +96,7 @@ T.Button {
     }
 
     background: Item {
-        // The plate alone is scaled: letters under a scale are resampled and lose their edges.
+        // Only the plate is scaled, because scaling would blur the text.
         scale: button.down ? 0.98 : 1
 
         Behavior on scale {
@@ -119,8 +119,8 @@ T.Button {
             radius: button.cornerRadius
             fill: button.fillOf(button.tone)
             endFill: button.endFillOf(button.tone)
-            // In the light scheme the danger gradient ends far below the button: its end is nearly white, and the text
-            // is white too.
+            // In the light scheme the danger gradient ends far below the button, because its last colour is nearly
+            // white, like the text.
             gradientEnd: Qt.point(0, button.tone === StudioButton.Danger && !TolmiPalette.isDark ? 4.5 : 1)
             border: button.borderOf(button.tone)
             highlight: button.isSmall ? "transparent" : Qt.rgba(1, 1, 1, 0.24)
@@ -136,7 +136,7 @@ T.Button {
         }
     }
     contentItem: Item {
-        // Not that of the row, whose text is as wide as the button lets it.
+        // Not the row's implicit width, because its text is elided to the button's width.
         implicitWidth: icon.taken + Math.ceil(label.implicitWidth)
         implicitHeight: 16
 

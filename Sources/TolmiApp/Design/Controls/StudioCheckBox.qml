@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A box that is checked or not, with or without a text.
+/// A check box with an optional text.
 T.CheckBox {
     id: checkBox
 
@@ -13,12 +13,12 @@ T.CheckBox {
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     Accessible.focusable: activeFocusOnTab
     Accessible.name: text
-    // Its own would turn the mark without telling anybody.
+    // The default action would toggle without emitting toggled().
     Accessible.onToggleAction: press()
     Keys.onPressed: event => KeyPress.pressed(event, () => checkBox.press())
     Keys.onReleased: event => KeyPress.released(event)
 
-    /// What a press of the space bar does.
+    /// Acts like a press of the space bar.
     function press() {
         toggle();
         toggled();

@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// A question or a notice with one or two answers. The one that changes nothing has the keyboard.
+/// A question or notice with one or two buttons. The one that changes nothing has the focus.
 SheetPopup {
     id: dialog
 
@@ -10,7 +10,7 @@ SheetPopup {
     property string symbol: "exclamationmark.triangle.fill"
     property string confirmText
     property int confirmTone: StudioButton.Primary
-    /// A notice without a choice has none.
+    /// Empty for a notice without a choice.
     property string cancelText
 
     implicitWidth: Math.max(310, actions.implicitWidth + 2 * padding)

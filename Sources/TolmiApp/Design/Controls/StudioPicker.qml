@@ -2,14 +2,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A choice of one out of a list. `options` are objects with a `value` and a `text`, and perhaps a `symbol`. A value that is
-/// none of theirs leaves the picker empty.
+/// A drop-down list. `options` are objects with `value`, `text` and an optional `symbol`. With a value that is not
+/// among them the picker is empty.
 T.ComboBox {
     id: picker
 
     property var options: []
     property var value
-    /// What is chosen here, where no label says so.
+    /// The accessible name, if there is no label.
     property string label
 
     /// The user chose this value.
@@ -31,7 +31,7 @@ T.ComboBox {
     Accessible.name: label
     Accessible.description: displayText
     Accessible.onPressAction: popup.open()
-    // At the release, as the other keys do: opened at the press, the list would take the release for a choice.
+    // Opens on release, like the other keys: after opening on press, the list would treat the release as a choice.
     Keys.onReleased: event => {
         if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !popup.visible) {
             popup.open();
@@ -40,7 +40,7 @@ T.ComboBox {
     }
     onActivated: index => {
         picked(options[index].value);
-        // The store decides what the value is now; it may have refused the choice.
+        // Bind again, because the store may have rejected the choice.
         currentIndex = Qt.binding(() => options.findIndex(option => option.value === value));
     }
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// How far something has come, from 0 to 1; `label` names it for those who cannot see what stands beside it.
+/// A progress bar from 0 to 1; `label` is its accessible name.
 T.ProgressBar {
     id: bar
 

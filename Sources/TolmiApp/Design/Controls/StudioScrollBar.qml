@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A thin bar that shows while one scrolls or points at it.
+/// A thin scroll bar, visible while scrolling or hovered.
 T.ScrollBar {
     id: scrollBar
 
@@ -9,7 +9,7 @@ T.ScrollBar {
     implicitHeight: 10
     padding: 2
     visible: size < 1
-    // The keyboard and screen readers scroll by what they go to.
+    // Keyboard and screen reader users scroll by moving the focus.
     Accessible.ignored: true
 
     contentItem: Rectangle {

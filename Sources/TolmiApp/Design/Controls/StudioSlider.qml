@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A slider from 0 to 1 in steps of 0.05; `label` names it for those who cannot see what stands beside it.
+/// A slider from 0 to 1 in steps of 0.05; `label` is its accessible name.
 T.Slider {
     id: slider
 
@@ -19,7 +19,7 @@ T.Slider {
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     Accessible.focusable: activeFocusOnTab
     Accessible.name: label
-    // Its own would move the handle without telling anybody.
+    // The default action would move the handle without emitting moved().
     Accessible.onIncreaseAction: {
         increase();
         moved();

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A switch without a text of its own: `label` names it for those who cannot see what stands beside it.
+/// A switch without text; `label` is its accessible name.
 T.Switch {
     id: control
 
@@ -15,12 +15,12 @@ T.Switch {
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     Accessible.focusable: activeFocusOnTab
     Accessible.name: label
-    // Its own would turn the mark without telling anybody.
+    // The default action would toggle without emitting toggled().
     Accessible.onToggleAction: press()
     Keys.onPressed: event => KeyPress.pressed(event, () => control.press())
     Keys.onReleased: event => KeyPress.released(event)
 
-    /// What a press of the space bar does.
+    /// Acts like a press of the space bar.
     function press() {
         toggle();
         toggled();

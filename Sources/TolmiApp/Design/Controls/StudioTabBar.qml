@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A row of StudioTabButtons, one of which is current; a thumb slides under it.
+/// A row of StudioTabButtons with a highlight that slides to the current one.
 T.TabBar {
     id: bar
 

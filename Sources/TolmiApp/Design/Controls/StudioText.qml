@@ -8,7 +8,7 @@ Text {
     property TextStyle role: Typography.body
     readonly property bool isWrapped: wrapMode !== Text.NoWrap
 
-    // Whole pixels: everything beside a text of fractional width would be blurred.
+    // Whole pixels, because a fractional width would blur adjacent items.
     width: Math.ceil(implicitWidth)
     height: isWrapped ? implicitHeight : role.lineHeight
     color: TolmiPalette.primaryText

@@ -1,15 +1,15 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// Several lines to write in, which scroll; edits are told as those of a StudioTextField are.
+/// A scrolling multi-line text field; reports edits like StudioTextField.
 Item {
     id: area
 
     property string value
-    /// What the area is for.
+    /// The accessible name.
     property string label
     property bool isMonospaced: false
-    /// The text is there to read and to select; the arrow keys scroll it.
+    /// Whether the text can only be read and selected; the arrow keys then scroll.
     property bool isReadOnly: false
     readonly property alias text: editor.text
 

@@ -2,13 +2,13 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// A line to write in. While one writes, the text is the field's own and every edit is told by `edited`; after that it is
-/// `value` again.
+/// A single-line text field. While focused, it keeps its own text and emits `edited` for every edit; on blur the text
+/// is `value` again.
 T.TextField {
     id: field
 
     property string value
-    /// What the field is for, where no label says so.
+    /// The accessible name, if there is no label.
     property string label
     /// Name of a symbol before the text; none when empty.
     property string symbol
@@ -36,7 +36,7 @@ T.TextField {
     Accessible.editable: enabled
     onTextEdited: edited(text)
     onTextChanged: {
-        // What does not fit is cut at the end, not at the beginning.
+        // Text that does not fit is cut off at the end, not at the start.
         if (!activeFocus)
             cursorPosition = 0;
     }

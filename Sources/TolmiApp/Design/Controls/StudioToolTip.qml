@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tolmi
 
-/// Words beside a control while the pointer rests on it.
+/// The tool tip of a control.
 T.ToolTip {
     id: toolTip
 

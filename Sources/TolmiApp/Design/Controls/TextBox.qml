@@ -1,16 +1,16 @@
 import QtQuick
 import Tolmi
 
-/// A text to read and to select, in a rounded field as high as it needs.
+/// A read-only, selectable text in a rounded field that grows with it.
 Item {
     id: box
 
     property string text
     property TextStyle role: Typography.body
     property real padding: 12
-    /// Lines shown; what is longer ends in an ellipsis. 0 shows all.
+    /// Maximum number of lines; longer text ends in an ellipsis. 0 shows all.
     property int maximumLines: 0
-    /// What the text is.
+    /// The accessible name.
     property string label
 
     implicitHeight: content.contentHeight + 2 * padding - 6
@@ -32,7 +32,7 @@ Item {
         }
     }
 
-    /// What the lines have room for.
+    /// The part of the text that fits.
     function beginning(): string {
         const isWhole = measure.text.length === text.length;
         if (maximumLines === 0 || (isWhole && measure.lineCount <= maximumLines))
@@ -40,7 +40,7 @@ Item {
         const lineHeight = measure.contentHeight / measure.lineCount;
         const y = (maximumLines - 0.5) * lineHeight;
         const ellipsis = 2 * lineHeight;
-        // A line from right to left ends at the left.
+        // Right-to-left lines end on the left.
         const end = Math.max(measure.positionAt(ellipsis, y), measure.positionAt(measure.width - ellipsis, y));
         return text.slice(0, end).replace(/\s+$/, "") + "\u2026";
     }
@@ -55,7 +55,7 @@ Item {
         id: measure
 
         visible: false
-        // No letter is narrower than a pixel; what comes after that cannot be shown and need not be laid out.
+        // Every character is at least a pixel wide, so what is longer cannot be visible and is not laid out.
         text: box.text.slice(0, box.maximumLines * Math.max(0, Math.ceil(width)))
     }
     Words {

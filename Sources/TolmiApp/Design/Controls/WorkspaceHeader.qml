@@ -1,7 +1,7 @@
 import QtQuick
 import Tolmi
 
-/// Title and subtitle of a workspace, and at the other end what one can do with the whole of it.
+/// Title and subtitle of a workspace, with its actions at the other end.
 Item {
     id: header
 

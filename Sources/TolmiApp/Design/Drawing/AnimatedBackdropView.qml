@@ -1,15 +1,15 @@
 import QtQuick
 import Tolmi
 
-/// What lies behind a window of the Studio. It drifts slowly while one looks at it: not in a window that is hidden or
-/// not active, not when the desktop asks for less motion, and not without a graphics card.
+/// The backdrop of a Studio window. It drifts slowly, except in a hidden or inactive window, with reduced motion, or on
+/// the software renderer.
 Item {
     id: backdrop
 
     readonly property bool hasShaders: GraphicsInfo.api !== GraphicsInfo.Software
                                        && GraphicsInfo.api !== GraphicsInfo.Unknown
     readonly property bool isDrifting: sweeping.running
-    /// Of the backdrop's own corners, where it does not fill a window.
+    /// Radius of the backdrop's corners, if it does not fill a window.
     property real cornerRadius: 0
 
     clip: true
@@ -17,7 +17,7 @@ Item {
     BackdropDrift {
         id: sweeping
 
-        // A window that was hidden counts as active until another one takes the keyboard.
+        // A hidden window stays "active" until another one gets the focus, so its visibility is tested too.
         running: backdrop.hasShaders && backdrop.visible && backdrop.Window.active
                  && backdrop.Window.visibility !== Window.Hidden && !Motion.isReduced
     }

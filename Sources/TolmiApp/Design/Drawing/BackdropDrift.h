@@ -5,19 +5,19 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/// The slow motion of the backdrop: to and fro for ever, in steps that are too small to be seen and rare
-/// enough to cost little. It goes on where it stopped.
+/// The slow back-and-forth motion of the backdrop, in steps that are too small to notice and rare enough to
+/// be cheap. Resumes where it stopped.
 class BackdropDrift : public QObject {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool running READ isRunning WRITE setRunning NOTIFY runningChanged)
-    /// 0 at one end of the way, 1 at the other.
+    /// 0 at one end of the motion, 1 at the other.
     Q_PROPERTY(double position READ position NOTIFY positionChanged)
 
 public:
     using QObject::QObject;
 
-    /// The position after so many seconds of motion: 18 seconds each way, easing in and out.
+    /// The position after `seconds` of motion: 18 seconds each way, easing in and out.
     static double positionAt(double seconds);
 
     bool isRunning() const { return m_timer.isActive(); }

@@ -8,13 +8,13 @@
 
 namespace {
 
-/// How much of a box from -half to half is left at a distance from its middle after a blur.
+/// The value of a blurred box from -half to half at a distance from its centre.
 double blurredBox(double distance, double half, double sigma) {
     const double scale = sigma * std::numbers::sqrt2;
     return 0.5 * (std::erf((distance + half) / scale) - std::erf((distance - half) / scale));
 }
 
-/// A band across the whole width, blurred and turned.
+/// A blurred and rotated band across the whole width.
 struct Sweep {
     QPointF center;
     double degrees;
@@ -43,7 +43,7 @@ void drawSweep(QPainter &painter, const Sweep &sweep, double bandWidth) {
     painter.rotate(sweep.degrees);
     const double left = -bandWidth / 2;
     painter.fillRect(QRectF(left + reach, -half, bandWidth - 2 * reach, 2 * half), profile);
-    // The two ends fade as the sides do, in strips.
+    // The ends fade like the sides, drawn in strips.
     const double strip = 2 * reach / stops;
     for (int index = 0; index < stops; ++index) {
         const double x = left - reach + index * strip;
@@ -80,7 +80,7 @@ void BackdropPicture::drawBase(QPainter &painter) const {
     QLinearGradient veil = overItem({ 1, 0 }, { 0, 1 });
     veil.setColorAt(0, veilStrong());
     veil.setColorAt(1, veilSoft());
-    // Screening with white and multiplying by black are what plain painting does with them.
+    // Normal painting of white and black equals the screen and multiply blend modes.
     painter.fillRect(boundingRect(), veil);
 }
 

@@ -4,11 +4,11 @@
 
 #include <QColor>
 
-/// The backdrop of the Studio for a renderer without shaders. It stands still.
+/// The static backdrop of the Studio for renderers without shaders.
 class BackdropPicture : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
-    /// Of the gradient, from the upper left to the lower right.
+    /// Colours of the gradient from top left to bottom right.
     TOLMI_PICTURE_PROPERTY(QColor, ink, setInk, Qt::black)
     TOLMI_PICTURE_PROPERTY(QColor, graphite, setGraphite, Qt::darkGray)
     TOLMI_PICTURE_PROPERTY(QColor, slate, setSlate, Qt::gray)
@@ -18,7 +18,7 @@ class BackdropPicture : public PictureItem {
     TOLMI_PICTURE_PROPERTY(QColor, sweepSoft, setSweepSoft, Qt::transparent)
     TOLMI_PICTURE_PROPERTY(QColor, mesh, setMesh, Qt::transparent)
     TOLMI_PICTURE_PROPERTY(QColor, vignette, setVignette, Qt::transparent)
-    /// 0 at one end of the way of the sweeps, 1 at the other.
+    /// Position of the sweeps, 0 at one end of their motion, 1 at the other.
     TOLMI_PICTURE_PROPERTY(double, drift, setDrift, 0)
     TOLMI_PICTURE_PROPERTY(double, cornerRadius, setCornerRadius, 0)
 

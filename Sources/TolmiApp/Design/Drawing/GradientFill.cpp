@@ -6,7 +6,7 @@
 void GradientFill::paint(QPainter &painter) const {
     const QImage &target = *static_cast<const QImage *>(painter.device());
     QImage image(target.size(), QImage::Format_RGB32);
-    // A fixed seed: the same picture each time it is drawn.
+    // Fixed seed, so that redrawing gives the same picture.
     QRandomGenerator grains(1);
     for (int y = 0; y < image.height(); ++y) {
         const float part = float(y) / float(std::max(1, image.height() - 1));

@@ -4,8 +4,7 @@
 
 #include <QColor>
 
-/// An opaque gradient from top to bottom with a noise below one level: between two nearly equal colours a
-/// plain one shows steps.
+/// An opaque vertical gradient with dithering, which avoids visible banding between similar colours.
 class GradientFill : public PictureItem {
     Q_OBJECT
     QML_ELEMENT

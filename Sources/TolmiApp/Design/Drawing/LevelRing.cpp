@@ -31,12 +31,12 @@ void LevelRing::paintBars(QPainter &painter) const {
     }
 }
 
-// Here and not as an item with a scale, and as a gradient and not as a line: the painter hands what is
-// stretched, and a line of so many pieces, to several threads, whose waking costs more than all the drawing.
+// Drawn as a gradient, not as a scaled item or a stroked line: QPainter hands those to several threads, and
+// waking them costs more than the drawing.
 void LevelRing::paintCircle(QPainter &painter) const {
     const double radius = circleRadius * circleScale();
     const double halfWidth = circleLineWidth * circleScale() / 2;
-    // A line fades out over the pixel that its edge runs through.
+    // Antialiases the edge over one pixel.
     const double halfPixel = 0.5 / painter.device()->devicePixelRatioF();
     const double reach = radius + halfWidth + halfPixel;
     const QColor line = QColor::fromRgbF(1, 1, 1, float(std::min(1.0, circleAlpha())));

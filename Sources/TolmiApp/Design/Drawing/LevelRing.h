@@ -2,19 +2,19 @@
 
 #include "TolmiApp/Design/Drawing/PictureItem.h"
 
-/// The bars that stand around a centre and rise with the voice.
+/// A ring of bars that grow with the voice level.
 class LevelRing : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
-    /// Level of the voice, 0 to 1.
+    /// Voice level, 0 to 1.
     TOLMI_PICTURE_PROPERTY(double, level, setLevel, 0)
-    /// The time of the picture; the wave runs round the ring with it.
+    /// The time, which moves the wave around the ring.
     TOLMI_PICTURE_PROPERTY(double, seconds, setSeconds, 0)
-    /// The ring of the voice orb rather than that of the overlay.
+    /// Whether this is the ring of the voice orb rather than the overlay's.
     TOLMI_PICTURE_PROPERTY(bool, isOrb, setIsOrb, false)
-    /// Size of the circle inside the bars against that of the state's disc.
+    /// Size of the circle inside the bars relative to the state's disc.
     TOLMI_PICTURE_PROPERTY(double, circleScale, setCircleScale, 1)
-    /// Opacity of that circle, 0 to 1; at 0 there is none.
+    /// Opacity of that circle, 0 to 1; not drawn at 0.
     TOLMI_PICTURE_PROPERTY(double, circleAlpha, setCircleAlpha, 0)
 
 public:

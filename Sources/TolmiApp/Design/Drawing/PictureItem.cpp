@@ -41,8 +41,7 @@ QSGNode *PictureItem::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {
     if (isNew || m_isStale) {
         const QImage image = picture();
         node->setTexture(window()->createTextureFromImage(image, QQuickWindow::TextureHasAlphaChannel));
-        // Not the item's own size, which may end between two pixels: stretching by a fraction blurs
-        // everything.
+        // Not the item's size, which may be fractional: stretching the texture would blur it.
         node->setRect(QRectF(QPointF(), image.deviceIndependentSize()));
         m_isStale = false;
     }

@@ -5,11 +5,11 @@
 
 class QPainter;
 
-/// An item that is drawn by QPainter when something of it changes and is a texture in between. It looks the
-/// same on every renderer, the software one included, where geometry of one's own would not show at all.
+/// An item that QPainter draws into a texture when one of its properties changes. It looks the same on every
+/// renderer, including the software one, which does not support custom geometry.
 ///
-/// `smooth` is for what may be stretched. Where it is false, the software renderer copies the pixels;
-/// otherwise it samples them, and hands everything of some height to several threads.
+/// Set `smooth` only for items that may be scaled. Without it the software renderer copies the pixels; with
+/// it, it samples them, in several threads for tall items.
 class PictureItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
@@ -17,11 +17,11 @@ class PictureItem : public QQuickItem {
 public:
     explicit PictureItem(QQuickItem *parent = nullptr);
 
-    /// Has the picture drawn anew for the next frame.
+    /// Schedules a redraw for the next frame.
     void redraw();
 
 protected:
-    /// Draws the picture; the painter's unit is the item's, its origin the upper left corner of the item.
+    /// Draws the picture in the item's coordinates.
     virtual void paint(QPainter &painter) const = 0;
 
     QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) override;
@@ -34,7 +34,7 @@ private:
     bool m_isStale = true;
 };
 
-/// Declares a property of a picture whose change has it drawn anew.
+/// Declares a property of a picture; changes cause a redraw.
 #define TOLMI_PICTURE_PROPERTY(type, name, setter, initialValue)                                             \
     Q_PROPERTY(type name READ name WRITE setter NOTIFY name##Changed)                                        \
 public:                                                                                                      \

@@ -10,7 +10,7 @@ void RoundPicture::paint(QPainter &painter) const {
         return;
     const double ratio = painter.device()->devicePixelRatioF();
     const int side = int(std::min(width(), height()) * ratio);
-    // Scaled in one step by averaging; the painter's own scaling would leave out most of a large picture.
+    // Smooth scaling averages all pixels; QPainter would skip most pixels of a large picture.
     const QImage scaled
         = image().scaled(side, side, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
     QBrush brush(scaled.copy((scaled.width() - side) / 2, (scaled.height() - side) / 2, side, side));

@@ -4,8 +4,8 @@
 
 #include <QImage>
 
-/// A picture cut to a disc that its middle fills. It takes the picture itself and not an address, so nothing
-/// that another address once gave is ever shown.
+/// A picture cropped to a disc around its centre. It takes the image, not a URL, so that no stale cached
+/// image is shown.
 class RoundPicture : public PictureItem {
     Q_OBJECT
     QML_ELEMENT

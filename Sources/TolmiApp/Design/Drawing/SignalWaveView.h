@@ -4,17 +4,17 @@
 
 #include <QColor>
 
-/// A row of capsules that rise with the voice; while it is not active, a faint ornament.
+/// A row of bars that grow with the voice level; a faint ornament while inactive.
 class SignalWaveView : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
     TOLMI_PICTURE_PROPERTY(bool, isActive, setIsActive, false)
-    /// Level of the voice, 0 to 1.
+    /// Voice level, 0 to 1.
     TOLMI_PICTURE_PROPERTY(double, level, setLevel, 0)
     TOLMI_PICTURE_PROPERTY(QColor, tint, setTint, Qt::white)
-    /// How many capsules there are.
+    /// The number of bars.
     Q_PROPERTY(int bars READ bars WRITE setBars NOTIFY barsChanged)
-    /// Between two capsules.
+    /// Distance between two bars.
     Q_PROPERTY(double spacing READ spacing WRITE setSpacing NOTIFY spacingChanged)
 
 public:

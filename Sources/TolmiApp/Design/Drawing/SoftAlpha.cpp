@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Half of a symmetric kernel, the middle first; all of it sums up to 1.
+/// Half of a symmetric kernel, centre first; the whole kernel sums to 1.
 std::vector<float> halfKernel(double sigma) {
     std::vector<float> half(size_t(std::ceil(3 * sigma)) + 1);
     double sum = 0;
@@ -23,7 +23,7 @@ void addScaled(float *target, const float *source, int count, float weight) {
         target[index] += source[index] * weight;
 }
 
-/// Between 0 and 1, spread evenly over any small neighbourhood.
+/// Interleaved gradient noise between 0 and 1.
 float noise(int x, int y) {
     const double inner = 0.06711056 * x + 0.00583715 * y;
     const double outer = 52.9829189 * (inner - std::floor(inner));
@@ -46,13 +46,13 @@ SoftAlpha::SoftAlpha(const QImage &image)
 }
 
 void SoftAlpha::blur(double sigma) {
-    // Whole rows are added at a time in both directions, which the compiler turns into vector instructions.
+    // Both directions add whole rows, which the compiler vectorises.
     const std::vector<float> kernel = halfKernel(sigma);
     const int width = m_size.width();
     const int height = m_size.height();
     const int reach = int(kernel.size()) - 1;
     SoftAlpha across(m_size);
-    // A shadow's surroundings are empty, and nothing is what becomes of an empty row.
+    // Skips empty rows, of which a shadow's image has many.
     std::vector<bool> isEmpty(size_t(height), false);
     for (int y = 0; y < height; ++y) {
         isEmpty[size_t(y)]
@@ -82,7 +82,7 @@ QImage SoftAlpha::image(const QColor &color) const {
         auto *line = reinterpret_cast<QRgb *>(result.scanLine(y));
         for (int x = 0; x < m_size.width(); ++x) {
             const float exact = at(x, y) * float(color.alphaF()) * 255.0F;
-            // Without the exception the noise would leave grains where there is practically nothing.
+            // No noise on practically transparent pixels, where single grains would be visible.
             const float dither = exact > 0.4F ? noise(x, y) : 0.0F;
             const int alpha = std::clamp(int(exact + dither), 0, 255);
             line[x] = qPremultiply(qRgba(color.red(), color.green(), color.blue(), alpha));

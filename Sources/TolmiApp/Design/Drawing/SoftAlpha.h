@@ -5,10 +5,10 @@
 
 #include <vector>
 
-/// A plane of opacities in floating point, for shadows and glows that shall not show steps.
+/// A floating-point alpha channel for shadows and glows without banding.
 class SoftAlpha {
 public:
-    /// All of it transparent. Sizes are in pixels.
+    /// Fully transparent. The size is in pixels.
     explicit SoftAlpha(QSize size);
 
     /// The opacities of a premultiplied 32-bit image.
@@ -18,11 +18,10 @@ public:
     float &at(int x, int y) { return m_values[size_t(y) * size_t(m_size.width()) + size_t(x)]; }
     float at(int x, int y) const { return m_values[size_t(y) * size_t(m_size.width()) + size_t(x)]; }
 
-    /// Blurs by a Gaussian whose standard deviation is `sigma` pixels. What leaves the plane is lost.
+    /// Applies a Gaussian blur with a standard deviation of `sigma` pixels, clipped to the image.
     void blur(double sigma);
 
-    /// An image of `color` at these opacities, with a fine noise below one level that hides the steps between
-    /// levels.
+    /// An image of `color` with this alpha channel, dithered to hide banding.
     QImage image(const QColor &color) const;
 
 private:

@@ -4,8 +4,8 @@
 
 #include <QColor>
 
-/// A blurred round gradient: a halo, a glow or a soft shade. It fades out before the edge of its item, so
-/// that a small window does not cut it off visibly.
+/// A blurred radial gradient for halos, glows and soft shadows. It fades out before the edge of its item, so
+/// that a small window does not clip it visibly.
 class SoftDisc : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
@@ -13,7 +13,7 @@ class SoftDisc : public PictureItem {
     /// Standard deviation of the blur.
     TOLMI_PICTURE_PROPERTY(double, sigma, setSigma, 12)
     TOLMI_PICTURE_PROPERTY(QColor, color, setColor, Qt::white)
-    /// Opacities in the centre, at `middle` of the radius and at the edge of the disc.
+    /// Opacities at the centre, at `middle` of the radius and at the edge of the disc.
     TOLMI_PICTURE_PROPERTY(double, centerAlpha, setCenterAlpha, 1)
     TOLMI_PICTURE_PROPERTY(double, middleAlpha, setMiddleAlpha, 0.5)
     TOLMI_PICTURE_PROPERTY(double, edgeAlpha, setEdgeAlpha, 0)
@@ -26,6 +26,6 @@ protected:
     void paint(QPainter &painter) const override;
 
 private:
-    /// Before the blur, at a distance from the centre in parts of the radius.
+    /// Opacity before the blur at a distance from the centre, relative to the radius.
     double alphaAt(double distance) const;
 };

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// What the picture of a shadow depends on.
+/// The parameters that determine a shadow's image.
 struct Look {
     double radius;
     double sigma;
@@ -32,8 +32,8 @@ size_t qHash(const Look &look, size_t seed) {
         look.plateSize.height(), look.devicePixelRatio);
 }
 
-/// Blurring takes long and plates of one kind have the same shadow, so the last ones are kept. The windows'
-/// render threads ask in turn.
+/// Cache of recent shadow images, because blurring is slow and similar plates share a shadow. Used by the
+/// render threads of all windows.
 class Patches {
 public:
     QImage get(const Look &look, const std::function<QImage()> &make) {
@@ -105,8 +105,7 @@ QSGNode *SoftShadow::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {
     const bool isNew = !node;
     if (isNew)
         node.reset(window()->createNinePatchNode());
-    // Blurring takes long, so a large plate gets a small shadow whose middles are stretched: resizing a
-    // window then costs nothing.
+    // Blurring is slow, so a large plate uses a small nine-patch image; resizing a window is then cheap.
     const double smallest = 2 * (corner() - margin()) + 2;
     const QSizeF plate(std::min(width(), smallest), std::min(height(), smallest));
     const bool stretchesAcross = plate.width() < width();

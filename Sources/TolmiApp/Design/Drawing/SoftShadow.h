@@ -4,8 +4,8 @@
 
 #include <QColor>
 
-/// The shadow around a plate that fills the same rectangle. It reaches out over its item and is cut out under
-/// the plate, so that it never darkens what shines through a translucent one.
+/// The shadow around a plate of the same geometry. It extends beyond its item and is cut out under the plate,
+/// so that it does not darken a translucent one.
 class SoftShadow : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -13,7 +13,7 @@ class SoftShadow : public QQuickItem {
     TOLMI_PICTURE_PROPERTY(double, radius, setRadius, 12)
     /// Standard deviation of the blur.
     TOLMI_PICTURE_PROPERTY(double, sigma, setSigma, 14)
-    /// How far down the shadow lies.
+    /// Vertical offset of the shadow.
     TOLMI_PICTURE_PROPERTY(double, offsetY, setOffsetY, 10)
     TOLMI_PICTURE_PROPERTY(QColor, color, setColor, Qt::black)
 
@@ -27,9 +27,9 @@ protected:
 
 private:
     void redraw();
-    /// How far the shadow reaches out of the plate.
+    /// How far the shadow extends beyond the plate.
     double margin() const;
-    /// From the outer edge of the shadow to where every line across looks the same.
+    /// Size of a nine-patch corner, from the shadow's outer edge to where it becomes uniform.
     double corner() const;
     QImage patch(QSizeF plateSize, double devicePixelRatio) const;
 

@@ -4,15 +4,15 @@
 
 #include <QColor>
 
-/// A ball that is lit from the upper left.
+/// A sphere lit from the top left.
 class Sphere : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
-    /// From the lit spot to the far edge.
+    /// Gradient from the highlight to the far edge.
     TOLMI_PICTURE_PROPERTY(QColor, light, setLight, Qt::white)
     TOLMI_PICTURE_PROPERTY(QColor, body, setBody, Qt::gray)
     TOLMI_PICTURE_PROPERTY(QColor, shade, setShade, Qt::black)
-    /// One pixel wide, along the edge.
+    /// A one-pixel line along the edge.
     TOLMI_PICTURE_PROPERTY(QColor, ring, setRing, Qt::transparent)
 
 public:

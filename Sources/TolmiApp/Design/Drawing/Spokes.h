@@ -4,12 +4,12 @@
 
 #include <QColor>
 
-/// Eight spokes, one of which is the brightest, with a tail behind it.
+/// The eight spokes of a busy indicator: the brightest one has a fading tail.
 class Spokes : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
     TOLMI_PICTURE_PROPERTY(QColor, color, setColor, Qt::white)
-    /// The brightest spoke, 0 to 7; 0 points up, and the order runs clockwise.
+    /// The brightest spoke, 0 to 7; 0 points up, increasing clockwise.
     TOLMI_PICTURE_PROPERTY(int, phase, setPhase, 0)
 
 public:

@@ -37,7 +37,7 @@ void Symbol::paint(QPainter &painter) const {
 
 QImage Symbol::sharpImage(double devicePixelRatio) const {
     QImage image = SymbolPaths::image(m_name, m_size, devicePixelRatio, stroke());
-    // The outermost tenths are empty on the grid, so the colours are spread over what is left.
+    // The outer tenths of the grid are empty, so the gradient spans the rest.
     QLinearGradient tint(0, m_size * 0.1, 0, m_size * 0.9);
     tint.setColorAt(0, color());
     tint.setColorAt(1, endColor().isValid() ? endColor() : color());

@@ -5,21 +5,21 @@
 
 #include <QColor>
 
-/// A symbol by its name. Its implicit size is `size` in both directions.
+/// A symbol by name. Its implicit width and height are `size`.
 class Symbol : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
-    /// One of SymbolPaths::names(); an empty name draws nothing, an unknown one is a defect that is told.
+    /// One of SymbolPaths::names(); an empty name draws nothing, an unknown one is reported as a bug.
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
     /// Side of the symbol's square.
     Q_PROPERTY(double size READ size WRITE setSize NOTIFY sizeChanged)
     TOLMI_PICTURE_PROPERTY(QColor, color, setColor, Qt::white)
-    /// Colour at the bottom, reached gradually; the same as `color` unless it is given.
+    /// Colour at the bottom of a gradient; defaults to `color`.
     TOLMI_PICTURE_PROPERTY(QColor, endColor, setEndColor, QColor())
-    /// Width of the lines on the grid of the symbols.
+    /// Line width in grid units.
     TOLMI_PICTURE_PROPERTY(double, stroke, setStroke, SymbolPaths::regularStroke)
-    /// Standard deviation of a blur in logical pixels; a blurred symbol, made larger than its square, is the
-    /// shadow or the glow of a sharp one.
+    /// Standard deviation of a blur in logical pixels. A blurred symbol exceeds its square and serves as the
+    /// shadow or glow of a sharp one.
     TOLMI_PICTURE_PROPERTY(double, blur, setBlur, 0)
 
 public:

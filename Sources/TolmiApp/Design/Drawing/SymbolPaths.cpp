@@ -14,7 +14,7 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 
-/// Reads the notation from left to right; it is our own, so a letter that it does not know is a defect.
+/// Parses path notation. Only our own symbols are parsed, so an unknown letter is a bug.
 class NotationReader {
 public:
     explicit NotationReader(QLatin1String notation)
@@ -62,7 +62,7 @@ private:
         return value;
     }
 
-    /// The flags of an arc may stand without anything between them.
+    /// The flags of an arc may follow each other without separators.
     bool flag() {
         skipBlanks();
         const bool value = m_rest.front() == QLatin1Char('1');
@@ -114,7 +114,7 @@ private:
     }
 
     void lineTo(QPointF end) {
-        // A line without length is a dot, which the painter would leave out.
+        // A zero-length line is a dot, which QPainter would not draw.
         m_path.lineTo(end == m_current ? end + QPointF(0.01, 0) : end);
         m_current = end;
     }
@@ -125,7 +125,7 @@ private:
         m_path.cubicTo(first, m_lastControl, m_current);
     }
 
-    /// An arc of a circle, given by its radius, two flags and its end: the centre follows from them.
+    /// A circular arc, given by radius, two flags and end point.
     void arcTo() {
         double radius = number();
         number();
@@ -177,7 +177,7 @@ QPainterPath roundedRectangle(double x, double y, double width, double height, d
     return result;
 }
 
-/// A star with four points; the smaller `waist`, the thinner its rays.
+/// A four-pointed star; the smaller `waist`, the thinner its points.
 QPainterPath star(double x, double y, double radius, double waist) {
     const double w = radius * waist;
     QPainterPath result;
@@ -217,7 +217,7 @@ QPainterPath gearWheel() {
     return result;
 }
 
-/// The marks around a dial, from low on the left over the top to low on the right.
+/// The marks around a dial, clockwise from bottom left to bottom right.
 QPainterPath dialMarks() {
     QPainterPath result;
     result.setFillRule(Qt::WindingFill);
@@ -433,7 +433,7 @@ void drawStep(QPainter &painter, const Step &step, double stroke) {
         painter.fillPath(step.path, Qt::white);
         return;
     case Step::Kind::Solid: {
-        // As one shape: the seam between a fill and its edge would show.
+        // One shape, because the seam between fill and outline would be visible.
         const QPainterPath edge = QPainterPathStroker(pen).createStroke(step.path);
         painter.fillPath(step.path.united(edge), Qt::white);
         return;
@@ -441,7 +441,7 @@ void drawStep(QPainter &painter, const Step &step, double stroke) {
     }
 }
 
-/// At and below this size the fine parts of a symbol run into each other.
+/// At and below this size the details of a symbol merge.
 constexpr double smallSize = 15;
 
 } // namespace

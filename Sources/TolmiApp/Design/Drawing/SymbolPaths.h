@@ -10,43 +10,43 @@ namespace SymbolPaths {
 /// One step of drawing a symbol.
 struct Step {
     enum class Kind {
-        /// A line along the path.
+        /// Strokes the path.
         Line,
-        /// The inside of the path.
+        /// Fills the path.
         Fill,
-        /// The inside and a line along its edge, so that a filled symbol is as large as its outline.
+        /// Fills and strokes the path, so that a filled symbol is as large as its outline variant.
         Solid,
-        /// Takes a line along the path away from what has been drawn.
+        /// Erases a stroke along the path.
         CutLine,
-        /// Takes the inside of the path away from what has been drawn.
+        /// Erases the inside of the path.
         CutFill,
     };
 
     Kind kind;
     QPainterPath path;
-    /// Width of a line as a multiple of the symbol's stroke.
+    /// Line width as a multiple of the symbol's stroke.
     double strokeFactor = 1;
 };
 
-/// Side of the grid on which every symbol is drawn.
+/// Side of the grid on which all symbols are drawn.
 inline constexpr double gridSize = 24;
-/// Stroke on the grid that a text of regular weight asks for.
+/// Stroke in grid units that matches text of regular weight.
 inline constexpr double regularStroke = 1.75;
 
-/// Every name that can be asked for, sorted.
+/// All symbol names, sorted.
 QStringList names();
 
 /// Whether there is a symbol of this name.
 bool contains(const QString &name);
 
-/// The steps of a symbol at a size in logical pixels: very small ones have fewer details. None for an unknown
-/// name.
+/// The drawing steps of a symbol at a size in logical pixels; small sizes have fewer details. Empty for an
+/// unknown name.
 QList<Step> steps(const QString &name, double size);
 
-/// A white symbol of `size` logical pixels on nothing; `stroke` is on the grid.
+/// A white symbol of `size` logical pixels on a transparent background; `stroke` is in grid units.
 QImage image(const QString &name, double size, double devicePixelRatio, double stroke = regularStroke);
 
-/// A path in the notation of SVG: M, L, H, V, C, S, Q, A and Z, absolute or relative.
+/// Parses SVG path notation: M, L, H, V, C, S, Q, A and Z, absolute or relative.
 QPainterPath fromNotation(QLatin1String notation);
 
 } // namespace SymbolPaths

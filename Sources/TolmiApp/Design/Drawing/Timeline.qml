@@ -1,7 +1,7 @@
 import QtQuick
 
-/// The time for a drawing that moves while something goes on: advances at most 60 times a second, and not at all, without
-/// a timer or a frame, while it is not running.
+/// The time for an animated drawing. Advances at most 60 times a second while running; causes no timers or frames
+/// otherwise.
 FrameAnimation {
     /// Seconds since the beginning of 2001.
     property double seconds: 0
@@ -16,7 +16,7 @@ FrameAnimation {
         }
     }
     onTriggered: {
-        // A little less than a sixtieth, so that a display of exactly 60 Hz does not lose every second frame.
+        // Slightly less than a sixtieth, so that a 60 Hz display does not skip every other frame.
         if (elapsedTime - shownAt < 1 / 62)
             return;
         shownAt = elapsedTime;

@@ -1,15 +1,15 @@
 import QtQuick
 import Tolmi
 
-/// A ball that breathes with the voice, with a halo and a ring of bars. Inactive it rests, and costs no frame.
+/// A sphere that pulses with the voice, with a halo and a ring of bars. Draws no frames while inactive.
 Item {
     id: orb
 
     property bool isActive: false
-    /// Level of the voice, 0 to 1.
+    /// Voice level, 0 to 1.
     property real level: 0
     readonly property real clampedLevel: Math.min(1, Math.max(0, level))
-    /// The level as it swings in.
+    /// The animated level.
     property real shownLevel: clampedLevel
     readonly property int orbDiameter: 56
     readonly property real seconds: timeline.seconds
@@ -41,7 +41,7 @@ Item {
         diameter: 176
         sigma: 14
         color: TolmiPalette.frost
-        // In the light scheme the bars, which are light, are only seen against a dark halo.
+        // In the light scheme the light bars are visible only against a dark halo.
         centerAlpha: TolmiPalette.isDark ? 0.26 : 0.5
         middleAlpha: TolmiPalette.isDark ? 0.13 : 0.36
         middle: 0.56
@@ -60,7 +60,7 @@ Item {
         height: orb.orbDiameter
         scale: orb.isActive ? 1 + 0.04 * Math.sin(timeline.seconds * 2.1) + orb.shownLevel * 0.08 : 0.88
 
-        // The radius of the glow grows with the level: from the narrow picture to the wide one.
+        // Cross-fades from the narrow to the wide glow as the level rises.
         SoftDisc {
             anchors.centerIn: parent
             width: 140

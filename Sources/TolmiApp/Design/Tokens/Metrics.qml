@@ -11,20 +11,20 @@ QtObject {
     readonly property int cardGap: 16
     readonly property int popupPadding: 14
     readonly property int listGap: 4
-    /// Between a heading and the words below it.
+    /// Between a heading and the text below it.
     readonly property int wordsGap: 4
-    /// Between a symbol and the heading behind it.
+    /// Between a symbol and the heading after it.
     readonly property int symbolGap: 9
     readonly property int buttonGap: 10
-    /// Between words and what stands beside or below them.
+    /// Between text and items beside or below it.
     readonly property int besideGap: 12
-    /// Between the heading of a card and what follows.
+    /// Between the heading of a card and its content.
     readonly property int headingGap: 14
-    /// Between what a card says and its button.
+    /// Between the text of a card and its button.
     readonly property int actionGap: 20
-    /// Widest column of panes that are read one after the other.
+    /// Maximum width of a column of panels.
     readonly property int columnWidth: 840
-    /// Widest column of a form.
+    /// Maximum width of a form.
     readonly property int formWidth: 680
 
     readonly property int keyCapRadius: 4

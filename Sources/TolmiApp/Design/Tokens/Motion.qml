@@ -2,9 +2,9 @@ pragma Singleton
 
 import QtQuick
 
-/// How things move. Durations are milliseconds.
+/// Animation parameters. Durations are in milliseconds.
 QtObject {
-    /// The user asked the desktop for less motion; the program sets it.
+    /// Whether reduced motion is enabled on the desktop; set by the program.
     property bool isReduced: false
 
     readonly property int hoverIn: 120
@@ -21,8 +21,8 @@ QtObject {
     readonly property var buttonPress: spring(0.3, 0.8)
     readonly property var standard: spring(0.55, 0.825)
 
-    /// A spring given by its response in seconds and its damping fraction, in the terms of SpringAnimation, which steps
-    /// v += spring * distance - damping * v and x += 0.016 * v.
+    /// Converts a spring given by response in seconds and damping fraction to the parameters of SpringAnimation, whose
+    /// steps are v += spring * distance - damping * v and x += 0.016 * v.
     function spring(response: double, dampingFraction: double): var {
         const step = 0.016;
         const frequency = 2 * Math.PI / response;

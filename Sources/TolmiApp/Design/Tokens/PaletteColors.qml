@@ -1,13 +1,13 @@
 import QtQuick
 
-/// Every colour of the program in one of its two schemes. All of it is grey: there is no hue anywhere.
+/// All colours of the program in one of its two schemes. All are shades of grey.
 QtObject {
     enum Scheme { Light, Dark }
 
     property int scheme: PaletteColors.Dark
     readonly property bool isDark: scheme === PaletteColors.Dark
 
-    // Opaque shades. The names hold for the dark scheme; in the light one ink is nearly white and frost nearly black.
+    // Opaque shades, named after the dark scheme; in the light one ink is nearly white and frost nearly black.
     readonly property color ink: tolmiDynamic(0.98, 0.98, 0.985, 1, 0.02, 0.02, 0.03, 1)
     readonly property color graphite: tolmiDynamic(0.93, 0.93, 0.94, 1, 0.08, 0.08, 0.09, 1)
     readonly property color slate: tolmiDynamic(0.86, 0.86, 0.87, 1, 0.14, 0.14, 0.15, 1)
@@ -39,7 +39,7 @@ QtObject {
     readonly property color backdropMesh: tint(0.05, 0.045)
     readonly property color backdropVignette: tolmiDynamic(0, 0, 0, 0.12, 0, 0, 0, 0.3)
 
-    // Second names. They and the gradients are part of the palette's published names, used or not.
+    // Aliases. They and the gradients are part of the palette's published names, used or not.
     readonly property color base: graphite
     readonly property color baseDeep: ink
     readonly property color cobalt: cloud
@@ -48,22 +48,22 @@ QtObject {
     readonly property color coral: smoke
     readonly property color lilac: smoke
 
-    // Linear gradients, from their first colour to their last.
+    // Linear gradients, first to last colour.
     readonly property var backgroundGradient: [ink, graphite, slate]
     readonly property var accentGradient: [cloud, frost]
     readonly property var warningGradient: [slate, graphite]
 
-    // Texts that keep a contrast of 4.5 to 1 over every backdrop, the sweeps included.
+    // Text colours with a contrast of at least 4.5:1 on every backdrop, including the sweeps.
     readonly property color primaryText: frost
     readonly property color secondaryText: faded(cloud, isDark ? 0.9 : 0.92)
     readonly property color tertiaryText: isDark ? faded(cloud, 0.78) : smoke
     readonly property color focusRing: faded(frost, 0.8)
 
-    // What a panel and a menu are made of.
+    // Materials of panels and menus.
     readonly property color material: tolmiDynamic(1, 1, 1, 0.64, 0.1, 0.1, 0.11, 0.34)
     readonly property color menuMaterial: tolmiDynamic(0.975, 0.975, 0.98, 0.98, 0.11, 0.11, 0.12, 0.98)
 
-    /// Of two sRGB colours, components 0 to 1, the one of the scheme.
+    /// The one of two sRGB colours for the current scheme; components are 0 to 1.
     function tolmiDynamic(lightRed: double, lightGreen: double, lightBlue: double, lightAlpha: double,
                           darkRed: double, darkGreen: double, darkBlue: double, darkAlpha: double): color {
         return isDark ? Qt.rgba(darkRed, darkGreen, darkBlue, darkAlpha)
@@ -75,7 +75,7 @@ QtObject {
         return tolmiDynamic(0, 0, 0, lightAlpha, 1, 1, 1, darkAlpha);
     }
 
-    /// A colour at a part of its opacity.
+    /// A colour with its opacity multiplied.
     function faded(shade: color, opacity: double): color {
         return Qt.rgba(shade.r, shade.g, shade.b, shade.a * opacity);
     }

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// How a text of one role is set.
+/// The text style of one role.
 QtObject {
     property font font
     /// Height of a line's box in pixels.

@@ -1,4 +1,4 @@
 pragma Singleton
 
-/// The colours that the windows of one engine are drawn in. The program sets the scheme, and everything follows.
+/// The palette of the windows of one QML engine. The program sets the scheme.
 PaletteColors { }

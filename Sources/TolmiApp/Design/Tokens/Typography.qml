@@ -2,7 +2,7 @@ pragma Singleton
 
 import QtQuick
 
-/// The roles that texts play. Sizes are pixels.
+/// The text styles by role. Sizes are in pixels.
 QtObject {
     id: typography
 
@@ -44,7 +44,7 @@ QtObject {
         font: typography.face(typography.interfaceFamily, 12, Font.DemiBold, 0.3)
         lineHeight: 16
     }
-    /// What a control shows as its value.
+    /// Value of a control.
     readonly property TextStyle value: TextStyle {
         font: typography.face(typography.interfaceFamily, 13, Font.Medium, 0)
         lineHeight: 18
@@ -61,7 +61,7 @@ QtObject {
         font: typography.face(typography.interfaceFamily, 11, Font.DemiBold, 0.3)
         lineHeight: 14
     }
-    /// Small facts beside something.
+    /// Small secondary text.
     readonly property TextStyle mark: TextStyle {
         font: typography.face(typography.interfaceFamily, 11, Font.Medium, 0.3)
         lineHeight: 14

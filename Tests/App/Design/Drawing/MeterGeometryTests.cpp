@@ -13,14 +13,14 @@ constexpr double pi = std::numbers::pi;
 constexpr double tolerance = 1e-9;
 } // namespace
 
-TEST(MeterGeometry, FirstBarPointsUpAndTheOrderRunsClockwise) {
+TEST(MeterGeometry, FirstBarPointsUpAndOrderIsClockwise) {
     EXPECT_NEAR(angle(position(overlayRing, 0)), -pi / 2, tolerance);
     EXPECT_NEAR(angle(position(overlayRing, 6)), 0, tolerance);
     EXPECT_NEAR(angle(position(overlayRing, 12)), pi / 2, tolerance);
     EXPECT_NEAR(angle(position(orbRing, 24)), pi, tolerance);
 }
 
-TEST(MeterGeometry, WaveHasFourHumpsThatRunWithTheTime) {
+TEST(MeterGeometry, WaveHasFourCrestsThatMoveWithTime) {
     for (const double quarter : { 0.0, 0.25, 0.5, 0.75 })
         EXPECT_NEAR(wave(quarter, 0), 0, tolerance);
     for (const double crest : { 0.125, 0.375, 0.625, 0.875 })
@@ -93,7 +93,7 @@ TEST(MeterGeometry, BarsStayInsideTheirBounds) {
     }
 }
 
-TEST(MeterGeometry, WaveThatIsNotActiveHasAPattern) {
+TEST(MeterGeometry, InactiveWaveHasAPattern) {
     const QList<double> expected { 18, 11, 11, 11, 18, 11, 11, 11, 18 };
     for (int index = 0; index < expected.size(); ++index)
         EXPECT_EQ(barHeight(index, 28, false, 0.7), expected[index]);
@@ -108,7 +108,7 @@ TEST(MeterGeometry, ActiveWaveInSilenceHasAPattern) {
 }
 
 TEST(MeterGeometry, ActiveWaveFollowsItsFormula) {
-    // A single capsule stands at position 0, whose distance from the middle is a half.
+    // A single bar has position 0, which is half the width from the centre.
     EXPECT_NEAR(barHeight(0, 1, true, 0.5), 10 + 0.1 * 6 + 0.5 * (20 + 0.1 * 42) * 0.58, tolerance);
     const double texture = 0.58 + 0.42 * std::fabs(std::sin(14 * 0.62));
     EXPECT_NEAR(barHeight(14, 29, true, 0.25), 16 + 0.25 * 62 * texture, tolerance);

@@ -1,4 +1,4 @@
-// Built over tables of its own, into which one more language has been compiled by adding its file.
+// Built with separate tables, which include a further language only by adding its file.
 
 #include "TolmiApp/Texts/L10n.h"
 #include "TolmiApp/Texts/PickerOptions.h"
@@ -31,7 +31,7 @@ TEST(ThirdLanguage, CanBePickedByItsName) {
     EXPECT_EQ(options[2], PickerOptions::option(QStringLiteral("eo"), QStringLiteral("Esperanto")));
 }
 
-TEST(ThirdLanguage, GivesItsTexts) {
+TEST(ThirdLanguage, ReturnsItsTexts) {
     EXPECT_EQ(L10n::text(Key::routeHistory, third), u"Historio");
     EXPECT_EQ(L10n::copyTitle(QStringLiteral("Output"), third), u"Kopiu: Output");
 }
@@ -43,7 +43,7 @@ TEST(ThirdLanguage, FallsBackToEnglish) {
     EXPECT_EQ(L10n::transcriptionLanguageName(QStringLiteral("de"), third), u"German");
 }
 
-TEST(ThirdLanguage, FillsEnglishWordsIntoItsOwnPhrase) {
+TEST(ThirdLanguage, InsertsEnglishTextsIntoItsOwnPhrase) {
     EXPECT_EQ(L10n::pasteTargetLabel(QStringLiteral("Notes"), third), u"Pasted to = Notes");
 }
 
@@ -56,7 +56,7 @@ TEST(ThirdLanguage, IsWordedForTheDesktop) {
     EXPECT_EQ(PlatformTexts::forLinux().text(Key::routeHistory, third), u"Historio");
 }
 
-TEST(ThirdLanguage, LeavesTheOthersAsTheyAre) {
+TEST(ThirdLanguage, DoesNotAffectTheOthers) {
     EXPECT_EQ(L10n::text(Key::routeHistory, AppLanguage::English), u"History");
     EXPECT_EQ(L10n::text(Key::routeHistory, AppLanguage::Romanian), u"Istoric");
 }
