@@ -8,8 +8,8 @@ class DiskWait {
 public:
     DiskWait();
 
-    /// Returns 0, or the error number of `operation`, which is fsync or fdatasync. Also returns 0 when the limit
-    /// is reached; the operation then continues in the background.
+    /// Returns 0, or the error number of `operation`, which is fsync or fdatasync. Also returns 0 when the
+    /// limit is reached; the operation then continues in the background.
     int waitFor(int (*operation)(int), int file);
 
     /// Ends all waiting, present and later, after `time` from now.
