@@ -116,6 +116,10 @@ bool Interface::hasStatusItem() const {
     return tray.isAvailable();
 }
 
+void Interface::prepareStudio() {
+    m_parts->studio.prepare();
+}
+
 void Interface::openStudio(StudioDestination destination) {
     m_parts->open(destination);
 }

@@ -30,6 +30,8 @@ public:
     /// Whether the desktop shows the status item; says so in the log where it does not.
     bool hasStatusItem() const;
 
+    /// Loads the Studio, which takes its time, and leaves it closed.
+    void prepareStudio();
     /// Opens the Studio at a workspace, or brings it to the front.
     void openStudio(StudioDestination destination);
     /// The same, at the workspace that it shows or showed last.

@@ -5,6 +5,7 @@
 #include "dictate/Home.h"
 #include "dictate/RunningProgram.h"
 #include "dictate/VirtualUser.h"
+#include "dictate/Waiting.h"
 
 #include <QProcess>
 
@@ -71,6 +72,9 @@ protected:
     RunningProgram m_program;
 };
 
+/// Longer than a window takes that opens by itself.
+constexpr double patience = 2;
+
 } // namespace
 
 TEST_F(Studio, StaysAwayInTheTray) {
@@ -95,6 +99,18 @@ TEST_F(Studio, SecondStartBringsItBeforeTheProgramInUse) {
     ASSERT_TRUE(untilTrue([] { return !hasKeyboard(); }));
     EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM), {}));
     EXPECT_TRUE(untilTrue([] { return hasKeyboard(); })) << "an open window comes to the front again";
+}
+
+TEST_F(Studio, OpensByItselfOnlyOnceTheDictationKeyIsUp) {
+    start({ QStringLiteral("--tray") });
+    m_user.press(VirtualUser::rightAlt);
+    ASSERT_TRUE(untilTrue([this] { return m_program.state() == u"recording"; }));
+    RunningProgram second;
+    EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM), {}));
+    EXPECT_FALSE(waitUntil(isThere, patience));
+    m_user.release(VirtualUser::rightAlt);
+    EXPECT_TRUE(untilTrue([this] { return m_program.firstStage("state", "transcribing").has_value(); }));
+    EXPECT_TRUE(untilTrue([] { return hasKeyboard(); }));
 }
 
 TEST_F(Studio, ArrowsGoFromWorkspaceToWorkspace) {

@@ -30,12 +30,14 @@ public:
         : m_journal(journal) { }
 
     bool isTrusted = true;
+    bool isKeyHeld = false;
 
     bool checkAccessibility() override;
     void promptForAccessibility() override { m_journal.add(QStringLiteral("hotkey.prompt")); }
     void openAccessibilitySettings() override { m_journal.add(QStringLiteral("hotkey.openSettings")); }
     void start() override { m_journal.add(QStringLiteral("hotkey.start")); }
     void stop() override { m_journal.add(QStringLiteral("hotkey.stop")); }
+    bool isHeld() const override { return isKeyHeld; }
 
 private:
     FlowJournal &m_journal;

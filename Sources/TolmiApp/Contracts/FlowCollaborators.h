@@ -36,6 +36,8 @@ public:
     virtual void start() = 0;
     /// Stops watching. A key that is held never gets its key-up.
     virtual void stop() = 0;
+    /// Whether a key-down has been reported without its key-up.
+    virtual bool isHeld() const = 0;
 };
 
 /// Capture that is always warm and starts with the sound before the key press.
