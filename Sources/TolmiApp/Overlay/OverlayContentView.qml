@@ -18,6 +18,7 @@ Item {
     property real presence: isRecording ? 1 : 0
     readonly property real limitedPresence: Math.min(1, Math.max(0, presence))
     readonly property bool isTimelineRunning: timeline.running
+    readonly property bool isOnScreen: Window.visibility !== Window.Hidden
 
     // The sign floats over any window on a shade of its own, so its colours are those of the dark scheme always.
     readonly property PaletteColors colors: PaletteColors { scheme: PaletteColors.Dark }
@@ -114,7 +115,7 @@ Item {
     Timeline {
         id: timeline
 
-        running: view.isRecording && view.Window.visibility !== Window.Hidden
+        running: view.isRecording && view.isOnScreen
     }
 
     // White vanishes over a light window, so a soft shade lies under it; over a dark one it is not seen.
@@ -214,7 +215,7 @@ Item {
             anchors.centerIn: parent
             width: 18
             height: 18
-            visible: view.kind === DictationState.Transcribing && view.Window.visibility !== Window.Hidden
+            visible: view.kind === DictationState.Transcribing && view.isOnScreen
             color: view.colors.frost
         }
     }
@@ -224,7 +225,7 @@ Item {
     }
     OverlayToolTip {
         text: view.viewModel.helpMessage
-        isShown: hover.hovered
+        isShown: view.isOnScreen && hover.hovered
         anchorItem: view
     }
 }
