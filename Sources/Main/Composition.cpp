@@ -1,5 +1,6 @@
 #include "Main/Composition.h"
 
+#include "Foundation/Log.h"
 #include "Main/Adapters.h"
 #include "Main/BundleInformation.h"
 #include "Main/Interface.h"
@@ -18,6 +19,7 @@
 #include "TolmiApp/Settings/SettingsStore.h"
 #include "TolmiApp/Settings/StartingModel.h"
 #include "TolmiApp/Shell/ViewAppearance.h"
+#include "TolmiApp/Studio/StudioAtLaunch.h"
 #include "TolmiApp/Transcription/AdaptiveTranscriptionService.h"
 #include "TolmiCore/GuardedHttpClient.h"
 #include "TolmiCore/OllamaRefiner.h"
@@ -46,6 +48,7 @@ struct Composition::Parts {
     DictationFlowCollaborators collaborators();
     std::unique_ptr<OverlayWindow> makeOverlay(OverlayViewModel &model);
     void openStudioIfItIsNeeded();
+    void openStudioAtStartPage();
     void openStudioByItself(const std::function<void()> &open);
     void whenKeyIsUp(std::function<void()> work);
 
@@ -119,9 +122,20 @@ std::unique_ptr<OverlayWindow> Composition::Parts::makeOverlay(OverlayViewModel 
 }
 
 void Composition::Parts::openStudioIfItIsNeeded() {
-    const bool hasStatusItem = interface->hasStatusItem();
-    if (!launch.startsInTray && (settings->shouldShowOnboardingReminder() || !hasStatusItem))
-        openStudioByItself([this] { interface->openStudio(StudioDestination::CommandCenter); });
+    if (settings->shouldShowOnboardingReminder())
+        openStudioAtStartPage();
+    else
+        ::launch(openIfOutOfReach(
+            adapters.clock, adapters.loginSession, [this] { return interface->isInReach(); },
+            [this] {
+                logLine(QStringLiteral("Tolmi: there is no sign of it in a panel, because ")
+                    + interface->statusItemAvailability().reason);
+                openStudioAtStartPage();
+            }));
+}
+
+void Composition::Parts::openStudioAtStartPage() {
+    openStudioByItself([this] { interface->openStudio(StudioDestination::CommandCenter); });
 }
 
 /// What takes long is done before the key is looked at, so that hardly a press can come between that and the

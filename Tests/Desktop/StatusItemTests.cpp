@@ -1,6 +1,7 @@
 // The status item in a real tray.
 
 #include "Platform/Desktop/QtStatusItem.h"
+#include "Platform/Linux/X11/X11StatusTray.h"
 #include "Support/StatusItemContract.h"
 
 #include <QApplication>
@@ -37,7 +38,8 @@ private:
         return place && place->top() > 1000;
     }
 
-    QtStatusItem m_item { whiteIcon() };
+    X11StatusTray m_tray;
+    QtStatusItem m_item { whiteIcon(), { &m_tray } };
     int m_offset = 6;
 };
 

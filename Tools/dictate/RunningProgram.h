@@ -23,9 +23,9 @@ public:
     /// Ends the program as a session manager does, and kills it if it does not follow.
     ~RunningProgram();
 
-    /// Starts `path`, without a window unless the arguments are others, and waits until its hotkey listens;
-    /// false with an explanation in output() when it does not.
-    bool start(const QString &path, const QStringList &arguments = { QStringLiteral("--tray") });
+    /// Starts `path` and waits until its hotkey listens; false with an explanation in output() when it does
+    /// not. A window opens by itself where the desktop has no tray, or the home is that of a new user.
+    bool start(const QString &path);
 
     /// Seconds on the clock that stages are stamped with.
     double clock() const { return double(m_clock.nsecsElapsed()) / 1e9; }
