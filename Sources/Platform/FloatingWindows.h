@@ -4,6 +4,7 @@
 
 #include <functional>
 
+class QScreen;
 class QWindow;
 
 /// A rectangle with round corners, in a window's logical pixels. With a radius of half its side a square is a
@@ -30,4 +31,8 @@ public:
     /// From now on calls `pressed` each time the user presses something else than the window while it is
     /// visible, be it the bare desktop. Turning a wheel is no press.
     virtual void watchPressesElsewhere(QWindow &window, std::function<void()> pressed) = 0;
+
+    /// The screen that the user works on: that of the window with the keyboard, else the desktop's first one;
+    /// null when there is none at all.
+    virtual QScreen *mainScreen() = 0;
 };

@@ -112,6 +112,26 @@ TEST_F(Overlay, StandsAboveAFullScreenWindow) {
     EXPECT_TRUE(editor.waitForText(QStringLiteral("a")));
 }
 
+TEST_F(Overlay, StandsOnTheScreenOfTheWindowInUse) {
+    const QString left = QStringLiteral("960/250x1080/280+0+0"),
+                  right = QStringLiteral("960/250x1080/280+960+0");
+    outputOf(QStringLiteral("xrandr"),
+        { QStringLiteral("--setmonitor"), QStringLiteral("left"), left, QStringLiteral("screen") });
+    outputOf(QStringLiteral("xrandr"),
+        { QStringLiteral("--setmonitor"), QStringLiteral("right"), right, QStringLiteral("none") });
+    ASSERT_TRUE(untilTrue([] { return QGuiApplication::screens().size() == 2; }));
+    for (const int x : { 1000, 100 }) {
+        outputOf(QStringLiteral("wmctrl"),
+            { QStringLiteral("-r"), QStringLiteral(":ACTIVE:"), QStringLiteral("-e"),
+                QStringLiteral("0,%1,200,300,200").arg(x) });
+        EXPECT_TRUE(untilTrue([&] {
+            controller.show(Kind::Recording, AppLanguage::English);
+            return view().geometry() == QRect(x < 960 ? 405 : 1365, 8, 150, 150);
+        })) << x;
+    }
+    ASSERT_TRUE(untilTrue([&] { return windowAt(center()) == view().winId(); }));
+}
+
 TEST_F(Overlay, FadesAwayWhenHidden) {
     controller.show(Kind::Done, AppLanguage::English);
     ASSERT_TRUE(untilTrue([&] { return view().isExposed(); }));
