@@ -177,11 +177,19 @@ Item {
 
         readonly property real swing: (view.isRecording ? 1 + view.shownLevel * 0.06 : 1) * (1 - 0.12 * Math.abs(view.presence - (view.isRecording ? 1 : 0)))
 
+        /// Those of every icon, and under the spinner the one of a control of the system.
+        readonly property var spinnerShadows: [
+            { color: "black", opacity: 0.28, radius: 4, offset: 2 },
+            { color: view.accentColor, opacity: 0.15, radius: 8, offset: 3 },
+            { color: "black", opacity: 0.33, radius: 2, offset: 0 }
+        ]
+
         anchors.centerIn: parent
         width: 100
         height: 100
 
         OverlayIcon {
+            objectName: "icon"
             anchors.centerIn: parent
             visible: symbol !== ""
             symbolScale: center.swing
@@ -195,22 +203,28 @@ Item {
             glowOpacity: view.glowOpacityOf(view.kind)
             glowRadius: view.isRecording ? 5 : 4
         }
-        SoftDisc {
-            anchors.centerIn: parent
-            anchors.verticalCenterOffset: 2
-            width: 60
-            height: 60
-            visible: spinner.visible
-            diameter: 18
-            sigma: 4
-            color: "black"
-            middleAlpha: 1
-            edgeAlpha: 1
-            opacity: 0.28
+        Repeater {
+            model: spinner.visible ? center.spinnerShadows : []
+
+            Spokes {
+                required property var modelData
+
+                anchors.centerIn: parent
+                anchors.verticalCenterOffset: modelData.offset
+                width: 80
+                height: 80
+                smooth: false
+                side: spinner.width
+                phase: spinner.phase
+                blur: modelData.radius
+                color: modelData.color
+                opacity: modelData.opacity
+            }
         }
         Spinner {
             id: spinner
 
+            objectName: "spinner"
             scale: center.swing
             anchors.centerIn: parent
             width: 18
