@@ -30,6 +30,7 @@ public:
     void prepare(QWindow &) override { }
     void setShape(QWindow &, const RoundedRectangle &, const RoundedRectangle &) override { }
     void watchPressesElsewhere(QWindow &, std::function<void()>) override { }
+    QScreen *mainScreen() override { return QGuiApplication::primaryScreen(); }
 };
 
 /// Counts the timers that fire in the main thread.

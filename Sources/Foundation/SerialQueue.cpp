@@ -1,6 +1,7 @@
 #include "Foundation/SerialQueue.h"
 
 #include "Foundation/ThreadName.h"
+#include "Foundation/ThreadPriority.h"
 
 #include <condition_variable>
 #include <deque>
@@ -10,6 +11,7 @@
 
 struct SerialQueue::State {
     QString label;
+    QualityOfService qualityOfService;
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<std::function<void()>> pending;
@@ -18,6 +20,8 @@ struct SerialQueue::State {
 
     void run() {
         nameCurrentThread(label);
+        if (qualityOfService == QualityOfService::Utility)
+            lowerPriorityOfCurrentThread();
         std::unique_lock lock(mutex);
         for (;;) {
             changed.wait(lock, [this] { return isEnding || !pending.empty(); });
@@ -33,9 +37,10 @@ struct SerialQueue::State {
     }
 };
 
-SerialQueue::SerialQueue(QString label)
+SerialQueue::SerialQueue(QString label, QualityOfService qualityOfService)
     : m_state(std::make_unique<State>()) {
     m_state->label = std::move(label);
+    m_state->qualityOfService = qualityOfService;
 }
 
 SerialQueue::~SerialQueue() {

@@ -11,8 +11,15 @@
 /// run on the queue's own thread.
 class SerialQueue {
 public:
+    /// How urgent the work is.
+    enum class QualityOfService {
+        Default,
+        /// Nobody waits for it; it leaves processor and disk to everything else.
+        Utility,
+    };
+
     /// `label` names the thread for debuggers and logs.
-    explicit SerialQueue(QString label);
+    explicit SerialQueue(QString label, QualityOfService qualityOfService = QualityOfService::Default);
     ~SerialQueue();
 
     /// Queues `work` and returns at once. Any thread.

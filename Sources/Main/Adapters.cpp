@@ -13,6 +13,7 @@
 #include "Platform/Desktop/SodiumSignatureVerifier.h"
 #include "Platform/Linux/Desktop/DBusFileViewer.h"
 #include "Platform/Linux/Desktop/DBusSessionLock.h"
+#include "Platform/Linux/Desktop/DBusStatusTray.h"
 #include "Platform/Linux/Desktop/PortalDesktopLook.h"
 #include "Platform/Linux/Files/LinuxAtomicFileWriter.h"
 #include "Platform/Linux/Files/LinuxFileListing.h"
@@ -48,6 +49,7 @@ struct Adapters::Made {
     MainLoopClock clock;
     PortalDesktopLook look;
     DBusSessionLock sessionLock;
+    DBusStatusTray panel;
     LinuxFolders folders = LinuxFolders::ofThisProcess();
     LinuxFileManager fileManager { folders };
     LinuxFileListing fileListing;
@@ -78,6 +80,7 @@ Adapters::Adapters(std::unique_ptr<Made> made)
     : clock(made->clock)
     , look(made->look)
     , sessionLock(made->sessionLock)
+    , loginSession(made->sessionLock)
     , fileManager(made->fileManager)
     , fileListing(made->fileListing)
     , fileWriter(made->fileWriter)
@@ -103,6 +106,7 @@ Adapters::Adapters(std::unique_ptr<Made> made)
     , frontmost(*made->windowSystem.frontmost)
     , pasteboard(*made->windowSystem.pasteboard)
     , floatingWindows(*made->windowSystem.floatingWindows)
+    , statusTrays { &made->panel, made->windowSystem.statusTray.get() }
     , m_made(std::move(made)) { }
 
 Adapters::~Adapters() = default;

@@ -17,6 +17,7 @@
 #include "Platform/FrontmostApplication.h"
 #include "Platform/HttpClient.h"
 #include "Platform/LocalListeners.h"
+#include "Platform/LoginSession.h"
 #include "Platform/MicrophonePermission.h"
 #include "Platform/OpenPanel.h"
 #include "Platform/PasteKeystroke.h"
@@ -26,12 +27,14 @@
 #include "Platform/SessionLock.h"
 #include "Platform/SignatureVerifier.h"
 #include "Platform/SingleInstance.h"
+#include "Platform/StatusTray.h"
 #include "Platform/SystemSound.h"
 #include "Platform/UserDefaults.h"
 
 #include <sys/types.h>
 
 #include <memory>
+#include <vector>
 
 /// What this desktop gives for every operation that the program asks of a system. Which adapters stand behind
 /// it is known in Adapters.cpp and WindowSystem.cpp alone.
@@ -43,6 +46,7 @@ struct Adapters {
     Clock &clock;
     DesktopLook &look;
     SessionLock &sessionLock;
+    LoginSession &loginSession;
     FileManager &fileManager;
     FileListing &fileListing;
     AtomicFileWriter &fileWriter;
@@ -68,6 +72,8 @@ struct Adapters {
     FrontmostApplication &frontmost;
     Pasteboard &pasteboard;
     FloatingWindows &floatingWindows;
+    /// Every place that the desktop may have for the status item.
+    const std::vector<StatusTray *> statusTrays;
 
 private:
     struct Made;

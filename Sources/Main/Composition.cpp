@@ -1,5 +1,6 @@
 #include "Main/Composition.h"
 
+#include "Foundation/Log.h"
 #include "Main/Adapters.h"
 #include "Main/BundleInformation.h"
 #include "Main/Interface.h"
@@ -9,6 +10,7 @@
 #include "TolmiApp/Audio/LiveAudioCapture.h"
 #include "TolmiApp/Audio/ProcessingTransitionSoundPlayer.h"
 #include "TolmiApp/Dictation/DictationFlowManager.h"
+#include "TolmiApp/Dictation/DictationKeyWait.h"
 #include "TolmiApp/Dictation/GlobalHotkeyManager.h"
 #include "TolmiApp/Dictation/SystemPasteService.h"
 #include "TolmiApp/History/TranscriptionHistory.h"
@@ -17,6 +19,7 @@
 #include "TolmiApp/Settings/SettingsStore.h"
 #include "TolmiApp/Settings/StartingModel.h"
 #include "TolmiApp/Shell/ViewAppearance.h"
+#include "TolmiApp/Studio/StudioAtLaunch.h"
 #include "TolmiApp/Transcription/AdaptiveTranscriptionService.h"
 #include "TolmiCore/GuardedHttpClient.h"
 #include "TolmiCore/OllamaRefiner.h"
@@ -45,6 +48,9 @@ struct Composition::Parts {
     DictationFlowCollaborators collaborators();
     std::unique_ptr<OverlayWindow> makeOverlay(OverlayViewModel &model);
     void openStudioIfItIsNeeded();
+    void openStudioAtStartPage();
+    void openStudioByItself(const std::function<void()> &open);
+    void whenKeyIsUp(std::function<void()> work);
 
     const LaunchOptions launch;
     const BundleInfo bundle;
@@ -52,6 +58,7 @@ struct Composition::Parts {
     GuardedHttpClient ollamaClient { adapters.http, adapters.listeners };
     std::shared_ptr<SettingsStore> settings;
     std::shared_ptr<TranscriptionHistory> history;
+    std::shared_ptr<HotkeyManager> hotkey;
     std::shared_ptr<DictationFlowManager> flow;
     std::unique_ptr<Updates> updates;
     std::unique_ptr<Interface> interface;
@@ -63,7 +70,8 @@ void Composition::Parts::start() {
         = std::make_shared<TranscriptionHistory>(adapters.clock, adapters.fileManager, adapters.fileWriter);
     flow = DictationFlowManager::create(
         collaborators(), { adapters.clock, adapters.fileManager, adapters.application }, settings);
-    updates = std::make_unique<Updates>(adapters, bundle, *settings);
+    updates = std::make_unique<Updates>(
+        adapters, bundle, *settings, [this](std::function<void()> work) { whenKeyIsUp(std::move(work)); });
     interface = std::make_unique<Interface>(
         Interface::Program { adapters, flow, history, updates->updater(), launch.quit });
     // After the key listens: a window takes its time.
@@ -78,8 +86,9 @@ std::shared_ptr<SettingsStore> Composition::Parts::makeSettings() {
 
 DictationFlowCollaborators Composition::Parts::collaborators() {
     DictationFlowCollaborators made;
-    made.hotkeyManager = std::make_shared<GlobalHotkeyManager>(GlobalHotkeyManager::Platform {
+    hotkey = std::make_shared<GlobalHotkeyManager>(GlobalHotkeyManager::Platform {
         adapters.taps, adapters.accessibility, adapters.sessionLock, adapters.clock });
+    made.hotkeyManager = hotkey;
     made.liveCapture = std::make_shared<LiveAudioCapture>(LiveAudioCapture::Platform { adapters.audioEngine,
         adapters.audioFiles, adapters.microphone, adapters.fileManager, adapters.clock });
     made.recorder = std::make_shared<AudioRecorder>(adapters.microphone, adapters.recorders);
@@ -113,9 +122,31 @@ std::unique_ptr<OverlayWindow> Composition::Parts::makeOverlay(OverlayViewModel 
 }
 
 void Composition::Parts::openStudioIfItIsNeeded() {
-    const bool hasStatusItem = interface->hasStatusItem();
-    if (!launch.startsInTray && (settings->shouldShowOnboardingReminder() || !hasStatusItem))
-        interface->openStudio(StudioDestination::CommandCenter);
+    if (settings->shouldShowOnboardingReminder())
+        openStudioAtStartPage();
+    else
+        ::launch(openIfOutOfReach(
+            adapters.clock, adapters.loginSession, [this] { return interface->isInReach(); },
+            [this] {
+                logLine(QStringLiteral("Tolmi: there is no sign of it in a panel, because ")
+                    + interface->statusItemAvailability().reason);
+                openStudioAtStartPage();
+            }));
+}
+
+void Composition::Parts::openStudioAtStartPage() {
+    openStudioByItself([this] { interface->openStudio(StudioDestination::CommandCenter); });
+}
+
+/// What takes long is done before the key is looked at, so that hardly a press can come between that and the
+/// window.
+void Composition::Parts::openStudioByItself(const std::function<void()> &open) {
+    interface->prepareStudio();
+    whenKeyIsUp(open);
+}
+
+void Composition::Parts::whenKeyIsUp(std::function<void()> work) {
+    ::launch(runWhenKeyIsUp(hotkey, adapters.clock, std::move(work)));
 }
 
 Composition::Composition(LaunchOptions launch)
@@ -126,7 +157,7 @@ Composition::~Composition() = default;
 bool Composition::start() {
     const bool isFirst = m_parts->adapters.instance.claim([parts = m_parts.get()] {
         if (parts->interface)
-            parts->interface->openStudio();
+            parts->openStudioByItself([parts] { parts->interface->openStudio(); });
     });
     if (isFirst)
         m_parts->start();

@@ -15,8 +15,6 @@ public:
         const char *programArgument;
         /// The umask that the user's own files follow; the program's own is stricter.
         unsigned usersMask;
-        /// Whether no window opens by itself.
-        bool startsInTray;
         /// Ends the program.
         std::function<void()> quit;
     };

@@ -1,6 +1,5 @@
 #include "Main/Interface.h"
 
-#include "Foundation/Log.h"
 #include "Main/Adapters.h"
 #include "Main/Workspaces.h"
 #include "Platform/Desktop/QtStatusItem.h"
@@ -9,13 +8,12 @@
 #include "TolmiApp/Popup/MenuBarPopupModel.h"
 #include "TolmiApp/Popup/MenuBarPopupWindow.h"
 #include "TolmiApp/Popup/StatusItemController.h"
+#include "TolmiApp/Popup/StatusItemImage.h"
 #include "TolmiApp/Settings/SettingsStore.h"
 #include "TolmiApp/Shell/ViewAppearance.h"
 #include "TolmiApp/Shell/ViewTexts.h"
 #include "TolmiApp/Studio/QuickStudioWindow.h"
 #include "TolmiApp/Updates/AppUpdater.h"
-
-#include <QApplication>
 
 namespace {
 /// The popup with all that is made for it at the first press of the status item.
@@ -52,7 +50,8 @@ struct Interface::Parts {
     TolmiStudioWindowModel studioModel { program.flow->settings(), router, studioContent() };
     QuickStudioWindow studio { studioModel, program.flow->settings(), program.adapters.look };
     std::unique_ptr<Popup> popup;
-    QtStatusItem statusItem { QApplication::windowIcon() };
+    QtStatusItem statusItem { statusItemImage(program.adapters.look.panelAppearance()),
+        program.adapters.statusTrays };
     StatusItemController status { statusItem, program.flow, statusActions() };
 };
 
@@ -61,6 +60,8 @@ Interface::Parts::Parts(Program given)
     QObject::connect(&program.updater, &AppUpdater::canCheckForUpdatesChanged, &status,
         [this] { tellWhetherUpdatesCanBeChecked(); });
     tellWhetherUpdatesCanBeChecked();
+    QObject::connect(&program.adapters.look, &DesktopLook::changed, &status,
+        [this] { statusItem.setIcon(statusItemImage(program.adapters.look.panelAppearance())); });
 }
 
 TolmiStudioWindowModel::Content Interface::Parts::studioContent() {
@@ -116,11 +117,16 @@ Interface::Interface(Program program)
 
 Interface::~Interface() = default;
 
-bool Interface::hasStatusItem() const {
-    const Availability tray = m_parts->statusItem.availability();
-    if (!tray.isAvailable())
-        logLine(QStringLiteral("Tolmi: there is no sign of it in a panel, because ") + tray.reason);
-    return tray.isAvailable();
+Availability Interface::statusItemAvailability() const {
+    return m_parts->statusItem.availability();
+}
+
+bool Interface::isInReach() const {
+    return statusItemAvailability().isAvailable() || m_parts->studio.view() != nullptr;
+}
+
+void Interface::prepareStudio() {
+    m_parts->studio.prepare();
 }
 
 void Interface::openStudio(StudioDestination destination) {

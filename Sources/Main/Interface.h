@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Availability.h"
 #include "TolmiApp/Navigation/StudioDestination.h"
 
 #include <functional>
@@ -27,9 +28,13 @@ public:
     explicit Interface(Program program);
     ~Interface();
 
-    /// Whether the desktop shows the status item; says so in the log where it does not.
-    bool hasStatusItem() const;
+    /// Whether the desktop shows the status item.
+    Availability statusItemAvailability() const;
+    /// Whether the user has the status item, or has had the Studio, to reach everything else from.
+    bool isInReach() const;
 
+    /// Loads the Studio, which takes its time, and leaves it closed.
+    void prepareStudio();
     /// Opens the Studio at a workspace, or brings it to the front.
     void openStudio(StudioDestination destination);
     /// The same, at the workspace that it shows or showed last.

@@ -14,8 +14,12 @@ struct UpdateSource;
 /// a feed.
 class Updates {
 public:
-    /// All three outlive this.
-    Updates(Adapters &adapters, const BundleInfo &bundle, const SettingsStore &settings);
+    /// Runs work when a window may open that nobody has asked for.
+    using OpenUnasked = std::function<void(std::function<void()>)>;
+
+    /// The first three outlive this.
+    Updates(
+        Adapters &adapters, const BundleInfo &bundle, const SettingsStore &settings, OpenUnasked openUnasked);
     ~Updates();
 
     AppUpdater &updater() { return m_updater; }
@@ -27,6 +31,7 @@ private:
     Adapters &m_adapters;
     const BundleInfo &m_bundle;
     const SettingsStore &m_settings;
+    const OpenUnasked m_openUnasked;
     SerialQueue m_files { QStringLiteral("Tolmi.Updates.files") };
     UpdatePrompt m_prompt;
     std::unique_ptr<UpdateDialogModel> m_dialog;

@@ -10,6 +10,7 @@
 #include "Platform/Linux/X11/X11PasteKeystroke.h"
 #include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
+#include "Platform/Linux/X11/X11StatusTray.h"
 
 namespace {
 void logWhyKeysDoNotWork(const QString &reason) {
@@ -36,5 +37,6 @@ WindowSystem WindowSystem::ofThisSession(const DesktopLook &look) {
         .keystroke = std::make_unique<X11PasteKeystroke>(injectedKeys, pasteProgress),
         .frontmost = std::make_unique<X11FrontmostApplication>(DesktopEntries::ofThisDesktop()),
         .pasteboard = std::make_unique<X11Pasteboard>(pasteProgress),
-        .floatingWindows = std::make_unique<X11FloatingWindows>() };
+        .floatingWindows = std::make_unique<X11FloatingWindows>(),
+        .statusTray = std::make_unique<X11StatusTray>() };
 }

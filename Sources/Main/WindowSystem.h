@@ -8,10 +8,11 @@
 #include "Platform/FrontmostApplication.h"
 #include "Platform/PasteKeystroke.h"
 #include "Platform/Pasteboard.h"
+#include "Platform/StatusTray.h"
 
 #include <memory>
 
-/// The adapters that speak to the window system: to its keyboard, its windows and its clipboard.
+/// The adapters that speak to the window system: to its keyboard, its windows, its clipboard and its tray.
 struct WindowSystem {
     /// Has the toolkit put the program's windows where these adapters reach them. Called before there is an
     /// application object.
@@ -27,4 +28,5 @@ struct WindowSystem {
     std::unique_ptr<FrontmostApplication> frontmost;
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<FloatingWindows> floatingWindows;
+    std::unique_ptr<StatusTray> statusTray;
 };

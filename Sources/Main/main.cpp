@@ -42,8 +42,7 @@ int main(int argc, char **argv) {
     QApplication::setWindowIcon(programIcon());
     Views::prepareApplication();
 
-    const bool startsInTray = QApplication::arguments().contains(QStringLiteral("--tray"));
-    auto *composition = new Composition({ programArgument, usersMask, startsInTray, &QApplication::quit });
+    auto *composition = new Composition({ programArgument, usersMask, &QApplication::quit });
     if (!composition->start()) {
         logLine(QStringLiteral("Tolmi: it runs already and has been asked to show itself."));
         return 0;

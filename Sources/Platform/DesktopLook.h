@@ -14,10 +14,13 @@ public:
     /// Absent if the desktop has no preference or has not answered yet.
     virtual std::optional<Appearance> appearance() const = 0;
 
+    /// The look of the desktop's panel, as far as it is known.
+    virtual Appearance panelAppearance() const = 0;
+
     /// Whether things should stand still where they can; false while the desktop has not told.
     virtual bool isMotionReduced() const = 0;
 
 Q_SIGNALS:
-    /// One of the two is different now.
+    /// One of these is different now.
     void changed();
 };

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+class QScreen;
 class QWindow;
 
 /// A rounded rectangle in a window's logical pixels. A square with a radius of half its side is a disc.
@@ -29,4 +30,8 @@ public:
     /// From now on calls `pressed` at each mouse press outside the window while it is visible, also on the
     /// desktop background. Scrolling does not count.
     virtual void watchPressesElsewhere(QWindow &window, std::function<void()> pressed) = 0;
+
+    /// The screen that the user works on: that of the window with the keyboard, else the desktop's first one;
+    /// null when there is none at all.
+    virtual QScreen *mainScreen() = 0;
 };

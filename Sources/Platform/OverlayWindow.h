@@ -12,7 +12,8 @@ class OverlayWindow {
 public:
     virtual ~OverlayWindow() = default;
 
-    /// The main screen without the bars that the desktop keeps there; absent when there is no screen.
+    /// The screen of the window that has the keyboard, without the bars that the desktop keeps there; absent
+    /// when there is no screen.
     virtual std::optional<QRect> visibleFrame() const = 0;
 
     /// Moves the window's top-left corner to `origin`.

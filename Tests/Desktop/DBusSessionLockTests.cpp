@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 /// A screen saver of one of the two kinds.
 class FakeScreenSaver : public QObject {
     Q_OBJECT
@@ -54,12 +56,15 @@ class FakeLoginSession : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Session")
     Q_PROPERTY(bool LockedHint MEMBER lockedHint)
+    Q_PROPERTY(qulonglong TimestampMonotonic MEMBER login)
 
 public:
     explicit FakeLoginSession(QObject *session)
         : QDBusAbstractAdaptor(session) { }
 
     bool lockedHint = false;
+    /// Microseconds on the steady clock; 0 while nobody has logged in.
+    qulonglong login = 0;
 };
 
 namespace {
@@ -163,6 +168,21 @@ TEST(DBusSessionLock, FollowsTheLoginManager) {
     EXPECT_TRUE(untilTrue([&] { return !lock.isLocked(); }));
 }
 
+TEST(DBusSessionLock, KnowsHowLongTheUserHasBeenLoggedIn) {
+    using std::chrono::steady_clock;
+    QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("login"));
+    QObject session;
+    auto *state = new FakeLoginSession(&session);
+    const auto login = steady_clock::now().time_since_epoch() - std::chrono::seconds(90);
+    state->login = qulonglong(std::chrono::duration_cast<std::chrono::microseconds>(login).count());
+    ASSERT_TRUE(bus.registerObject(QStringLiteral("/org/freedesktop/login1/session/auto"), &session));
+    ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.login1")));
+    const DBusSessionLock lock(noBus(), &standIn);
+    EXPECT_EQ(lock.age(), std::nullopt);
+    ASSERT_TRUE(untilTrue([&] { return lock.age().has_value(); }));
+    EXPECT_NEAR(*lock.age(), 90, 30);
+}
+
 TEST(DBusSessionLock, IsOpenWhereNobodyTells) {
     DBusSessionLock lock(QDBusConnection::sessionBus(), &noBus);
     DBusSessionLock busless(noBus(), &noBus);
@@ -172,6 +192,7 @@ TEST(DBusSessionLock, IsOpenWhereNobodyTells) {
     EXPECT_TRUE(untilTrue([&] { return isOver; }));
     EXPECT_FALSE(lock.isLocked());
     EXPECT_FALSE(busless.isLocked());
+    EXPECT_EQ(busless.age(), std::nullopt);
 }
 } // namespace
 

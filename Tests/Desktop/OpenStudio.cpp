@@ -47,7 +47,7 @@ QString OpenStudio::recordingPath() {
 void OpenStudio::open(const QJsonObject &settings) {
     ASSERT_TRUE(prepareHome({ .settings = settings }));
     ASSERT_TRUE(keepHistory(history(), recordingPath()));
-    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM), {})) << m_program.output().toStdString();
+    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM))) << m_program.output().toStdString();
     m_windows = std::make_unique<AccessibleProgram>(m_program.processId());
     const AccessibleElement window = control("frame", "Tolmi Studio");
     ASSERT_TRUE(untilTrue([&window] { return window.now().is(State::Active); }));

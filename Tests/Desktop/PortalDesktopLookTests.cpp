@@ -109,4 +109,19 @@ TEST(PortalDesktopLook, HasNoPreferenceWithoutABus) {
     EXPECT_FALSE(look.isMotionReduced());
 }
 
+TEST(PortalDesktopLook, KnowsPanelsThatAreDarkWhateverTheWindowsAre) {
+    struct Row {
+        const char *desktop;
+        std::optional<Appearance> windows;
+        Appearance panel;
+    };
+    const Row table[] { { "KDE", Appearance::Light, Appearance::Light },
+        { "KDE", Appearance::Dark, Appearance::Dark }, { "XFCE", std::nullopt, Appearance::Dark },
+        { "", Appearance::Light, Appearance::Light }, { "ubuntu:GNOME", Appearance::Light, Appearance::Dark },
+        { "X-Cinnamon", Appearance::Light, Appearance::Dark },
+        { "GNOMEish", Appearance::Light, Appearance::Light } };
+    for (const Row &row : table)
+        EXPECT_EQ(PortalDesktopLook::panelAppearance(row.desktop, row.windows), row.panel) << row.desktop;
+}
+
 #include "PortalDesktopLookTests.moc"

@@ -23,7 +23,7 @@ AccessibleElement find(const AccessibleProgram &program, const QString &role, co
 } // namespace
 
 void ProgramInUse::start() {
-    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM), {})) << m_program.output().toStdString();
+    ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM))) << m_program.output().toStdString();
     m_whole.emplace(m_program.processId());
     m_front = m_whole;
     const auto hasKeyboard = [this] {

@@ -1,6 +1,7 @@
 // The status item in a real tray.
 
 #include "Platform/Desktop/QtStatusItem.h"
+#include "Platform/Linux/X11/X11StatusTray.h"
 #include "Support/StatusItemContract.h"
 
 #include <QApplication>
@@ -42,7 +43,8 @@ private:
         return place && place->top() > 1000 && m_sinceMove.hasExpired(500);
     }
 
-    QtStatusItem m_item { whiteIcon() };
+    X11StatusTray m_tray;
+    QtStatusItem m_item { whiteIcon(), { &m_tray } };
     std::optional<QRect> m_place;
     QElapsedTimer m_sinceMove;
     int m_offset = 6;

@@ -4,6 +4,7 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -44,6 +45,12 @@ StatusNotifierHost::~StatusNotifierHost() {
     QDBusConnection::disconnectFromBus(m_bus.name());
 }
 
+void StatusNotifierHost::setHasHost(bool hasHost) {
+    m_hasHost = hasHost;
+    if (hasHost)
+        Q_EMIT StatusNotifierHostRegistered();
+}
+
 void StatusNotifierHost::RegisterStatusNotifierItem(const QString &service) {
     m_items.append(service.startsWith(u'/') ? message().service() : service);
     Q_EMIT StatusNotifierItemRegistered(m_items.last());
@@ -56,6 +63,26 @@ QVariant StatusNotifierHost::property(const char *name) const {
     const QDBusMessage answer = m_bus.call(call, QDBus::BlockWithGui);
     EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
     return answer.arguments().value(0).value<QDBusVariant>().variant();
+}
+
+QList<QImage> StatusNotifierHost::images() const {
+    QList<QImage> images;
+    const auto pixmaps = property("IconPixmap").value<QDBusArgument>();
+    pixmaps.beginArray();
+    while (!pixmaps.atEnd()) {
+        int width = 0;
+        int height = 0;
+        QByteArray bytes;
+        pixmaps.beginStructure();
+        pixmaps >> width >> height >> bytes;
+        pixmaps.endStructure();
+        QImage image(width, height, QImage::Format_ARGB32);
+        for (int pixel = 0; pixel < width * height; ++pixel)
+            image.setPixel(pixel % width, pixel / width, qFromBigEndian<QRgb>(bytes.constData() + 4 * pixel));
+        images.append(image);
+    }
+    pixmaps.endArray();
+    return images;
 }
 
 void StatusNotifierHost::activate(const QPoint &point) {

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QImage>
 #include <QObject>
 #include <QPoint>
 #include <QStringList>
@@ -19,13 +20,22 @@ public:
     StatusNotifierHost();
     ~StatusNotifierHost() override;
 
-    bool hasHost() const { return true; }
+    bool hasHost() const {
+        ++m_askCount;
+        return m_hasHost;
+    }
+    /// How often somebody has asked for the panel.
+    int askCount() const { return m_askCount; }
+    /// Has the watcher of items there without a panel that shows them, or the panel come.
+    void setHasHost(bool hasHost);
     int protocolVersion() const { return 0; }
     /// The names on the bus of those who registered an item.
     QStringList items() const { return m_items; }
 
     /// A property of the first item.
     QVariant property(const char *name) const;
+    /// The pictures of the first item.
+    QList<QImage> images() const;
     /// Presses the first item with the main button. The item learns where, as far as it cares.
     void activate(const QPoint &point);
     /// The lines of the first item's menu, as the bus tells them.
@@ -37,10 +47,13 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void StatusNotifierItemRegistered(const QString &service);
+    void StatusNotifierHostRegistered();
 
 private:
     // Of its own: a call to the connection that makes it would not go over the bus.
     QDBusConnection m_bus
         = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
     QStringList m_items;
+    bool m_hasHost = true;
+    mutable int m_askCount = 0;
 };

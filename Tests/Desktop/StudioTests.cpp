@@ -1,14 +1,18 @@
 // The Studio of the real program among the windows of a desktop.
 
+#include "Desktop/StatusNotifierHost.h"
 #include "Desktop/TestPrograms.h"
 #include "Support/UntilTrue.h"
 #include "dictate/Home.h"
 #include "dictate/RunningProgram.h"
 #include "dictate/VirtualUser.h"
+#include "dictate/Waiting.h"
 
 #include <QProcess>
 
 #include <gtest/gtest.h>
+
+#include <optional>
 
 namespace {
 
@@ -23,10 +27,15 @@ class Studio : public testing::Test {
 protected:
     void TearDown() override { EXPECT_TRUE(m_program.quit()); }
 
-    void start(const QStringList &arguments) {
+    void start() {
         ASSERT_TRUE(prepareHome(m_home));
-        ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM), arguments))
-            << m_program.output().toStdString();
+        ASSERT_TRUE(m_program.start(QStringLiteral(TOLMI_PROGRAM))) << m_program.output().toStdString();
+    }
+    /// Starts the program where it has an item in a panel, so that no window opens by itself.
+    void startUnderAPanel() {
+        m_panel.emplace();
+        start();
+        ASSERT_TRUE(untilTrue([this] { return !m_panel->items().isEmpty(); }));
     }
 
     static bool hasKeyboard() {
@@ -66,39 +75,59 @@ protected:
                 QStringLiteral("1x1+960+83"), QStringLiteral("txt:-") });
     }
 
+    /// Starts the program a second time, which tells the first.
+    static void startAgain() {
+        RunningProgram second;
+        EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM)));
+    }
+
     HomeOptions m_home;
     VirtualUser m_user;
+    std::optional<StatusNotifierHost> m_panel;
     RunningProgram m_program;
 };
+
+/// Longer than a window takes that opens by itself.
+constexpr double patience = 2;
 
 } // namespace
 
 TEST_F(Studio, StaysAwayInTheTray) {
-    start({ QStringLiteral("--tray") });
-    EXPECT_FALSE(isThere());
+    startUnderAPanel();
+    EXPECT_FALSE(waitUntil(isThere, patience));
 }
 
 TEST_F(Studio, OpensAtLaunchWhereThereIsNoTray) {
-    start({});
+    start();
     EXPECT_TRUE(untilTrue([] { return hasKeyboard(); }));
 }
 
 TEST_F(Studio, SecondStartBringsItBeforeTheProgramInUse) {
-    start({ QStringLiteral("--tray") });
+    startUnderAPanel();
     const TestEditor editor;
     ASSERT_FALSE(isThere());
-    RunningProgram second;
-    EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM), {}));
+    startAgain();
     EXPECT_TRUE(untilTrue([] { return hasKeyboard(); }));
 
     const TestEditor other;
     ASSERT_TRUE(untilTrue([] { return !hasKeyboard(); }));
-    EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM), {}));
+    startAgain();
     EXPECT_TRUE(untilTrue([] { return hasKeyboard(); })) << "an open window comes to the front again";
 }
 
+TEST_F(Studio, OpensByItselfOnlyOnceTheDictationKeyIsUp) {
+    startUnderAPanel();
+    m_user.press(VirtualUser::rightAlt);
+    ASSERT_TRUE(untilTrue([this] { return m_program.state() == u"recording"; }));
+    startAgain();
+    EXPECT_FALSE(waitUntil(isThere, patience));
+    m_user.release(VirtualUser::rightAlt);
+    EXPECT_TRUE(untilTrue([this] { return m_program.firstStage("state", "transcribing").has_value(); }));
+    EXPECT_TRUE(untilTrue([] { return hasKeyboard(); }));
+}
+
 TEST_F(Studio, ArrowsGoFromWorkspaceToWorkspace) {
-    start({});
+    start();
     ASSERT_TRUE(untilTrue([] { return hasKeyboard(); }));
     EXPECT_EQ(width(), 1100);
     EXPECT_TRUE(untilTrue([this] {
@@ -108,7 +137,7 @@ TEST_F(Studio, ArrowsGoFromWorkspaceToWorkspace) {
 }
 
 TEST_F(Studio, ShortcutsReachTheWorkspacesAndTheEnd) {
-    start({});
+    start();
     EXPECT_TRUE(goesToTheHistory());
     m_user.typeWithControl("q");
     EXPECT_TRUE(untilTrue([this] { return !m_program.isRunning(); }));
@@ -138,7 +167,7 @@ TEST_F(Studio, ComesBackMaximised) {
 }
 
 TEST_F(Studio, FloatingSignIsSeenBesideIt) {
-    start({});
+    start();
     ASSERT_TRUE(goesToTheHistory());
     const QString desktop = middleOfTheSign();
     ASSERT_FALSE(desktop.isEmpty());

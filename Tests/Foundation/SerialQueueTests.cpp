@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <future>
 #include <stdexcept>
@@ -9,6 +10,8 @@
 #include <vector>
 
 #include <pthread.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 TEST(SerialQueue, RunsWorkInOrder) {
@@ -75,6 +78,19 @@ TEST(SerialQueue, HasOneNamedThread) {
     EXPECT_EQ(threads[0], threads[1]);
     EXPECT_NE(threads[0], std::this_thread::get_id());
     EXPECT_STREQ(name.data(), "Tolmi.SerialQue");
+}
+
+TEST(SerialQueue, UtilityLeavesTheProcessorToOthers) {
+    const auto niceness = [](SerialQueue &queue) {
+        int result = 0;
+        queue.sync([&result] { result = ::getpriority(PRIO_PROCESS, id_t(::gettid())); });
+        return result;
+    };
+    const int own = ::getpriority(PRIO_PROCESS, id_t(::gettid()));
+    SerialQueue usual(QStringLiteral("test"));
+    SerialQueue utility(QStringLiteral("test"), SerialQueue::QualityOfService::Utility);
+    EXPECT_EQ(niceness(utility), std::min(own + 10, 19));
+    EXPECT_EQ(niceness(usual), own);
 }
 
 TEST(SerialQueue, UnusedOneEnds) {

@@ -14,6 +14,8 @@ public:
     }
 
     void write(const AudioBuffer &buffer) override {
+        if (m_store.onWrite)
+            m_store.onWrite();
         const std::lock_guard lock(m_store.m_mutex);
         if (m_store.failingWrites.count(m_store.writeCount++) > 0)
             throw SystemError::fromErrno(ENOSPC, m_file->url.path());

@@ -4,6 +4,7 @@
 #include "Platform/AudioFileStore.h"
 
 #include <deque>
+#include <functional>
 #include <mutex>
 #include <set>
 
@@ -27,6 +28,8 @@ public:
     /// The writes that fail, counted over all files from 0.
     std::set<int> failingWrites;
     int writeCount = 0;
+    /// Runs before each write, on its thread.
+    std::function<void()> onWrite;
 
     std::unique_ptr<AudioFileWriter> create(const FileURL &url, const AudioFormat &format) override;
 

@@ -6,6 +6,7 @@
 class FakeDesktopLook final : public DesktopLook {
 public:
     std::optional<Appearance> appearance() const override { return m_appearance; }
+    Appearance panelAppearance() const override { return m_appearance.value_or(Appearance::Dark); }
     bool isMotionReduced() const override { return m_isMotionReduced; }
 
     void setAppearance(std::optional<Appearance> appearance) {

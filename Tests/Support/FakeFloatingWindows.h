@@ -2,6 +2,7 @@
 
 #include "Platform/FloatingWindows.h"
 
+#include <QGuiApplication>
 #include <QList>
 
 #include <functional>
@@ -24,4 +25,5 @@ public:
     void watchPressesElsewhere(QWindow &, std::function<void()> pressed) override {
         pressElsewhere = std::move(pressed);
     }
+    QScreen *mainScreen() override { return QGuiApplication::primaryScreen(); }
 };

@@ -4,6 +4,9 @@
 
 #include <QMetaEnum>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <algorithm>
 
 namespace {
@@ -112,6 +115,7 @@ std::vector<FakeRetentionSweeper::Call> FakeRetentionSweeper::waitForCalls(size_
 
 AudioRetentionSweepResult FakeRetentionSweeper::sweep(
     const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) {
+    m_niceness = ::getpriority(PRIO_PROCESS, id_t(::gettid()));
     std::lock_guard lock(m_mutex);
     m_calls.push_back({ directoryURL, retentionHours, maxSizeMB });
     m_called.notify_all();

@@ -6,6 +6,7 @@
 
 #include <QStringList>
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <vector>
@@ -30,12 +31,14 @@ public:
         : m_journal(journal) { }
 
     bool isTrusted = true;
+    bool isKeyHeld = false;
 
     bool checkAccessibility() override;
     void promptForAccessibility() override { m_journal.add(QStringLiteral("hotkey.prompt")); }
     void openAccessibilitySettings() override { m_journal.add(QStringLiteral("hotkey.openSettings")); }
     void start() override { m_journal.add(QStringLiteral("hotkey.start")); }
     void stop() override { m_journal.add(QStringLiteral("hotkey.stop")); }
+    bool isHeld() const override { return isKeyHeld; }
 
 private:
     FlowJournal &m_journal;
@@ -196,6 +199,8 @@ public:
     void failNext(const QString &description);
     /// Blocks until `count` sweeps have been asked for, and gives them.
     std::vector<Call> waitForCalls(size_t count);
+    /// Of the thread that the latest sweep ran on.
+    int niceness() const { return m_niceness; }
 
     AudioRetentionSweepResult sweep(
         const FileURL &directoryURL, qint64 retentionHours, qint64 maxSizeMB) override;
@@ -205,6 +210,7 @@ private:
     std::condition_variable m_called;
     std::vector<Call> m_calls;
     std::deque<QString> m_failures;
+    std::atomic<int> m_niceness = 0;
 };
 
 /// The recordings that were removed, on a thread of its own; any thread may call this.

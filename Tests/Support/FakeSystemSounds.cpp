@@ -15,6 +15,7 @@ public:
     void setVolume(float volume) override { m_sound->volume = volume; }
     void play() override {
         m_sound->isPlaying = true;
+        m_sound->volumeAtPlay = m_sound->volume;
         m_calls.append(m_sound->name + QStringLiteral(" play"));
     }
     bool isPlaying() const override { return m_sound->isPlaying; }

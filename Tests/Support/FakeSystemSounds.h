@@ -17,6 +17,8 @@ public:
         bool loops = false;
         std::optional<float> volume;
         bool isPlaying = false;
+        /// Of the first moment that could be heard.
+        std::optional<float> volumeAtPlay {};
         bool isDestroyed = false;
     };
 

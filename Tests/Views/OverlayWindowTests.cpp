@@ -8,13 +8,32 @@
 #include <QQuickItem>
 #include <QQuickView>
 
+#include <cmath>
+
 using Kind = DictationState::Kind;
 
 namespace {
 
+/// How a state is told, with the colours by their names.
+struct Icon {
+    Kind kind;
+    const char *symbol;
+    double pointSize;
+    const char *accent;
+    const char *glow;
+    double glowOpacity;
+};
+
 class OverlayWindowTest : public ViewsFixture {
 protected:
     QQuickView &view() { return window->view(); }
+    const QQuickItem &child(const char *name) {
+        return *view().rootObject()->findChild<QQuickItem *>(QLatin1String(name));
+    }
+    /// A colour of the palette by its name.
+    QColor color(const char *name) {
+        return view().rootObject()->property("colors").value<QObject *>()->property(name).value<QColor>();
+    }
     bool isTimelineRunning() { return view().rootObject()->property("isTimelineRunning").toBool(); }
 
     FakeFloatingWindows floatingWindows;
@@ -61,6 +80,71 @@ TEST_F(OverlayWindowTest, TimelineRunsOnlyWhileRecording) {
     }
     controller.show(DictationState::error(QStringLiteral("No.")), AppLanguage::English);
     EXPECT_FALSE(isTimelineRunning());
+}
+
+TEST_F(OverlayWindowTest, EachStateHasItsSymbolSizeColourAndGlow) {
+    const Icon table[] {
+        { Kind::Idle, "mic.fill", 15, "white", "white", 0.3 },
+        { Kind::Recording, "mic.fill", 22, "white", "white", 0.32 },
+        { Kind::OptimizingQuality, "dial.high.fill", 16, "cloud", "white", 0.8 },
+        { Kind::Refining, "sparkles", 16, "cloud", "white", 0.8 },
+        { Kind::Pasting, "doc.on.clipboard.fill", 15, "cloud", "cloud", 0.7 },
+        { Kind::Done, "checkmark.circle.fill", 17, "frost", "frost", 0.8 },
+        { Kind::Error, "exclamationmark.triangle.fill", 16, "smoke", "smoke", 0.8 },
+    };
+    const auto named = [this](const char *name) {
+        return name == QLatin1String("white") ? QColor(Qt::white) : color(name);
+    };
+    for (const Icon &row : table) {
+        SCOPED_TRACE(row.symbol);
+        controller.show(row.kind == Kind::Error ? DictationState::error(QStringLiteral("No.")) : row.kind,
+            AppLanguage::English);
+        const QQuickItem &icon = child("icon");
+        const auto value = [&icon](const char *property) { return icon.property(property); };
+        EXPECT_TRUE(icon.isVisible());
+        EXPECT_FALSE(child("spinner").isVisible());
+        EXPECT_EQ(value("symbol").toString(), QLatin1String(row.symbol));
+        EXPECT_EQ(value("pointSize").toDouble(), row.pointSize);
+        EXPECT_EQ(
+            value("color").value<QColor>(), QColor::fromRgbF(1, 1, 1, row.kind == Kind::Idle ? 0.9F : 1.0F));
+        EXPECT_EQ(value("accent").value<QColor>(), named(row.accent));
+        EXPECT_NEAR(value("accentOpacity").toDouble(), row.kind == Kind::Recording ? 0.36 : 0.15, 1e-6);
+        EXPECT_EQ(value("glow").value<QColor>(), named(row.glow));
+        EXPECT_NEAR(value("glowOpacity").toDouble(), row.glowOpacity, 1e-6);
+        EXPECT_EQ(value("glowRadius").toDouble(), row.kind == Kind::Recording ? 5 : 4);
+    }
+}
+
+TEST_F(OverlayWindowTest, TheVoiceLightsTheMicrophoneUp) {
+    controller.show(Kind::Recording, AppLanguage::English);
+    controller.updateAudioLevel(1);
+    const auto value = [this](const char *property) { return child("icon").property(property).toDouble(); };
+    EXPECT_TRUE(untilTrue([&] { return std::abs(value("glowOpacity") - 0.52) < 0.001; }));
+    EXPECT_NEAR(value("accentOpacity"), 0.56, 0.001);
+    EXPECT_TRUE(untilTrue([&] { return std::abs(value("symbolScale") - 1.06) < 0.001; }));
+}
+
+TEST_F(OverlayWindowTest, TranscribingTurnsASpinnerWithItsShadows) {
+    controller.show(Kind::Transcribing, AppLanguage::English);
+    EXPECT_FALSE(child("icon").isVisible());
+    const QQuickItem &spinner = child("spinner");
+    EXPECT_TRUE(spinner.isVisible());
+    EXPECT_EQ(spinner.property("color").value<QColor>(), color("frost"));
+    QStringList shadows;
+    for (const QQuickItem *each : spinner.parentItem()->childItems()) {
+        const double blur = each->property("blur").toDouble();
+        if (blur > 0 && each->isVisible()) {
+            shadows.append(QStringLiteral("%1 %2 radius %3 down %4")
+                               .arg(each->property("color").value<QColor>().name())
+                               .arg(each->opacity())
+                               .arg(blur)
+                               .arg(each->y() + each->height() / 2 - spinner.y() - spinner.height() / 2));
+        }
+    }
+    EXPECT_EQ(shadows.join(u'\n').toStdString(),
+        QStringLiteral("#000000 0.28 radius 4 down 2\n%1 0.15 radius 8 down 3\n#000000 0.33 radius 2 down 0")
+            .arg(color("cloud").name())
+            .toStdString());
 }
 
 TEST_F(OverlayWindowTest, HiddenOneDrawsNothing) {

@@ -10,6 +10,9 @@
 #include <QQuickItem>
 #include <QQuickView>
 
+#include <optional>
+#include <vector>
+
 namespace {
 
 class UpdateWindowTest : public ViewsFixture {
@@ -26,7 +29,15 @@ protected:
     UpdatePrompt prompt;
     int preparedCount = 0;
     UpdateDialogModel model { prompt, settings.store, QStringLiteral("1.0"), [](const FileURL &) {} };
-    UpdateWindow window { model, [this](QQmlEngine &) { ++preparedCount; } };
+    /// What waits for the moment at which a window may open by itself; absent, that is any moment.
+    std::optional<std::vector<std::function<void()>>> waiting;
+    UpdateWindow window { model, [this](QQmlEngine &) { ++preparedCount; },
+        [this](const std::function<void()> &open) {
+            if (waiting)
+                waiting->push_back(open);
+            else
+                open();
+        } };
 };
 
 } // namespace
@@ -48,6 +59,27 @@ TEST_F(UpdateWindowTest, ExistsOnlyWhileThereIsSomethingToShow) {
     find();
     ASSERT_NE(window.view(), nullptr);
     EXPECT_TRUE(window.view()->isVisible());
+}
+
+TEST_F(UpdateWindowTest, OpensByItselfWhenItMay) {
+    waiting.emplace();
+    find();
+    EXPECT_EQ(window.view(), nullptr);
+    ASSERT_EQ(waiting->size(), 1U);
+    waiting->front()();
+    ASSERT_NE(window.view(), nullptr);
+    EXPECT_TRUE(window.view()->isVisible());
+}
+
+TEST_F(UpdateWindowTest, OpensAtOnceForThoseWhoAsk) {
+    waiting.emplace();
+    find();
+    prompt.dismiss();
+    prompt.showChecking();
+    EXPECT_NE(window.view(), nullptr);
+    prompt.dismiss();
+    waiting->front()();
+    EXPECT_EQ(window.view(), nullptr) << "nothing is there to show any more";
 }
 
 TEST_F(UpdateWindowTest, IsAsLargeAsWhatItShows) {

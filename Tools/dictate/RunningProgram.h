@@ -26,9 +26,9 @@ public:
     /// What the program finds in its environment from the next start on.
     void setVariable(const QString &name, const QString &value);
 
-    /// Starts `path`, without a window unless the arguments are others, and waits until its hotkey listens;
-    /// false with an explanation in output() when it does not.
-    bool start(const QString &path, const QStringList &arguments = { QStringLiteral("--tray") });
+    /// Starts `path` and waits until its hotkey listens; false with an explanation in output() when it does
+    /// not. A window opens by itself where the desktop has no tray, or the home is that of a new user.
+    bool start(const QString &path);
 
     /// Current time in seconds by the clock of the stages.
     double clock() const { return double(m_clock.nsecsElapsed()) / 1e9; }

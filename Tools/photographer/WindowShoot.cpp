@@ -80,7 +80,7 @@ QStringList WindowShoot::run(const QString &only) {
 }
 
 bool WindowShoot::openWizard(VirtualUser &user, RunningProgram &program, const QSize &size) {
-    if (!program.start(m_options.program, {}) || !waitUntil(isStudioInFront, patience))
+    if (!program.start(m_options.program) || !waitUntil(isStudioInFront, patience))
         return false;
     user.pointAt(Place::nowhere);
     moveStudio(size);
@@ -135,7 +135,7 @@ QStringList WindowShoot::shootDailyLife() {
     QStringList missing = shootPopup(user);
     // A second start opens the Studio of the first.
     RunningProgram second;
-    second.start(m_options.program, {});
+    second.start(m_options.program);
     if (!waitUntil(isStudioInFront, patience))
         return missing + QStringList { QStringLiteral("the Studio did not open: ") + program.output() };
     user.pointAt(Place::nowhere);

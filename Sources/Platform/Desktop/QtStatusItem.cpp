@@ -1,24 +1,49 @@
 #include "Platform/Desktop/QtStatusItem.h"
 
-QtStatusItem::QtStatusItem(const QIcon &icon)
-    : m_icon(icon) {
-    m_icon.setContextMenu(&m_menu);
+#include "Platform/StatusTray.h"
+
+#include <algorithm>
+
+QtStatusItem::QtStatusItem(const QIcon &icon, const std::vector<StatusTray *> &trays)
+    : m_trays(trays)
+    , m_icon(icon) {
+    for (StatusTray *tray : trays)
+        QObject::connect(tray, &StatusTray::appeared, &m_context, [this] { appear(); });
+    availability();
+}
+
+void QtStatusItem::appear() {
+    if (m_item)
+        return;
+    m_item.emplace(m_icon);
+    m_item->setToolTip(m_toolTip);
+    m_item->setContextMenu(&m_menu);
     QObject::connect(
-        &m_icon, &QSystemTrayIcon::activated, &m_icon, [this](QSystemTrayIcon::ActivationReason reason) {
+        &*m_item, &QSystemTrayIcon::activated, &m_context, [this](QSystemTrayIcon::ActivationReason reason) {
             if (reason == QSystemTrayIcon::Trigger && m_activated)
                 m_activated();
         });
-    m_icon.show();
+    m_item->show();
 }
 
 Availability QtStatusItem::availability() {
-    if (QSystemTrayIcon::isSystemTrayAvailable())
-        return Availability::available();
-    return Availability::unavailable(QStringLiteral("this desktop has no system tray"));
+    if (!std::ranges::any_of(m_trays, &StatusTray::isThere))
+        return Availability::unavailable(QStringLiteral("this desktop has no system tray"));
+    // A tray may tell whoever asks before it tells of itself.
+    appear();
+    return Availability::available();
+}
+
+void QtStatusItem::setIcon(const QIcon &icon) {
+    m_icon = icon;
+    if (m_item)
+        m_item->setIcon(icon);
 }
 
 void QtStatusItem::setToolTip(const QString &text) {
-    m_icon.setToolTip(text);
+    m_toolTip = text;
+    if (m_item)
+        m_item->setToolTip(text);
 }
 
 void QtStatusItem::setMenu(const std::vector<StatusMenuEntry> &entries) {
@@ -35,10 +60,11 @@ void QtStatusItem::setActivationObserver(std::function<void()> observer) {
 }
 
 std::optional<QRect> QtStatusItem::geometry() {
-    const QRect geometry = m_icon.geometry();
+    const QRect geometry = m_item ? m_item->geometry() : QRect();
     return geometry.isEmpty() ? std::nullopt : std::optional(geometry);
 }
 
 void QtStatusItem::showMessage(const QString &title, const QString &text) {
-    m_icon.showMessage(title, text);
+    if (m_item)
+        m_item->showMessage(title, text);
 }

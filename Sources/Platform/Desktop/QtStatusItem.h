@@ -2,13 +2,21 @@
 
 #include "Platform/StatusItem.h"
 
+#include <QIcon>
 #include <QMenu>
 #include <QSystemTrayIcon>
 
-/// A status item in the system tray.
+#include <optional>
+
+class StatusTray;
+
+/// A status item in the system tray, as soon as there is one.
 class QtStatusItem final : public StatusItem {
 public:
-    explicit QtStatusItem(const QIcon &icon);
+    /// The trays outlive the item.
+    QtStatusItem(const QIcon &icon, const std::vector<StatusTray *> &trays);
+
+    void setIcon(const QIcon &icon);
 
     Availability availability() override;
     void setToolTip(const QString &text) override;
@@ -18,8 +26,16 @@ public:
     void showMessage(const QString &title, const QString &text) override;
 
 private:
+    void appear();
+
+    const std::vector<StatusTray *> m_trays;
+    QIcon m_icon;
+    QString m_toolTip;
     std::function<void()> m_activated;
-    // The menu outlives the tray icon that shows it.
+    // The menu outlives the item in the tray that shows it.
     QMenu m_menu;
-    QSystemTrayIcon m_icon;
+    /// Absent until there is a tray: the toolkit asks once in its life whether there is one on the bus, and
+    /// waits for the answer.
+    std::optional<QSystemTrayIcon> m_item;
+    QObject m_context;
 };

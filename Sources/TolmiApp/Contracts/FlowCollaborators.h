@@ -36,6 +36,8 @@ public:
     virtual void start() = 0;
     /// Stops watching. No key-up is reported for a key that is held.
     virtual void stop() = 0;
+    /// Whether a key-down has been reported without its key-up.
+    virtual bool isHeld() const = 0;
 };
 
 /// Capture that is always running, so that a recording includes the sound before the key press.

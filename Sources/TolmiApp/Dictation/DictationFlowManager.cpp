@@ -41,7 +41,8 @@ DictationFlowManager::DictationFlowManager(DictationFlowCollaborators collaborat
     , m_platform(platform)
     , m_settings(std::move(settings))
     , m_audioCacheStore(platform.fileManager)
-    , m_maintenanceQueue(QStringLiteral("Tolmi.DictationFlowManager.maintenance")) {
+    , m_maintenanceQueue(
+          QStringLiteral("Tolmi.DictationFlowManager.maintenance"), SerialQueue::QualityOfService::Utility) {
     publishAccessibilityGranted(m_collaborators.hotkeyManager->checkAccessibility());
     observeSettings();
     observeActivation();

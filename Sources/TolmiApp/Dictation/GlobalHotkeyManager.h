@@ -37,6 +37,7 @@ public:
     /// Without the right, asks for it and does nothing else.
     void start() override;
     void stop() override;
+    bool isHeld() const override { return m_isHotkeyHeld; }
 
 private:
     using Callback = std::function<void()> HotkeyManager::*;

@@ -18,6 +18,7 @@ Item {
     property real presence: isRecording ? 1 : 0
     readonly property real limitedPresence: Math.min(1, Math.max(0, presence))
     readonly property bool isTimelineRunning: timeline.running
+    readonly property bool isOnScreen: Window.visibility !== Window.Hidden
 
     // The sign floats over any window on a shade of its own, so its colours are those of the dark scheme always.
     readonly property PaletteColors colors: PaletteColors { scheme: PaletteColors.Dark }
@@ -114,7 +115,7 @@ Item {
     Timeline {
         id: timeline
 
-        running: view.isRecording && view.Window.visibility !== Window.Hidden
+        running: view.isRecording && view.isOnScreen
     }
 
     // White vanishes over a light window, so a soft shade lies under it; over a dark one it is not seen.
@@ -176,11 +177,19 @@ Item {
 
         readonly property real swing: (view.isRecording ? 1 + view.shownLevel * 0.06 : 1) * (1 - 0.12 * Math.abs(view.presence - (view.isRecording ? 1 : 0)))
 
+        /// Those of every icon, and under the spinner the one of a control of the system.
+        readonly property var spinnerShadows: [
+            { color: "black", opacity: 0.28, radius: 4, offset: 2 },
+            { color: view.accentColor, opacity: 0.15, radius: 8, offset: 3 },
+            { color: "black", opacity: 0.33, radius: 2, offset: 0 }
+        ]
+
         anchors.centerIn: parent
         width: 100
         height: 100
 
         OverlayIcon {
+            objectName: "icon"
             anchors.centerIn: parent
             visible: symbol !== ""
             symbolScale: center.swing
@@ -194,27 +203,33 @@ Item {
             glowOpacity: view.glowOpacityOf(view.kind)
             glowRadius: view.isRecording ? 5 : 4
         }
-        SoftDisc {
-            anchors.centerIn: parent
-            anchors.verticalCenterOffset: 2
-            width: 60
-            height: 60
-            visible: spinner.visible
-            diameter: 18
-            sigma: 4
-            color: "black"
-            middleAlpha: 1
-            edgeAlpha: 1
-            opacity: 0.28
+        Repeater {
+            model: spinner.visible ? center.spinnerShadows : []
+
+            Spokes {
+                required property var modelData
+
+                anchors.centerIn: parent
+                anchors.verticalCenterOffset: modelData.offset
+                width: 80
+                height: 80
+                smooth: false
+                side: spinner.width
+                phase: spinner.phase
+                blur: modelData.radius
+                color: modelData.color
+                opacity: modelData.opacity
+            }
         }
         Spinner {
             id: spinner
 
+            objectName: "spinner"
             scale: center.swing
             anchors.centerIn: parent
             width: 18
             height: 18
-            visible: view.kind === DictationState.Transcribing && view.Window.visibility !== Window.Hidden
+            visible: view.kind === DictationState.Transcribing && view.isOnScreen
             color: view.colors.frost
         }
     }
@@ -224,7 +239,7 @@ Item {
     }
     OverlayToolTip {
         text: view.viewModel.helpMessage
-        isShown: hover.hovered
+        isShown: view.isOnScreen && hover.hovered
         anchorItem: view
     }
 }

@@ -33,8 +33,8 @@ public:
     /// Side of the square panel.
     static constexpr int panelSize = 150;
 
-    /// Shows the panel, placed anew in the middle of the top edge of the main screen. A panel that was fading
-    /// comes back, and goes when the old fade is over.
+    /// Shows the panel, placed anew in the middle of the top edge of the screen that has the keyboard. A
+    /// panel that was fading comes back, and goes when the old fade is over.
     void show(const DictationState &state, AppLanguage language) override;
     /// Fades the panel out; the model keeps its state.
     void hide() override;

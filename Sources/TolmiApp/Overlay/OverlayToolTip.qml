@@ -27,8 +27,9 @@ Window {
         }
     }
     onIsShownChanged: {
+        // Not "visible = false", which waits for the window of the panel when that has gone before.
         if (!isShown)
-            visible = false;
+            hide();
     }
 
     Plate {

@@ -4,7 +4,6 @@
 #include "TolmiApp/Shell/Views.h"
 
 #include <QEasingCurve>
-#include <QGuiApplication>
 #include <QPointF>
 #include <QQmlEngine>
 #include <QQuickView>
@@ -59,7 +58,7 @@ QuickOverlayWindow::QuickOverlayWindow(OverlayViewModel &viewModel, FloatingWind
 QuickOverlayWindow::~QuickOverlayWindow() = default;
 
 std::optional<QRect> QuickOverlayWindow::visibleFrame() const {
-    const QScreen *screen = QGuiApplication::primaryScreen();
+    const QScreen *screen = m_floatingWindows.mainScreen();
     return screen == nullptr ? std::nullopt : std::optional(screen->availableGeometry());
 }
 

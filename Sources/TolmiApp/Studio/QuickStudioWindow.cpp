@@ -28,9 +28,13 @@ QuickStudioWindow::~QuickStudioWindow() {
         m_view->disconnect(this);
 }
 
-void QuickStudioWindow::show() {
+void QuickStudioWindow::prepare() {
     if (!m_view)
         load();
+}
+
+void QuickStudioWindow::show() {
+    prepare();
     if (m_view->isVisible())
         return;
     loadWorkspaceAfterFrame();

@@ -9,8 +9,8 @@ class QQuickView;
 class SettingsStore;
 class TolmiStudioWindowModel;
 
-/// The Studio as a window of the desktop. Nothing of it is loaded before it is shown first; from then on it
-/// stays loaded, but for the workspace, which goes while the window is closed.
+/// The Studio as a window of the desktop. Nothing of it is loaded before it is shown first or made ready for
+/// that; from then on it stays loaded, but for the workspace, which goes while the window is closed.
 class QuickStudioWindow final : public QObject {
     Q_OBJECT
 
@@ -19,10 +19,13 @@ public:
     QuickStudioWindow(TolmiStudioWindowModel &model, const SettingsStore &settings, const DesktopLook &look);
     ~QuickStudioWindow() override;
 
+    /// Loads what the first show() needs.
+    void prepare();
+
     /// Shows the window, which stays where and how it is when it is shown already.
     void show();
 
-    /// The window itself; null before it was shown.
+    /// The window itself; null before it was shown or made ready.
     QQuickView *view() { return m_view.get(); }
 
 private:

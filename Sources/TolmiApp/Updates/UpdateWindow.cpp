@@ -7,9 +7,10 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 
-UpdateWindow::UpdateWindow(UpdateDialogModel &model, PrepareEngine prepareEngine)
+UpdateWindow::UpdateWindow(UpdateDialogModel &model, PrepareEngine prepareEngine, OpenUnasked openUnasked)
     : m_model(model)
-    , m_prepareEngine(std::move(prepareEngine)) {
+    , m_prepareEngine(std::move(prepareEngine))
+    , m_openUnasked(std::move(openUnasked)) {
     connect(&model, &UpdateDialogModel::phaseChanged, this, &UpdateWindow::follow);
     connect(&model, &UpdateDialogModel::contentChanged, this, &UpdateWindow::rename);
 }
@@ -18,14 +19,34 @@ UpdateWindow::~UpdateWindow() {
     delete m_closedView;
 }
 
+bool UpdateWindow::isWanted() const {
+    return m_model.phase() != UpdatePrompt::Phase::Hidden;
+}
+
+/// What the user asks for begins with a check.
+bool UpdateWindow::isAskedFor() const {
+    return m_model.phase() != UpdatePrompt::Phase::Found;
+}
+
 void UpdateWindow::follow() {
-    const bool isWanted = m_model.phase() != UpdatePrompt::Phase::Hidden;
-    if (isWanted && !m_view)
+    if (m_view) {
+        if (!isWanted())
+            close();
+        else if (m_model.phase() == UpdatePrompt::Phase::Checking)
+            bringToFront();
+    } else if (isAskedFor()) {
+        openIfWanted();
+    } else {
+        m_openUnasked([window = QPointer(this)] {
+            if (window)
+                window->openIfWanted();
+        });
+    }
+}
+
+void UpdateWindow::openIfWanted() {
+    if (isWanted() && !m_view)
         open();
-    else if (!isWanted && m_view)
-        close();
-    else if (m_model.phase() == UpdatePrompt::Phase::Checking)
-        bringToFront();
 }
 
 void UpdateWindow::open() {
@@ -42,10 +63,9 @@ void UpdateWindow::open() {
     fit();
     // What the updater found by itself must not take the keys that the user types elsewhere; X11 windows look
     // at this property.
-    const bool isAskedFor = m_model.phase() != UpdatePrompt::Phase::Found;
-    m_view->setProperty("_q_showWithoutActivating", !isAskedFor);
+    m_view->setProperty("_q_showWithoutActivating", !isAskedFor());
     m_view->show();
-    if (isAskedFor)
+    if (isAskedFor())
         m_view->requestActivate();
 }
 

@@ -262,6 +262,18 @@ TEST_F(LiveAudioCaptureTest, TheBufferOfTheEngineIsNotKept) {
     EXPECT_EQ(written(), expected);
 }
 
+TEST_F(LiveAudioCaptureTest, TheAudioThreadNeverWaitsForTheFile) {
+    std::promise<void> diskAnswers;
+    audioFiles.onWrite = [answer = diskAnswers.get_future().share()] { answer.wait(); };
+    makeCapture();
+    capture->startRecording(url);
+    std::future<void> audioThread = std::async(std::launch::async, [this] { feedCounting(20); });
+    EXPECT_EQ(audioThread.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    diskAnswers.set_value();
+    audioThread.wait();
+    expectCounting(written(), 0, 20 * 1024);
+}
+
 TEST_F(LiveAudioCaptureTest, ThePreRollRollsOnDuringARecordingAndSurvivesIt) {
     makeCapture();
     capture->startRecording(url);

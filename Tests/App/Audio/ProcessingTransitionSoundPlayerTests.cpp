@@ -35,6 +35,13 @@ TEST_F(ProcessingTransitionSoundPlayerTest, LoopsTheSelectionAtTheVolume) {
     EXPECT_EQ(latest().volume, 0.5f);
 }
 
+TEST_F(ProcessingTransitionSoundPlayerTest, IsAsLoudAsAskedForFromItsFirstMoment) {
+    sync(Kind::Transcribing);
+    EXPECT_EQ(latest().volumeAtPlay, 0.5f);
+    sync(Kind::Refining, Sound::Ping, 0.25);
+    EXPECT_EQ(latest().volumeAtPlay, 0.25f);
+}
+
 TEST_F(ProcessingTransitionSoundPlayerTest, PlaysInTheProcessingStatesOnly) {
     for (const Kind kind : { Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining }) {
         sync(kind);

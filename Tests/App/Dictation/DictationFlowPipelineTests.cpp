@@ -5,6 +5,9 @@
 
 #include <QLoggingCategory>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 class DictationFlowPipeline : public DictationFlowFixture {
 protected:
     DictationFlowPipeline() { createSetUp(); }
@@ -410,6 +413,12 @@ TEST_F(DictationFlowClosing, SweepsAfterTheTwoSeconds) {
     clock.advance(2);
     const FakeRetentionSweeper::Call sweep { audioCacheURL(), 24, 2048 };
     EXPECT_EQ(sweepsAtEnd(), std::vector<FakeRetentionSweeper::Call>(2, sweep));
+}
+
+TEST_F(DictationFlowClosing, SweepsLeaveTheProcessorToOthers) {
+    const int own = ::getpriority(PRIO_PROCESS, id_t(::gettid()));
+    ASSERT_EQ(sweepsAtEnd().size(), 1U);
+    EXPECT_EQ(fakes.sweeps->niceness(), std::min(own + 10, 19));
 }
 
 TEST_F(DictationFlowClosing, DoesNotSweepBefore) {

@@ -234,6 +234,18 @@ TEST_F(GlobalHotkeyManagerTests, AKeyHeldDuringStopGetsNoKeyUp) {
     EXPECT_THAT(heard, ElementsAre("down"));
 }
 
+TEST_F(GlobalHotkeyManagerTests, TellsWhetherTheKeyIsHeld) {
+    manager->start();
+    EXPECT_FALSE(manager->isHeld());
+    tap().send(flagsChanged(rightOption, alternate));
+    EXPECT_TRUE(manager->isHeld());
+    tap().send(flagsChanged(rightOption, 0));
+    EXPECT_FALSE(manager->isHeld());
+    tap().send(flagsChanged(rightOption, alternate));
+    manager->stop();
+    EXPECT_FALSE(manager->isHeld());
+}
+
 TEST_F(GlobalHotkeyManagerTests, StartReplacesARunningTap) {
     manager->start();
     tap().send(flagsChanged(rightOption, alternate));

@@ -62,6 +62,26 @@ TEST_F(HistoryAudioPlaybackControllerTest, ASecondTogglePausesAndAThirdResumesTh
     EXPECT_EQ(m_players.calls.mid(2).join(u','), QStringLiteral("play /1.wav,pause /1.wav,play /1.wav"));
 }
 
+// Whoever is told of the one may look at the other.
+TEST_F(HistoryAudioPlaybackControllerTest, TheEntryIsPublishedBeforeWhetherItPlays) {
+    QStringList published;
+    QObject::connect(m_controller.get(), &HistoryAudioPlaybackController::playingEntryIDWillChange,
+        [&published](const std::optional<QUuid> &entry) {
+            published.append(entry ? QStringLiteral("entry") : QStringLiteral("none"));
+        });
+    QObject::connect(m_controller.get(), &HistoryAudioPlaybackController::isPlayingWillChange,
+        [&published](bool isPlaying) {
+            published.append(isPlaying ? QStringLiteral("playing") : QStringLiteral("silent"));
+        });
+    const auto takePublished = [&published] { return std::exchange(published, {}).join(u' '); };
+    playFirst();
+    EXPECT_EQ(takePublished(), QStringLiteral("none silent entry playing"));
+    playFirst();
+    EXPECT_EQ(takePublished(), QStringLiteral("silent"));
+    m_controller->stopPlayback();
+    EXPECT_EQ(takePublished(), QStringLiteral("none silent"));
+}
+
 TEST_F(HistoryAudioPlaybackControllerTest, AnotherEntryReplacesThePlayingOne) {
     playFirst();
     m_controller->togglePlayback(second, secondFile);

@@ -96,6 +96,11 @@ TEST_F(OverlayPanelTest, HelpMessagesNameTheState) {
     const std::tuple<DictationState, const char16_t *, const char16_t *> table[] {
         { Kind::Idle, u"", u"" },
         { Kind::Recording, u"Listening...", u"Ascult..." },
+        { Kind::Transcribing, u"Transcribing...", u"Transcriu..." },
+        { Kind::OptimizingQuality, u"Optimizing quality...", u"Optimizez calitatea..." },
+        { Kind::Refining, u"Refining...", u"Rafinez..." },
+        { Kind::Pasting, u"Pasting...", u"Lipesc..." },
+        { Kind::Done, u"Done", u"Finalizat" },
         { DictationState::error(QStringLiteral("No microphone.")), u"No microphone.", u"No microphone." },
     };
     for (const auto &[state, english, romanian] : table) {
@@ -103,10 +108,5 @@ TEST_F(OverlayPanelTest, HelpMessagesNameTheState) {
         EXPECT_EQ(model->helpMessage(), QString::fromUtf16(english));
         controller->show(state, AppLanguage::Romanian);
         EXPECT_EQ(model->helpMessage(), QString::fromUtf16(romanian));
-    }
-    for (const Kind kind :
-        { Kind::Transcribing, Kind::OptimizingQuality, Kind::Refining, Kind::Pasting, Kind::Done }) {
-        controller->show(kind, AppLanguage::English);
-        EXPECT_FALSE(model->helpMessage().isEmpty());
     }
 }

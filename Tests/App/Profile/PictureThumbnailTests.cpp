@@ -57,6 +57,17 @@ TEST(PictureThumbnail, IsAJpegFile) {
     EXPECT_TRUE(jpeg->endsWith("\xff\xd9"));
 }
 
+// The table by which brightness is rounded tells the quality. Its first entries at a quality of 85 are 30
+// hundredths of those of the standard's example.
+TEST(PictureThumbnail, HasAQualityOf85) {
+    const auto jpeg = PictureThumbnail::jpeg(Pictures::file(Pictures::plain({ 9, 9 }, Qt::red), "PNG"), side);
+    ASSERT_TRUE(jpeg.has_value());
+    const qsizetype table = jpeg->indexOf("\xff\xdb");
+    constexpr qsizetype header = 5;
+    ASSERT_GE(table, 0);
+    EXPECT_EQ(jpeg->mid(table + header, 8).toHex(' '), QByteArray("05 03 04 04 04 03 05 04"));
+}
+
 TEST(PictureThumbnail, FormatsThatQtWritesCanBeRead) {
     for (const char *format : { "PNG", "JPEG", "BMP", "PPM" }) {
         const QImage thumbnail = thumbnailOf(Pictures::plain({ 200, 100 }, QColor(200, 40, 90)), format);

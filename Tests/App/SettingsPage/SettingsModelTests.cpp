@@ -157,6 +157,7 @@ TEST_F(SettingsModelTest, PreviewPlaysOnceWithItsOwnVolume) {
     EXPECT_EQ(sound.name, u"Hero");
     EXPECT_FALSE(sound.loops);
     EXPECT_EQ(sound.volume, 0.8f);
+    EXPECT_EQ(sound.volumeAtPlay, 0.8f);
     EXPECT_TRUE(sound.isPlaying);
 }
 

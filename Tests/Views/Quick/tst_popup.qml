@@ -85,6 +85,25 @@ TestCase {
         popup.fixture.setName("Ana");
         verify(chip.width < 90);
     }
+    /// How far an item of the popup stays away from its two sides.
+    function marginsOf(popup: var, name: string): var {
+        const item = popup.child(name);
+        const left = item.mapToItem(popup.view, 0, 0).x;
+        return [left, popup.view.width - left - item.width];
+    }
+    function test_sectionsKeepTheirPaddingAndControlsTheirWidth() {
+        const popup = open();
+        popup.fixture.dictate("Move the review to Thursday.");
+        compare(marginsOf(popup, "lastTranscript"), [14, 14]);
+        compare(marginsOf(popup, "hotkeyReminder")[0], 14);
+        compare(marginsOf(popup, "profile")[1], 14);
+        compare(marginsOf(popup, "stateBadge")[1], 14);
+        for (const picker of ["uiLanguage", "transcriptionLanguage"]) {
+            compare(popup.child(picker).width, 110);
+            compare(marginsOf(popup, picker)[1], 14);
+        }
+        compare(marginsOf(popup, "refinement")[1], 14);
+    }
     function test_tellsHowToDictate() {
         const popup = open();
         verify(popup.child("hotkeyReminder").visible);

@@ -32,10 +32,14 @@ QDBusMessage gnomeQuestion() {
         gnomeSaver, QStringLiteral("/org/gnome/ScreenSaver"), gnomeSaver, QStringLiteral("GetActive"));
 }
 
-QDBusMessage loginQuestion() {
+QDBusMessage questionForSession(const QString &property) {
     return question(loginManager, QStringLiteral("/org/freedesktop/login1/session/auto"), properties,
                QStringLiteral("Get"))
-        << loginSession << QStringLiteral("LockedHint");
+        << loginSession << property;
+}
+
+QDBusMessage loginQuestion() {
+    return questionForSession(QStringLiteral("LockedHint"));
 }
 
 /// A screen saver replies with a bool, the login manager with a bool in a variant.
@@ -64,6 +68,13 @@ bool DBusSessionLock::isLocked() {
     return isLocked;
 }
 
+std::optional<double> DBusSessionLock::age() const {
+    if (!m_login)
+        return {};
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch() - *m_login)
+        .count();
+}
+
 QDBusConnection DBusSessionLock::systemBus() {
     return QDBusConnection::systemBus();
 }
@@ -82,6 +93,7 @@ void DBusSessionLock::listenOnSystemBus(QDBusConnection bus) {
         {}, {}, properties, QStringLiteral("PropertiesChanged"), { loginSession }, {}, this, SLOT(ask()));
     m_sources.push_back({ bus, &loginQuestion });
     ask();
+    askForLogin(bus);
 }
 
 void DBusSessionLock::ask() {
@@ -95,5 +107,17 @@ void DBusSessionLock::ask(std::size_t source) {
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, source] {
         watcher->deleteLater();
         m_sources[source].isLocked = isYes(watcher->reply());
+    });
+}
+
+void DBusSessionLock::askForLogin(QDBusConnection bus) {
+    const QDBusMessage question = questionForSession(QStringLiteral("TimestampMonotonic"));
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QDBusVariant> answer = *watcher;
+        const qulonglong login = answer.isError() ? 0 : answer.value().variant().toULongLong();
+        if (login > 0)
+            m_login = std::chrono::microseconds(login);
     });
 }

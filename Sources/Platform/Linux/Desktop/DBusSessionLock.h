@@ -1,11 +1,13 @@
 #pragma once
 
 #include "Foundation/SerialQueue.h"
+#include "Platform/LoginSession.h"
 #include "Platform/SessionLock.h"
 
 #include <QDBusConnection>
 #include <QObject>
 
+#include <chrono>
 #include <vector>
 
 class QDBusMessage;
@@ -13,7 +15,7 @@ class QDBusMessage;
 /// What the login manager and the screen savers tell over the message buses. They are asked without waiting,
 /// at the start and whenever one of them tells of a change. What is told then counts for nothing by itself:
 /// on the bus of the system anybody may speak.
-class DBusSessionLock final : public QObject, public SessionLock {
+class DBusSessionLock final : public QObject, public SessionLock, public LoginSession {
     Q_OBJECT
 
 public:
@@ -24,6 +26,7 @@ public:
         Connect connectToSystemBus = &systemBus);
 
     bool isLocked() override;
+    std::optional<double> age() const override;
 
 private Q_SLOTS:
     void ask();
@@ -42,7 +45,10 @@ private:
     void listenOnSessionBus(QDBusConnection bus);
     void listenOnSystemBus(QDBusConnection bus);
     void ask(std::size_t source);
+    void askForLogin(QDBusConnection bus);
 
     std::vector<Source> m_sources;
+    /// When the user logged in, on the steady clock.
+    std::optional<std::chrono::microseconds> m_login;
     SerialQueue m_connecting { QStringLiteral("Tolmi.DBusSessionLock") };
 };

@@ -43,6 +43,20 @@ PortalDesktopLook::PortalDesktopLook(const QDBusConnection &bus) {
     askForAll(bus);
 }
 
+Appearance PortalDesktopLook::panelAppearance() const {
+    return panelAppearance(qgetenv("XDG_CURRENT_DESKTOP"), m_appearance);
+}
+
+// Nobody tells the colour of a panel. Most are dark unless the windows are wanted light, and some always are.
+Appearance PortalDesktopLook::panelAppearance(
+    const QByteArray &desktopNames, std::optional<Appearance> windows) {
+    for (const QByteArray &name : desktopNames.split(':')) {
+        if (name == "GNOME" || name == "Unity" || name == "X-Cinnamon")
+            return Appearance::Dark;
+    }
+    return windows.value_or(Appearance::Dark);
+}
+
 void PortalDesktopLook::askForAll(QDBusConnection bus) {
     qDBusRegisterMetaType<Namespaces>();
     auto query = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"));

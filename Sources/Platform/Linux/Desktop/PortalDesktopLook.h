@@ -13,7 +13,11 @@ class PortalDesktopLook final : public DesktopLook {
 public:
     explicit PortalDesktopLook(const QDBusConnection &bus = QDBusConnection::sessionBus());
 
+    /// The look of the panel on a desktop of these names, as in XDG_CURRENT_DESKTOP, whose windows look thus.
+    static Appearance panelAppearance(const QByteArray &desktopNames, std::optional<Appearance> windows);
+
     std::optional<Appearance> appearance() const override { return m_appearance; }
+    Appearance panelAppearance() const override;
     bool isMotionReduced() const override { return m_isMotionReduced; }
 
 private Q_SLOTS:

@@ -2,10 +2,12 @@
 
 #include <QGuiApplication>
 #include <QRegion>
+#include <QScreen>
 #include <QSocketNotifier>
 #include <QWindow>
 
 // The macros of Xlib break Qt's headers, so they come after them.
+#include "Platform/Linux/X11/X11ActiveWindow.h"
 #include "Platform/Linux/X11/X11Display.h"
 #include "Platform/Linux/X11/X11Keyboard.h"
 
@@ -14,7 +16,9 @@
 #include <X11/extensions/XInput2.h>
 #include <X11/extensions/shape.h>
 
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -123,7 +127,44 @@ std::unique_ptr<PressWatch> makePressWatch(const QWindow &window, std::function<
     return std::make_unique<PressWatch>(std::move(display), *opcode, window.winId(), std::move(pressed));
 }
 
+/// The middle of a window on the desktop; absent when the window has gone.
+std::optional<QPoint> middleOf(const X11Display &display, Window window) {
+    XWindowAttributes attributes {};
+    Window child = None;
+    int x = 0, y = 0;
+    if (display.isBroken() || XGetWindowAttributes(display.get(), window, &attributes) == 0
+        || XTranslateCoordinates(display.get(), window, display.root(), attributes.width / 2,
+               attributes.height / 2, &x, &y, &child)
+            == False)
+        return {};
+    return QPoint(x, y);
+}
+
+/// In the pixels of the display. The toolkit scales the sizes of screens, but not their places.
+QRect nativeGeometry(const QScreen &screen) {
+    return { screen.geometry().topLeft(), (screen.geometry().size() * screen.devicePixelRatio()) };
+}
+
 } // namespace
+
+X11FloatingWindows::X11FloatingWindows()
+    : m_display(X11Display::open()) { }
+
+X11FloatingWindows::~X11FloatingWindows() = default;
+
+QScreen *X11FloatingWindows::mainScreen() {
+    std::optional<QPoint> middle;
+    if (m_display) {
+        // Every client is told of new keyboard layouts, and nobody else reads this connection.
+        while (m_display->takeEvent()) { }
+        if (const auto active = X11ActiveWindow::current(*m_display))
+            middle = middleOf(*m_display, active->window);
+    }
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    const auto found = std::ranges::find_if(screens,
+        [&middle](const QScreen *screen) { return middle && nativeGeometry(*screen).contains(*middle); });
+    return found == screens.end() ? QGuiApplication::primaryScreen() : *found;
+}
 
 void X11FloatingWindows::prepare(QWindow &window) {
     Display *const server = display();

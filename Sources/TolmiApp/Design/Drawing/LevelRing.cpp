@@ -8,8 +8,8 @@
 #include <cmath>
 
 namespace {
-/// Of the middle of the circle's line at a scale of 1, where the circle with its line fills 44 pixels.
-constexpr double circleRadius = 21;
+/// Of the middle of the circle's line at a scale of 1.
+constexpr double circleRadius = 22;
 constexpr double circleLineWidth = 2;
 } // namespace
 
