@@ -69,7 +69,7 @@ protected:
     }
 
     /// What the screen shows where the overlay has its symbol.
-    static QString middleOfTheSign() {
+    static QString middleOfTheOverlay() {
         return answerOf(QStringLiteral("import"),
             { QStringLiteral("-window"), QStringLiteral("root"), QStringLiteral("-crop"),
                 QStringLiteral("1x1+960+83"), QStringLiteral("txt:-") });
@@ -149,7 +149,7 @@ TEST_F(Studio, ComesBackMaximised) {
             { QStringLiteral("-c"), QStringLiteral("xprop -id $(xdotool getactivewindow) _NET_WM_STATE") })
             .contains(QStringLiteral("MAXIMIZED_VERT"));
     };
-    start({});
+    start();
     ASSERT_TRUE(untilTrue([] { return hasKeyboard(); }));
     answerOf(QStringLiteral("wmctrl"),
         { QStringLiteral("-r"), QStringLiteral(":ACTIVE:"), QStringLiteral("-b"),
@@ -160,19 +160,19 @@ TEST_F(Studio, ComesBackMaximised) {
         return !isThere();
     }));
     RunningProgram second;
-    EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM), {}));
+    EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM)));
     ASSERT_TRUE(untilTrue([] { return hasKeyboard(); }));
     EXPECT_TRUE(isMaximised());
     EXPECT_GT(width(), 1800);
 }
 
-TEST_F(Studio, FloatingSignIsSeenBesideIt) {
+TEST_F(Studio, OverlayIsSeenBesideIt) {
     start();
     ASSERT_TRUE(goesToTheHistory());
-    const QString desktop = middleOfTheSign();
+    const QString desktop = middleOfTheOverlay();
     ASSERT_FALSE(desktop.isEmpty());
     m_user.press(VirtualUser::rightAlt);
-    EXPECT_TRUE(untilTrue([&desktop] { return middleOfTheSign() != desktop; }));
+    EXPECT_TRUE(untilTrue([&desktop] { return middleOfTheOverlay() != desktop; }));
     EXPECT_EQ(m_program.state(), QStringLiteral("recording"));
     m_user.release(VirtualUser::rightAlt);
 }
