@@ -60,16 +60,17 @@ MisbehavingServer::Step MisbehavingServer::send(QByteArray bytes) {
 MisbehavingServer::Step MisbehavingServer::stream(qint64 size) {
     return [this, size](QTcpSocket &socket) {
         const auto left = std::make_shared<qint64>(size);
-        const auto sendMore = [this, left, &socket] {
-            constexpr qint64 pieceSize = 256 * 1024;
+        // One buffer for all pieces: what the server allocates would count among the memory of the client.
+        const QByteArray piece(256 * 1024, ' ');
+        const auto sendMore = [this, left, piece, &socket] {
             if (socket.bytesToWrite() > 0)
                 return;
             if (*left == 0) {
                 socket.disconnectFromHost();
                 return;
             }
-            const qint64 count = std::min(*left, pieceSize);
-            socket.write(QByteArray(count, ' '));
+            const qint64 count = std::min<qint64>(*left, piece.size());
+            socket.write(count == piece.size() ? piece : piece.first(count));
             *left -= count;
             streamedByteCount += count;
         };
