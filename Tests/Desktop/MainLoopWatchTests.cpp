@@ -89,6 +89,7 @@ class MainLoopWatch : public testing::TestWithParam<Case> {
 protected:
     void SetUp() override {
         qputenv("TOLMI_DESKTOP_MICFEED", "micfeed");
+        QFile::remove(m_folder + "/fail");
         m_ollama.script = { {} };
         ASSERT_TRUE(prepareHome({ .language = QStringLiteral("en"),
             .whisperCLI = slowWhisperCLI(),
