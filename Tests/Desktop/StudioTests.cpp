@@ -129,7 +129,7 @@ TEST_F(Studio, OpensByItselfOnlyOnceTheDictationKeyIsUp) {
 TEST_F(Studio, ArrowsGoFromWorkspaceToWorkspace) {
     start();
     ASSERT_TRUE(untilTrue([] { return hasKeyboard(); }));
-    EXPECT_EQ(width(), 1100);
+    EXPECT_TRUE(untilTrue([] { return width() == 1100; }));
     EXPECT_TRUE(untilTrue([this] {
         m_user.type("Down");
         return width() == 1140;
