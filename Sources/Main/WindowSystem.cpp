@@ -1,6 +1,7 @@
 #include "Main/WindowSystem.h"
 
 #include "Foundation/Log.h"
+#include "Platform/Linux/Clipboard/PasteProgress.h"
 #include "Platform/Linux/X11/InjectedKeys.h"
 #include "Platform/Linux/X11/X11AccessibilityRight.h"
 #include "Platform/Linux/X11/X11Application.h"
@@ -8,7 +9,6 @@
 #include "Platform/Linux/X11/X11FloatingWindows.h"
 #include "Platform/Linux/X11/X11FrontmostApplication.h"
 #include "Platform/Linux/X11/X11PasteKeystroke.h"
-#include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Platform/Linux/X11/X11StatusTray.h"
 
@@ -30,7 +30,7 @@ void WindowSystem::prepareToolkit() {
 
 WindowSystem WindowSystem::ofThisSession(const DesktopLook &look) {
     const auto injectedKeys = std::make_shared<InjectedKeys>();
-    const auto pasteProgress = std::make_shared<X11PasteProgress>();
+    const auto pasteProgress = std::make_shared<PasteProgress>();
     return { .application = std::make_unique<X11Application>(look),
         .taps = std::make_unique<X11EventTapFactory>(injectedKeys),
         .accessibility = std::make_unique<X11AccessibilityRight>(&logWhyKeysDoNotWork),
