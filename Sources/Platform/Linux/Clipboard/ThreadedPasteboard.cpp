@@ -7,6 +7,8 @@
 #include <QThread>
 
 #include <poll.h>
+#include <pthread.h>
+#include <signal.h>
 
 #include <deque>
 #include <future>
@@ -23,6 +25,14 @@ constexpr milliseconds handOverTime { 1000 };
 constexpr milliseconds wayTime { 15 };
 /// How long a content may take that is read ahead.
 constexpr std::chrono::seconds readAheadTime { 10 };
+
+/// A program that stops reading what it asked for must not end this one.
+void blockBrokenPipes() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
 
 Instant fromNow(milliseconds time) {
     return std::chrono::steady_clock::now() + time;
@@ -83,6 +93,7 @@ public:
 
 private:
     void run() {
+        blockBrokenPipes();
         while (!isEnding()) {
             if (const auto clipboard = m_server.open({ m_wakeUp.get(), [this] { return readingEnds(); } }))
                 serve(*clipboard);

@@ -47,7 +47,7 @@ void X11PasteKeystroke::post() {
 }
 
 /// The keys in the order in which they go down.
-std::vector<unsigned> X11PasteKeystroke::commandFor(const std::optional<X11ActiveWindow> &front) const {
+std::vector<unsigned> X11PasteKeystroke::commandFor(const std::optional<ActiveWindow> &front) const {
     const unsigned control = m_keyboard->keyCode(XK_Control_L, usualControlKeyCode);
     const unsigned shift = m_keyboard->keyCode(XK_Shift_L, usualShiftKeyCode);
     const unsigned v = m_keyboard->keyCode(XK_v, usualVKeyCode);

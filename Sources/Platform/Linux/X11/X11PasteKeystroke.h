@@ -8,11 +8,11 @@
 #include <optional>
 #include <vector>
 
+struct ActiveWindow;
 class InjectedKeys;
-struct X11ActiveWindow;
+class PasteProgress;
 class X11Display;
 class X11Keyboard;
-class PasteProgress;
 
 /// Posts Ctrl+V, Ctrl+Shift+V where a terminal emulator has the focus, or Shift+Insert where that alone
 /// pastes. Main thread only.
@@ -29,7 +29,7 @@ public:
 
 private:
     void releaseModifiers();
-    std::vector<unsigned> commandFor(const std::optional<X11ActiveWindow> &front) const;
+    std::vector<unsigned> commandFor(const std::optional<ActiveWindow> &front) const;
     void press(unsigned keyCode);
 
     std::shared_ptr<InjectedKeys> m_injectedKeys;
