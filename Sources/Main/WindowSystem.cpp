@@ -1,6 +1,11 @@
 #include "Main/WindowSystem.h"
 
 #include "Foundation/Log.h"
+#include "Platform/Linux/Clipboard/PasteProgress.h"
+#include "Platform/Linux/Desktop/LinuxDesktop.h"
+#include "Platform/Linux/Wayland/WaylandFrontmostApplication.h"
+#include "Platform/Linux/Wayland/WaylandPasteKeystroke.h"
+#include "Platform/Linux/Wayland/WaylandPasteboard.h"
 #include "Platform/Linux/X11/InjectedKeys.h"
 #include "Platform/Linux/X11/X11AccessibilityRight.h"
 #include "Platform/Linux/X11/X11Application.h"
@@ -8,7 +13,6 @@
 #include "Platform/Linux/X11/X11FloatingWindows.h"
 #include "Platform/Linux/X11/X11FrontmostApplication.h"
 #include "Platform/Linux/X11/X11PasteKeystroke.h"
-#include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Platform/Linux/X11/X11StatusTray.h"
 
@@ -16,27 +20,63 @@ namespace {
 void logWhyKeysDoNotWork(const QString &reason) {
     logLine(QStringLiteral("Tolmi: the key and the paste do not work: ") + reason);
 }
+
+/// What works only in some windows here.
+void logLimits(const DesktopFacts &facts) {
+    for (const auto operation : { DesktopOperation::Key, DesktopOperation::Paste, DesktopOperation::Clipboard,
+             DesktopOperation::FrontApplication }) {
+        const DesktopMethod best = bestDesktopMethod(operation, facts);
+        for (const DesktopMethodState &state : desktopMethods(operation, facts)) {
+            if (state.method == best && !state.limit.isEmpty())
+                logLine(QStringLiteral("Tolmi: ") + state.limit);
+        }
+    }
+}
+
+std::unique_ptr<PasteKeystroke> makeKeystroke(const DesktopFacts &facts,
+    const std::shared_ptr<InjectedKeys> &injectedKeys, const std::shared_ptr<PasteProgress> &progress) {
+    if (bestDesktopMethod(DesktopOperation::Paste, facts) == DesktopMethod::WaylandKeyboard)
+        return std::make_unique<WaylandPasteKeystroke>(progress);
+    return std::make_unique<X11PasteKeystroke>(injectedKeys, progress);
+}
+
+std::unique_ptr<FrontmostApplication> makeFrontmost(const DesktopFacts &facts) {
+    auto entries = DesktopEntries::ofThisDesktop();
+    if (bestDesktopMethod(DesktopOperation::FrontApplication, facts) == DesktopMethod::WaylandWindows)
+        return std::make_unique<WaylandFrontmostApplication>(std::move(entries));
+    return std::make_unique<X11FrontmostApplication>(std::move(entries));
+}
+
+std::unique_ptr<Pasteboard> makePasteboard(
+    const DesktopFacts &facts, const std::shared_ptr<PasteProgress> &progress) {
+    if (bestDesktopMethod(DesktopOperation::Clipboard, facts) == DesktopMethod::WaylandClipboard)
+        return std::make_unique<WaylandPasteboard>(progress);
+    return std::make_unique<X11Pasteboard>(progress);
+}
 } // namespace
 
-// The global key and the paste reach X11 windows, and a window of this program must lie among them to be
-// placed right.
-void WindowSystem::prepareToolkit() {
-    if (!qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        return;
-    qputenv("QT_QPA_PLATFORM", "xcb");
-    logLine(QStringLiteral(
-        "Tolmi: on Wayland the key and the paste reach only windows that run through XWayland."));
+// A window of this program must lie among those of the X server to be placed right.
+bool WindowSystem::prepareToolkit() {
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        return true;
+    const DesktopFacts &facts = LinuxDesktop::facts();
+    if (!facts.hasXServer && !facts.hasWayland)
+        return false;
+    qputenv("QT_QPA_PLATFORM", facts.hasXServer ? "xcb" : "wayland");
+    return true;
 }
 
 WindowSystem WindowSystem::ofThisSession(const DesktopLook &look) {
+    const DesktopFacts &facts = LinuxDesktop::facts();
+    logLimits(facts);
     const auto injectedKeys = std::make_shared<InjectedKeys>();
-    const auto pasteProgress = std::make_shared<X11PasteProgress>();
+    const auto progress = std::make_shared<PasteProgress>();
     return { .application = std::make_unique<X11Application>(look),
         .taps = std::make_unique<X11EventTapFactory>(injectedKeys),
         .accessibility = std::make_unique<X11AccessibilityRight>(&logWhyKeysDoNotWork),
-        .keystroke = std::make_unique<X11PasteKeystroke>(injectedKeys, pasteProgress),
-        .frontmost = std::make_unique<X11FrontmostApplication>(DesktopEntries::ofThisDesktop()),
-        .pasteboard = std::make_unique<X11Pasteboard>(pasteProgress),
+        .keystroke = makeKeystroke(facts, injectedKeys, progress),
+        .frontmost = makeFrontmost(facts),
+        .pasteboard = makePasteboard(facts, progress),
         .floatingWindows = std::make_unique<X11FloatingWindows>(),
         .statusTray = std::make_unique<X11StatusTray>() };
 }

@@ -14,9 +14,9 @@
 
 /// The adapters that speak to the window system: to its keyboard, its windows, its clipboard and its tray.
 struct WindowSystem {
-    /// Has the toolkit put the program's windows where these adapters reach them. Called before there is an
-    /// application object.
-    static void prepareToolkit();
+    /// Has the toolkit put the program's windows where these adapters reach them; false when there is no
+    /// desktop to put them on. Called before there is an application object.
+    static bool prepareToolkit();
 
     /// Those for the window system of this session. `look` outlives them.
     static WindowSystem ofThisSession(const DesktopLook &look);

@@ -32,7 +32,11 @@ int main(int argc, char **argv) {
     // Whatever this program and whisper-cli write is the user's alone; what is exported follows the user's
     // mask.
     const mode_t usersMask = umask(0077);
-    WindowSystem::prepareToolkit();
+    if (!WindowSystem::prepareToolkit()) {
+        logLine(QStringLiteral("Tolmi: neither a Wayland compositor nor an X server answers. Start it from a "
+                               "terminal of your desktop session."));
+        return EXIT_FAILURE;
+    }
     // The first window would wait for the disk otherwise, and the few shaders are compiled soon.
     QApplication::setAttribute(Qt::AA_DisableShaderDiskCache);
     QApplication application(argc, argv);

@@ -4,10 +4,10 @@
 
 #include "Desktop/TestPrograms.h"
 #include "Platform/Desktop/MainLoopClock.h"
+#include "Platform/Linux/Clipboard/PasteProgress.h"
 #include "Platform/Linux/X11/InjectedKeys.h"
 #include "Platform/Linux/X11/X11FrontmostApplication.h"
 #include "Platform/Linux/X11/X11PasteKeystroke.h"
-#include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
@@ -237,7 +237,7 @@ protected:
 
     MainLoopClock m_clock;
     std::shared_ptr<InjectedKeys> m_injectedKeys = std::make_shared<InjectedKeys>();
-    std::shared_ptr<X11PasteProgress> m_progress = std::make_shared<X11PasteProgress>();
+    std::shared_ptr<PasteProgress> m_progress = std::make_shared<PasteProgress>();
     X11Pasteboard m_pasteboard { m_progress };
     X11PasteKeystroke m_keystroke { m_injectedKeys, m_progress };
     X11FrontmostApplication m_frontmost { DesktopEntries::ofThisDesktop() };

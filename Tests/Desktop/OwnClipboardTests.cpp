@@ -1,5 +1,5 @@
 #include "Desktop/TestPrograms.h"
-#include "Platform/Linux/X11/X11PasteProgress.h"
+#include "Platform/Linux/Clipboard/PasteProgress.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Support/Print.h"
 
@@ -18,7 +18,7 @@ using testing::Pair;
 /// Something was copied in a window of the program itself, whose main thread is busy from then on.
 class OwnClipboardTests : public testing::Test {
 protected:
-    X11Pasteboard pasteboard { std::make_shared<X11PasteProgress>() };
+    X11Pasteboard pasteboard { std::make_shared<PasteProgress>() };
 };
 
 TEST_F(OwnClipboardTests, ATextComesBackAfterADictation) {

@@ -1,11 +1,11 @@
 #include "Desktop/TestPrograms.h"
 #include "Platform/Desktop/MainLoopClock.h"
 #include "Platform/DictationKey.h"
+#include "Platform/Linux/Clipboard/PasteProgress.h"
 #include "Platform/Linux/X11/InjectedKeys.h"
 #include "Platform/Linux/X11/X11EventTap.h"
 #include "Platform/Linux/X11/X11FrontmostApplication.h"
 #include "Platform/Linux/X11/X11PasteKeystroke.h"
-#include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
@@ -39,7 +39,7 @@ protected:
 
     MainLoopClock clock;
     std::shared_ptr<InjectedKeys> injectedKeys = std::make_shared<InjectedKeys>();
-    std::shared_ptr<X11PasteProgress> progress = std::make_shared<X11PasteProgress>();
+    std::shared_ptr<PasteProgress> progress = std::make_shared<PasteProgress>();
     X11Pasteboard pasteboard { progress };
     X11PasteKeystroke keystroke { injectedKeys, progress };
     X11FrontmostApplication frontmost { DesktopEntries::ofThisDesktop() };

@@ -67,9 +67,10 @@ void selectNextLayout() {
     typeKey(66);
 }
 
-void TestProgram::startProgram(const QString &program, const QStringList &arguments) {
+void TestProgram::startProgram(
+    const QString &program, const QStringList &arguments, const QString &platform) {
     auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(program, arguments);
@@ -113,8 +114,8 @@ void CopyingProgram::hang() {
     ::kill(pid_t(m_process.processId()), SIGSTOP);
 }
 
-TestEditor::TestEditor(const QStringList &arguments) {
-    startProgram(QStringLiteral(TOLMI_TEST_EDITOR), arguments);
+TestEditor::TestEditor(const QStringList &arguments, const QString &platform) {
+    startProgram(QStringLiteral(TOLMI_TEST_EDITOR), arguments, platform);
     EXPECT_TRUE(untilTrue([this] {
         readOutput();
         return m_said.contains(QLatin1String("ready"));

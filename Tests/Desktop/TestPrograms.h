@@ -36,7 +36,9 @@ public:
 
 protected:
     TestProgram() = default;
-    void startProgram(const QString &program, const QStringList &arguments);
+    /// `platform` is the toolkit's, where the program uses that toolkit.
+    void startProgram(const QString &program, const QStringList &arguments,
+        const QString &platform = QStringLiteral("xcb"));
 
     QProcess m_process;
 };
@@ -58,7 +60,7 @@ private:
 /// The test editor; see its source for what it does.
 class TestEditor : public TestProgram {
 public:
-    explicit TestEditor(const QStringList &arguments = {});
+    explicit TestEditor(const QStringList &arguments = {}, const QString &platform = QStringLiteral("xcb"));
 
     /// The text in the window.
     QString text();

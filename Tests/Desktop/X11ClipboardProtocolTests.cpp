@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "Desktop/TestPrograms.h"
+#include "Platform/Linux/Clipboard/PasteProgress.h"
 #include "Platform/Linux/X11/X11ClipboardReader.h"
-#include "Platform/Linux/X11/X11PasteProgress.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
@@ -107,7 +107,7 @@ private:
 };
 
 TEST(X11ClipboardProtocolTests, SeveralTypesAreGivenInOneAnswer) {
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>());
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>());
     pasteboard.setItems(
         { PasteboardItem { { { pasteboardTextType, "text" }, { QStringLiteral("text/html"), "html" } } } });
     Client client;
@@ -129,7 +129,7 @@ TEST(X11ClipboardProtocolTests, SeveralTypesAreGivenInOneAnswer) {
 }
 
 TEST(X11ClipboardProtocolTests, WhatIsNotThereIsRefused) {
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>());
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>());
     EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("text")));
     Client client;
     X11Display &display = client.display();
@@ -149,7 +149,7 @@ std::vector<PasteboardItem> copied(const QByteArray &text) {
 
 TEST(X11ClipboardProtocolTests, TheContentGoesToTheClipboardManager) {
     ClipboardManager manager;
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>());
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>());
     pasteboard.setItems(copied("copied"));
     pasteboard.handOver();
     EXPECT_EQ(manager.savedText(), "copied");
@@ -157,7 +157,7 @@ TEST(X11ClipboardProtocolTests, TheContentGoesToTheClipboardManager) {
 
 TEST(X11ClipboardProtocolTests, DictatedTextIsNotHandedOver) {
     ClipboardManager manager;
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>());
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>());
     EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("one")));
     pasteboard.restore(pasteboard.items());
     EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("two")));
@@ -169,7 +169,7 @@ TEST(X11ClipboardProtocolTests, DictatedTextIsNotHandedOver) {
 
 TEST(X11ClipboardProtocolTests, WhatADictatedTextDisplacesIsHandedOverInItsPlace) {
     ClipboardManager manager;
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>());
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>());
     CopyingProgram user("copied before");
     pasteboard.items();
     EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("one")));
@@ -183,7 +183,7 @@ TEST(X11ClipboardProtocolTests, WhatADictatedTextDisplacesIsHandedOverInItsPlace
 
 TEST(X11ClipboardProtocolTests, TheContentOfAnotherProgramIsNotHandedOver) {
     ClipboardManager manager;
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>());
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>());
     pasteboard.setItems(copied("ours"));
     CopyingProgram other("theirs");
     pasteboard.handOver();
@@ -265,7 +265,7 @@ private:
 };
 
 TEST(X11ClipboardProtocolTests, AnOwnerOfVeryManyTypesKeepsNothingBack) {
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>());
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>());
     OfferingProgram other(20000);
     const std::vector<PasteboardItem> items = pasteboard.items();
     ASSERT_EQ(items.size(), 1);
@@ -276,7 +276,7 @@ TEST(X11ClipboardProtocolTests, AnOwnerOfVeryManyTypesKeepsNothingBack) {
 }
 
 TEST(X11ClipboardProtocolTests, AConnectionThatBreaksHasASuccessor) {
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>());
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>());
     for (const char *text : { "one", "two", "three" }) {
         EXPECT_TRUE(pasteboard.setDictatedText(QLatin1String(text)));
         EXPECT_TRUE(pasteboard.holdsDictatedText());
@@ -291,7 +291,7 @@ TEST(X11ClipboardProtocolTests, AConnectionThatBreaksHasASuccessor) {
 }
 
 TEST(X11ClipboardProtocolTests, ATextThatAnotherProgramHasDisplacedIsNotHeld) {
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>());
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>());
     EXPECT_TRUE(pasteboard.setDictatedText(QStringLiteral("dictated")));
     CopyingProgram other("copied");
     EXPECT_FALSE(pasteboard.holdsDictatedText());
@@ -309,7 +309,7 @@ protected:
     }
 
     OfferingProgram owner { 0, true };
-    X11Pasteboard pasteboard { std::make_shared<X11PasteProgress>() };
+    X11Pasteboard pasteboard { std::make_shared<PasteProgress>() };
 };
 
 TEST_F(X11ReadingAheadTests, WhatTakesTimeIsThereLater) {
@@ -362,7 +362,7 @@ protected:
 
     CopyingProgram user { "copied before" };
     Client target;
-    std::shared_ptr<X11PasteProgress> progress = std::make_shared<X11PasteProgress>();
+    std::shared_ptr<PasteProgress> progress = std::make_shared<PasteProgress>();
     X11Pasteboard pasteboard { progress };
     std::vector<PasteboardItem> before = pasteboard.items();
     bool hasText = pasteboard.setDictatedText(QStringLiteral("dictated"));

@@ -1,7 +1,7 @@
 #include "Platform/Linux/X11/X11Pasteboard.h"
 
 #include "Desktop/TestPrograms.h"
-#include "Platform/Linux/X11/X11PasteProgress.h"
+#include "Platform/Linux/Clipboard/PasteProgress.h"
 #include "Support/PasteboardContract.h"
 #include "Support/UntilTrue.h"
 
@@ -17,7 +17,7 @@ public:
     Pasteboard &pasteboard() { return m_pasteboard; }
 
 private:
-    X11Pasteboard m_pasteboard { std::make_shared<X11PasteProgress>() };
+    X11Pasteboard m_pasteboard { std::make_shared<PasteProgress>() };
 };
 
 QStringList offeredTypes() {
@@ -51,7 +51,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(X11, PasteboardContract, MadeReal);
 namespace {
 class X11PasteboardTests : public testing::Test {
 protected:
-    std::shared_ptr<X11PasteProgress> progress = std::make_shared<X11PasteProgress>();
+    std::shared_ptr<PasteProgress> progress = std::make_shared<PasteProgress>();
     X11Pasteboard pasteboard { progress };
 };
 
@@ -205,7 +205,7 @@ TEST_F(X11PasteboardTests, WithoutAManagerHandingOverDoesNothing) {
 }
 
 TEST(X11PasteboardWithoutServerTests, StaysEmpty) {
-    X11Pasteboard pasteboard(std::make_shared<X11PasteProgress>(), ":4711");
+    X11Pasteboard pasteboard(std::make_shared<PasteProgress>(), ":4711");
     EXPECT_FALSE(pasteboard.setDictatedText(QStringLiteral("dictated")));
     EXPECT_FALSE(pasteboard.holdsDictatedText());
     pasteboard.handOver();

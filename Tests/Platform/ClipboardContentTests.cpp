@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/ClipboardContent.h"
+#include "Platform/Linux/Clipboard/ClipboardContent.h"
 
 #include "Support/Print.h"
 

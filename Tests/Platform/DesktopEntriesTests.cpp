@@ -1,6 +1,6 @@
 #include "Platform/Linux/Desktop/DesktopEntries.h"
 
-#include "Platform/Linux/X11/X11ActiveWindow.h"
+#include "Platform/Linux/Desktop/ActiveWindow.h"
 #include "Support/Print.h"
 
 #include <QDir>
@@ -34,7 +34,7 @@ protected:
     QTemporaryDir folder;
 };
 
-X11ActiveWindow window(const char *instance, const char *className, const char *applicationID = "") {
+ActiveWindow window(const char *instance, const char *className, const char *applicationID = "") {
     return { QLatin1String(instance), QLatin1String(className), QLatin1String(applicationID), {} };
 }
 

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Desktop/DesktopEntries.h"
 
-#include "Platform/Linux/X11/X11ActiveWindow.h"
+#include "Platform/Linux/Desktop/ActiveWindow.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -64,7 +64,7 @@ DesktopEntries DesktopEntries::ofThisDesktop() {
         { locale, locale.section(u'_', 0, 0) } };
 }
 
-std::optional<DesktopEntry> DesktopEntries::find(const X11ActiveWindow &window, const QString &program) {
+std::optional<DesktopEntry> DesktopEntries::find(const ActiveWindow &window, const QString &program) {
     refresh();
     const auto isOfClass = [&window](const QString &text) {
         return isSame(text, window.className) || isSame(text, window.instance);

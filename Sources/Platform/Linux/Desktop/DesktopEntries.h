@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-struct X11ActiveWindow;
+struct ActiveWindow;
 
 /// The description of an application in its desktop file.
 struct DesktopEntry {
@@ -33,7 +33,7 @@ public:
 
     /// The entry of the application that owns a window. `program` is the file name of the window's program,
     /// empty if unknown. Notices desktop files added or removed since the last call.
-    std::optional<DesktopEntry> find(const X11ActiveWindow &window, const QString &program);
+    std::optional<DesktopEntry> find(const ActiveWindow &window, const QString &program);
 
 private:
     void refresh();

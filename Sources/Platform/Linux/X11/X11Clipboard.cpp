@@ -1,8 +1,8 @@
 #include "Platform/Linux/X11/X11Clipboard.h"
 
+#include "Platform/Linux/Clipboard/PasteProgress.h"
 #include "Platform/Linux/X11/X11ActiveWindow.h"
 #include "Platform/Linux/X11/X11Client.h"
-#include "Platform/Linux/X11/X11PasteProgress.h"
 
 #include <X11/Xatom.h>
 #include <X11/extensions/Xfixes.h>
@@ -12,22 +12,15 @@
 namespace {
 using std::chrono::steady_clock;
 
-/// How long the former content waits for a program that has not read the text, and for the rest of what one
-/// reads that has begun.
-constexpr std::chrono::seconds longestWaitForReading { 10 };
-constexpr std::chrono::milliseconds readingTime { 300 };
-/// The former content is asked for a second after the command; a little later it comes unasked, for which the
-/// thread looks now and then.
-constexpr std::chrono::milliseconds restoreTime { 1250 };
-constexpr std::chrono::milliseconds betweenLooks { 100 };
 /// What reading the primary selection may add to a paste.
 constexpr std::chrono::milliseconds primaryTime { 80 };
 } // namespace
 
-X11Clipboard::X11Clipboard(std::unique_ptr<X11Display> display, std::shared_ptr<X11PasteProgress> progress,
-    Interruption interruption)
+X11Clipboard::X11Clipboard(
+    std::unique_ptr<X11Display> display, std::shared_ptr<PasteProgress> progress, Interruption interruption)
     : m_display(std::move(display))
     , m_progress(std::move(progress))
+    , m_restore(m_progress)
     , m_interruption(std::move(interruption))
     , m_selection(m_display->atom("CLIPBOARD"))
     , m_window(makeWindow(*m_display))
@@ -59,13 +52,7 @@ void X11Clipboard::watchChanges() {
 void X11Clipboard::handleEvents() {
     handleArrivedEvents();
     doWhatIsDue();
-    m_display->wait(m_interruption.wakeDescriptor, nextDue());
-}
-
-std::optional<X11Clipboard::Instant> X11Clipboard::nextDue() const {
-    if (m_pending)
-        return m_pending->at;
-    return m_isPasting ? std::optional(steady_clock::now() + betweenLooks) : std::nullopt;
+    m_display->wait(m_interruption.wakeDescriptor, m_restore.nextDue());
 }
 
 void X11Clipboard::handleArrivedEvents() {
@@ -94,11 +81,11 @@ X11Clipboard::Instant X11Clipboard::limit(Instant until) const {
     return std::min(until, m_interruption.readingEnds());
 }
 
-X11Clipboard::Found X11Clipboard::items(Instant until, XID toolkit) {
+X11Clipboard::Found X11Clipboard::items(Instant until, ToolkitMark toolkit) {
     handleArrivedEvents();
     // What is to come back is what the clipboard holds for the user.
-    if (m_pending && !m_pending->content.items().empty())
-        return { false, m_pending->content.items() };
+    if (const ClipboardContent *pending = m_restore.pending(); pending && !pending->items().empty())
+        return { false, pending->items() };
     if (m_owner.owns())
         return { false, m_owner.content().items() };
     if (isToolkits(toolkit))
@@ -108,14 +95,14 @@ X11Clipboard::Found X11Clipboard::items(Instant until, XID toolkit) {
     return { false, snapshot->content.items() };
 }
 
-void X11Clipboard::readAhead(Instant until, XID toolkit) {
+void X11Clipboard::readAhead(Instant until, ToolkitMark toolkit) {
     handleArrivedEvents();
     // Without news of its changes nothing that was read before counts.
     if (m_changeEvent && !m_owner.owns() && !isToolkits(toolkit))
         continueReading(until);
 }
 
-bool X11Clipboard::isToolkits(XID toolkit) const {
+bool X11Clipboard::isToolkits(ToolkitMark toolkit) {
     const Window owner = m_display->selectionOwner(m_selection);
     return toolkit != None && owner != None && X11Client::areOfOne(*m_display, owner, toolkit);
 }
@@ -136,19 +123,12 @@ void X11Clipboard::continueReading(Instant until) {
 
 bool X11Clipboard::take(ClipboardContent content) {
     endPaste();
-    m_isRestored = false;
     return m_owner.take(std::move(content));
 }
 
 bool X11Clipboard::takeDictated(const QString &text, const std::vector<PasteboardItem> &displaced) {
     handleArrivedEvents();
-    // A text that displaces one which is being pasted leaves that one's place to what was there before both.
-    if (!m_isPasting || m_pending)
-        m_displaced = ClipboardContent(displaced);
-    m_pending.reset();
-    m_isPasting = true;
-    m_isRead = false;
-    m_isRestored = false;
+    m_restore.begin(displaced);
     m_progress->begin(needsPrimary() && takePrimary(text));
     return m_owner.take(ClipboardContent::dictated(text));
 }
@@ -173,67 +153,46 @@ ClipboardContent X11Clipboard::primaryContent(Instant until) {
     return ClipboardContent(snapshot.items());
 }
 
-bool X11Clipboard::holdsDictatedText() const {
-    return m_isPasting && m_owner.owns() && m_owner.ownsNow()
+bool X11Clipboard::holdsDictatedText() {
+    return m_restore.isPasting() && m_owner.owns() && m_owner.ownsNow()
         && (!m_progress->offersPrimary() || m_primary.ownsNow());
 }
 
 void X11Clipboard::noteRead(Window reader) {
     const auto target = m_progress->target();
-    if (!m_isPasting || !target || !X11Client::areOfOne(*m_display, reader, *target))
-        return;
-    m_isRead = true;
-    if (m_pending)
-        m_pending->at = std::min(m_pending->at, steady_clock::now() + readingTime);
-}
-
-bool X11Clipboard::awaitsReading() const {
-    return m_isPasting && m_owner.owns() && !m_isRead && m_progress->target().value_or(None) != None;
+    if (target && X11Client::areOfOne(*m_display, reader, *target))
+        m_restore.noteRead();
 }
 
 void X11Clipboard::restore(const std::vector<PasteboardItem> &items) {
     handleArrivedEvents();
-    if (!std::exchange(m_isRestored, false))
-        beginRestore(items);
-}
-
-bool X11Clipboard::isRestoreOverdue() const {
-    const auto postedAt = m_progress->postedAt();
-    return m_isPasting && !m_pending && postedAt && steady_clock::now() >= *postedAt + restoreTime;
-}
-
-void X11Clipboard::beginRestore(const std::vector<PasteboardItem> &items) {
-    if (awaitsReading())
-        m_pending = PendingRestore { ClipboardContent(items), steady_clock::now() + longestWaitForReading };
-    else
-        bringBack(ClipboardContent(items));
+    m_restore.restore(items, m_owner.owns());
+    doWhatIsDue();
 }
 
 void X11Clipboard::doWhatIsDue() {
-    if (isRestoreOverdue()) {
-        m_isRestored = true;
-        beginRestore(ClipboardContent(m_displaced).items());
-    }
-    // Nothing is displaced any more by a text that another program has displaced.
-    if (m_pending && !m_owner.owns())
-        endPaste();
-    if (m_pending && steady_clock::now() >= m_pending->at)
-        bringBack(ClipboardContent(m_pending->content));
+    const auto content = m_restore.takeDue(m_owner.owns());
+    if (content)
+        endPasteWith(*content);
+    else if (!m_restore.isPasting())
+        bringPrimaryBack();
     // The thread is not reading here, so what is out of date need not be kept.
     if (m_snapshot && m_snapshot->change != m_changes)
         m_snapshot.reset();
 }
 
-void X11Clipboard::bringBack(const ClipboardContent &content) {
+void X11Clipboard::endPasteWith(ClipboardContent content) {
     endPaste();
     if (!content.types().empty())
-        m_owner.take(content);
+        m_owner.take(std::move(content));
 }
 
 void X11Clipboard::endPaste() {
-    m_pending.reset();
-    m_isPasting = false;
-    m_displaced = {};
+    m_restore.end();
+    bringPrimaryBack();
+}
+
+void X11Clipboard::bringPrimaryBack() {
     // Something that was selected meanwhile stays selected.
     if (m_displacedPrimary && !m_displacedPrimary->types().empty() && m_primary.owns())
         m_primary.take(*m_displacedPrimary);
@@ -242,10 +201,10 @@ void X11Clipboard::endPaste() {
 
 void X11Clipboard::handOver(Instant until) {
     handleArrivedEvents();
-    if (m_pending)
-        bringBack(ClipboardContent(m_pending->content));
-    else if (m_isPasting && m_owner.owns())
-        bringBack(ClipboardContent(m_displaced));
+    if (m_restore.pending())
+        endPasteWith(*m_restore.pending());
+    else if (m_restore.isPasting() && m_owner.owns())
+        endPasteWith(m_restore.displaced());
     const Atom manager = m_display->atom("CLIPBOARD_MANAGER");
     if (!m_owner.owns() || m_owner.content().isSecret() || m_display->selectionOwner(manager) == None)
         return;

@@ -1,70 +1,39 @@
 #pragma once
 
+#include "Platform/Linux/Clipboard/ClipboardConnection.h"
+#include "Platform/Linux/Clipboard/PasteRestore.h"
 #include "Platform/Linux/X11/X11ClipboardOwner.h"
 #include "Platform/Linux/X11/X11ClipboardReader.h"
 #include "Platform/Linux/X11/X11Keyboard.h"
 
-#include <functional>
 #include <memory>
 
-class X11PasteProgress;
+class PasteProgress;
 
-/// The clipboard over one connection to the X server, and the primary selection as far as pasting needs it.
-/// One thread uses it.
-class X11Clipboard {
+/// The clipboard over one connection to the X server.
+class X11Clipboard final : public ClipboardConnection {
 public:
-    using Instant = X11Display::Instant;
-    /// What may cut the reading short: the instant by which it must end, asked each time the descriptor has
-    /// woken the thread.
-    struct Interruption {
-        int wakeDescriptor;
-        std::function<Instant()> readingEnds;
-    };
-
-    X11Clipboard(std::unique_ptr<X11Display> display, std::shared_ptr<X11PasteProgress> progress,
+    X11Clipboard(std::unique_ptr<X11Display> display, std::shared_ptr<PasteProgress> progress,
         Interruption interruption);
 
-    /// Whether another one must take its place.
-    bool isOver() const { return m_isRetired || m_display->isBroken(); }
-    /// Has another one take its place.
-    void retire() { m_isRetired = true; }
-
-    /// Handles what has arrived and is due, and waits for more, or for the descriptor.
-    void handleEvents();
-
-    /// What items() finds.
-    struct Found {
-        /// Whether it must be read from the toolkit, which cannot answer.
-        bool isToolkits = false;
-        std::vector<PasteboardItem> items;
-    };
-
-    /// What could be read by then. What was read before is not read again while its owner is the same.
-    /// `toolkit` is a number of the connection that is not read from.
-    Found items(Instant until, XID toolkit);
-    /// Reads ahead what items() will ask for.
-    void readAhead(Instant until, XID toolkit);
-    bool isToolkits(XID toolkit) const;
-
-    bool take(ClipboardContent content);
-    /// `displaced` is what was there before.
-    bool takeDictated(const QString &text, const std::vector<PasteboardItem> &displaced);
-    bool holdsDictatedText() const;
-    /// At once, or when the target of the paste has read the text, if that is still to come. Who does not ask
-    /// for it in time gets it without asking: a main thread that stands still must not have the next copy of
-    /// the user displaced.
-    void restore(const std::vector<PasteboardItem> &items);
-    void handOver(Instant until);
+    bool isOver() const override { return m_isRetired || m_display->isBroken(); }
+    void retire() override { m_isRetired = true; }
+    void handleEvents() override;
+    /// The mark is a number of the toolkit's connection.
+    Found items(Instant until, ToolkitMark toolkit) override;
+    void readAhead(Instant until, ToolkitMark toolkit) override;
+    bool isToolkits(ToolkitMark toolkit) override;
+    bool take(ClipboardContent content) override;
+    bool takeDictated(const QString &text, const std::vector<PasteboardItem> &displaced) override;
+    bool holdsDictatedText() override;
+    void restore(const std::vector<PasteboardItem> &items) override;
+    void handOver(Instant until) override;
 
 private:
     struct Snapshot {
         Window owner;
         quint64 change;
         X11ClipboardSnapshot content;
-    };
-    struct PendingRestore {
-        ClipboardContent content;
-        Instant at;
     };
 
     static Window makeWindow(X11Display &display);
@@ -74,19 +43,17 @@ private:
     void continueReading(Instant until);
     Instant limit(Instant until) const;
     void noteRead(Window reader);
-    bool awaitsReading() const;
-    bool isRestoreOverdue() const;
-    std::optional<Instant> nextDue() const;
-    void beginRestore(const std::vector<PasteboardItem> &items);
     void doWhatIsDue();
-    void bringBack(const ClipboardContent &content);
     void endPaste();
+    void endPasteWith(ClipboardContent content);
+    void bringPrimaryBack();
     bool needsPrimary() const;
     bool takePrimary(const QString &text);
     ClipboardContent primaryContent(Instant until);
 
     std::unique_ptr<X11Display> m_display;
-    std::shared_ptr<X11PasteProgress> m_progress;
+    std::shared_ptr<PasteProgress> m_progress;
+    PasteRestore m_restore;
     Interruption m_interruption;
     Atom m_selection;
     Window m_window;
@@ -102,13 +69,5 @@ private:
     /// How many owners there have been.
     quint64 m_changes = 0;
     std::optional<Snapshot> m_snapshot;
-
-    /// From the dictated text to what it has displaced.
-    bool m_isPasting = false;
-    bool m_isRead = false;
-    /// Without having been asked.
-    bool m_isRestored = false;
-    ClipboardContent m_displaced;
     std::optional<ClipboardContent> m_displacedPrimary;
-    std::optional<PendingRestore> m_pending;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/X11/ClipboardContent.h"
+#include "Platform/Linux/Clipboard/ClipboardContent.h"
 #include "Platform/Linux/X11/X11Display.h"
 
 #include <functional>

@@ -1,9 +1,9 @@
 #include "Platform/Linux/X11/X11PasteKeystroke.h"
 
+#include "Platform/Linux/Clipboard/PasteProgress.h"
 #include "Platform/Linux/X11/InjectedKeys.h"
 #include "Platform/Linux/X11/X11ActiveWindow.h"
 #include "Platform/Linux/X11/X11Keyboard.h"
-#include "Platform/Linux/X11/X11PasteProgress.h"
 
 #include <X11/keysym.h>
 
@@ -16,7 +16,7 @@ constexpr unsigned usualInsertKeyCode = 118;
 } // namespace
 
 X11PasteKeystroke::X11PasteKeystroke(std::shared_ptr<InjectedKeys> injectedKeys,
-    std::shared_ptr<X11PasteProgress> progress, const QByteArray &displayName)
+    std::shared_ptr<PasteProgress> progress, const QByteArray &displayName)
     : m_injectedKeys(std::move(injectedKeys))
     , m_progress(std::move(progress))
     , m_display(X11Display::open(displayName))
@@ -47,7 +47,7 @@ void X11PasteKeystroke::post() {
 }
 
 /// The keys in the order in which they go down.
-std::vector<unsigned> X11PasteKeystroke::commandFor(const std::optional<X11ActiveWindow> &front) const {
+std::vector<unsigned> X11PasteKeystroke::commandFor(const std::optional<ActiveWindow> &front) const {
     const unsigned control = m_keyboard->keyCode(XK_Control_L, usualControlKeyCode);
     const unsigned shift = m_keyboard->keyCode(XK_Shift_L, usualShiftKeyCode);
     const unsigned v = m_keyboard->keyCode(XK_v, usualVKeyCode);

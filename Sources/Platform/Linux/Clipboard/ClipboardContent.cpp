@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/ClipboardContent.h"
+#include "Platform/Linux/Clipboard/ClipboardContent.h"
 
 #include <algorithm>
 #include <array>
@@ -48,7 +48,7 @@ QString bestImage(const std::vector<QString> &offered) {
 }
 
 int readingRank(const QString &type) {
-    if (type == hintType || type == copyqHiddenType)
+    if (ClipboardContent::isHint(type))
         return 0;
     if (contains(utf8TextTypes, type))
         return 1;
@@ -102,6 +102,10 @@ std::optional<QByteArray> ClipboardContent::data(const QString &type) const {
 bool ClipboardContent::isSecret() const {
     const QByteArray *hint = find(hintType);
     return hint && *hint == secretHint;
+}
+
+bool ClipboardContent::isHint(const QString &type) {
+    return type == hintType || type == copyqHiddenType;
 }
 
 const QByteArray *ClipboardContent::find(const QString &type) const {

@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/ToolkitClipboard.h"
+#include "Platform/Linux/Clipboard/ToolkitClipboard.h"
 
 #include <QBuffer>
 #include <QClipboard>

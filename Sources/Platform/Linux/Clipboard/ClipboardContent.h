@@ -24,6 +24,8 @@ public:
 
     /// Whether clipboard managers are asked not to keep it.
     bool isSecret() const;
+    /// Whether a type tells clipboard managers about the content instead of holding some of it.
+    static bool isHint(const QString &type);
 
 private:
     const QByteArray *find(const QString &type) const;
