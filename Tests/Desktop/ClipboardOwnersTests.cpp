@@ -2,16 +2,10 @@
 // comes back every time, and nothing but the text is ever pasted. TOLMI_CLIPBOARD_ROUNDS is the number of
 // dictations for each kind.
 
+#include "Desktop/DesktopPaste.h"
 #include "Desktop/TestPrograms.h"
-#include "Platform/Desktop/MainLoopClock.h"
-#include "Platform/Linux/Clipboard/PasteProgress.h"
-#include "Platform/Linux/X11/InjectedKeys.h"
-#include "Platform/Linux/X11/X11FrontmostApplication.h"
-#include "Platform/Linux/X11/X11PasteKeystroke.h"
-#include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
-#include "TolmiApp/Dictation/SystemPasteService.h"
 
 #include <QBuffer>
 #include <QClipboard>
@@ -212,14 +206,14 @@ protected:
         m_owner->copy();
         GtkProgram::activate(m_targetWindow);
         const QJsonObject before = found();
-        m_pasteService->prepare();
+        m_paste.service->prepare();
         m_owner->whileSpeaking();
         pass(GetParam().speechTime);
         const QString text = QStringLiteral("dictated %1 ").arg(number);
         m_expected += text;
         QElapsedTimer timer;
         timer.start();
-        m_pasteService->paste(text, AppLanguage::English);
+        m_paste.service->paste(text, AppLanguage::English);
         m_longestPaste = std::max(m_longestPaste, timer.elapsed());
         ASSERT_TRUE(m_target.waitForText(m_expected)) << m_target.text().toStdString();
         m_marked += clipboard(QStringLiteral("x-kde-passwordManagerHint")) == "secret";
@@ -234,15 +228,7 @@ protected:
     int m_marked = 0;
     int m_restored = 0;
     qint64 m_longestPaste = 0;
-
-    MainLoopClock m_clock;
-    std::shared_ptr<InjectedKeys> m_injectedKeys = std::make_shared<InjectedKeys>();
-    std::shared_ptr<PasteProgress> m_progress = std::make_shared<PasteProgress>();
-    X11Pasteboard m_pasteboard { m_progress };
-    X11PasteKeystroke m_keystroke { m_injectedKeys, m_progress };
-    X11FrontmostApplication m_frontmost { DesktopEntries::ofThisDesktop() };
-    std::shared_ptr<SystemPasteService> m_pasteService
-        = std::make_shared<SystemPasteService>(m_pasteboard, m_keystroke, m_frontmost, m_clock);
+    DesktopPaste m_paste;
 };
 } // namespace
 

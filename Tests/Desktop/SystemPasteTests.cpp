@@ -1,15 +1,9 @@
+#include "Desktop/DesktopPaste.h"
 #include "Desktop/TestPrograms.h"
-#include "Platform/Desktop/MainLoopClock.h"
 #include "Platform/DictationKey.h"
-#include "Platform/Linux/Clipboard/PasteProgress.h"
-#include "Platform/Linux/X11/InjectedKeys.h"
 #include "Platform/Linux/X11/X11EventTap.h"
-#include "Platform/Linux/X11/X11FrontmostApplication.h"
-#include "Platform/Linux/X11/X11PasteKeystroke.h"
-#include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Support/Print.h"
 #include "Support/UntilTrue.h"
-#include "TolmiApp/Dictation/SystemPasteService.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,7 +15,7 @@ namespace {
 const QString sentence = QStringLiteral("Să ne vedem mâine la ora 9.");
 
 /// The paste service on the real adapters, and a user who copied something before.
-class SystemPasteTests : public testing::Test {
+class SystemPasteTests : public testing::Test, protected DesktopPaste {
 protected:
     SystemPasteTests() { setLayout(QStringLiteral("us")); }
 
@@ -36,15 +30,6 @@ protected:
     bool waitForClipboard(const QByteArray &text) {
         return untilTrue([&text] { return clipboard(QStringLiteral("UTF8_STRING")) == text; });
     }
-
-    MainLoopClock clock;
-    std::shared_ptr<InjectedKeys> injectedKeys = std::make_shared<InjectedKeys>();
-    std::shared_ptr<PasteProgress> progress = std::make_shared<PasteProgress>();
-    X11Pasteboard pasteboard { progress };
-    X11PasteKeystroke keystroke { injectedKeys, progress };
-    X11FrontmostApplication frontmost { DesktopEntries::ofThisDesktop() };
-    std::shared_ptr<SystemPasteService> service
-        = std::make_shared<SystemPasteService>(pasteboard, keystroke, frontmost, clock);
 };
 
 TEST_F(SystemPasteTests, TheTextArrivesAndTheFormerContentComesBack) {

@@ -37,6 +37,18 @@ public:
         return event;
     }
 
+    /// Answers a request for a selection with this property, or with None.
+    void notify(const XSelectionRequestEvent &request, Atom property) {
+        XEvent answer {};
+        answer.xselection.type = SelectionNotify;
+        answer.xselection.requestor = request.requestor;
+        answer.xselection.selection = request.selection;
+        answer.xselection.target = request.target;
+        answer.xselection.property = property;
+        XSendEvent(get(), request.requestor, False, NoEventMask, &answer);
+        XSync(get(), False);
+    }
+
 private:
     Window makeWindow() {
         const Window window = XCreateSimpleWindow(get(), m_display->root(), -1, -1, 1, 1, 0, 0, 0);
@@ -90,14 +102,7 @@ private:
             = m_client.reader().convert(display.atom("CLIPBOARD"), display.atom("UTF8_STRING"), inAWhile());
         if (targets && text)
             m_savedText = text->bytes;
-        XEvent answer {};
-        answer.xselection.type = SelectionNotify;
-        answer.xselection.requestor = request.requestor;
-        answer.xselection.selection = request.selection;
-        answer.xselection.target = request.target;
-        answer.xselection.property = request.property;
-        XSendEvent(m_client.get(), request.requestor, False, NoEventMask, &answer);
-        XSync(m_client.get(), False);
+        m_client.notify(request, request.property);
     }
 
     Client m_client;
@@ -239,21 +244,15 @@ private:
         textRequests += request.target == display.atom("UTF8_STRING");
         while (isSlow && m_holdsBack && !m_isEnding)
             std::this_thread::yield();
-        XEvent answer {};
-        answer.xselection.type = SelectionNotify;
-        answer.xselection.requestor = request.requestor;
-        answer.xselection.selection = request.selection;
-        answer.xselection.target = request.target;
-        answer.xselection.property = request.property;
+        Atom property = request.property;
         if (request.target == display.atom("TARGETS"))
             display.setProperty(
                 request.requestor, request.property, { XA_ATOM, 32, packedProperty(targets) });
         else if (isSlow || request.target == display.atom("UTF8_STRING"))
             display.setProperty(request.requestor, request.property, { request.target, 8, "copied" });
         else
-            answer.xselection.property = None;
-        XSendEvent(m_client.get(), request.requestor, False, NoEventMask, &answer);
-        XSync(m_client.get(), False);
+            property = None;
+        m_client.notify(request, property);
         slowAnswers += isSlow;
     }
 

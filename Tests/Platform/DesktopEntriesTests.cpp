@@ -109,14 +109,15 @@ INSTANTIATE_TEST_SUITE_P(Table, TerminalTests,
         TerminalCase { "xfce4-terminal", "Xfce4-terminal", true },
         TerminalCase { "gnome-terminal-server", "Gnome-terminal", true },
         TerminalCase { "konsole", "konsole", true }, TerminalCase { "kitty", "something", true },
-        TerminalCase { "mousepad", "Mousepad", false },
+        TerminalCase { "pterm", "Pterm", true }, TerminalCase { "putty", "Putty", true },
+        TerminalCase { "Zutty", "Zutty", true }, TerminalCase { "mousepad", "Mousepad", false },
         TerminalCase { "terminal-settings", "Settings", false }, TerminalCase { "", "st2", false }));
 
 TEST(ShiftInsertTests, ThoseThatPasteAtItAreKnownByTheirClass) {
-    for (const char *name : { "XTerm", "UXTerm", "URxvt", "Eterm", "Emacs", "Gvim" })
+    for (const char *name : { "XTerm", "UXTerm", "URxvt", "Eterm", "Emacs", "Gvim", "Pterm", "Putty" })
         EXPECT_TRUE(window("mytitle", name).pastesAtShiftInsert()) << name;
     EXPECT_TRUE(window("xterm", "Something").pastesAtShiftInsert());
-    for (const char *name : { "konsole", "kitty", "Xfce4-terminal", "Mousepad" })
+    for (const char *name : { "konsole", "kitty", "Xfce4-terminal", "Zutty", "Mousepad" })
         EXPECT_FALSE(window(name, name).pastesAtShiftInsert()) << name;
 }
 } // namespace

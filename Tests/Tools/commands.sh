@@ -4,7 +4,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/check.sh"
 
 test_help_is_printed() {
   local command
-  for command in run test Tools/screenshots Tools/setup Tools/virtual-desktop Tools/whisper-cli/install; do
+  for command in run test Tools/screenshots Tools/setup Tools/try-targets Tools/virtual-desktop \
+    Tools/whisper-cli/install; do
     expect_status 0 "$root/$command" --help
     expect_contains "$output" "Usage: "
   done

@@ -32,7 +32,9 @@ constexpr std::array terminalClasses {
     "org.gnome.terminal",
     "org.kde.konsole",
     "org.wezfurlong.wezterm",
+    "pterm",
     "ptyxis",
+    "putty",
     "qterminal",
     "rio",
     "roxterm",
@@ -51,10 +53,12 @@ constexpr std::array terminalClasses {
     "xfce4-terminal",
     "xterm",
     "yakuake",
+    "zutty",
 };
 
 /// Classes of programs in lower case that paste at Shift+Insert.
-constexpr std::array shiftInsertClasses { "emacs", "eterm", "gvim", "urxvt", "uxterm", "xterm" };
+constexpr std::array shiftInsertClasses { "emacs", "eterm", "gvim", "pterm", "putty", "urxvt", "uxterm",
+    "xterm" };
 
 template <size_t count>
 bool contains(const std::array<const char *, count> &classes, const QString &name) {
