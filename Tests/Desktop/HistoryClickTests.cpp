@@ -13,6 +13,7 @@
 
 namespace {
 
+const QString clearAllQuestion = QStringLiteral("Clear all transcription history?");
 const QString searchPrompt = QStringLiteral("Search raw or refined text");
 
 QJsonObject stored(const HistoryEntry &entry) {
@@ -117,6 +118,49 @@ TEST_F(HistoryClicks, DeletedEntryIsGoneFromTheFile) {
     EXPECT_TRUE(untilTrue([this] { return !isShown(shopping); }));
     EXPECT_EQ(historyEntries().size(), 3);
     EXPECT_TRUE(isShown(build));
+}
+
+TEST_F(HistoryClicks, TheQuestionBeforeClearingIsAnsweredByTheMouse) {
+    open();
+    choose(build);
+    const auto answer = [this](const QString &title) {
+        clickButton("Clear All");
+        const AccessibleElement question = control("dialog", clearAllQuestion);
+        click(buttonIn(question, title));
+        EXPECT_TRUE(untilTrue([this] { return !isShown("dialog", clearAllQuestion); }));
+    };
+    answer("Cancel");
+    EXPECT_EQ(historyEntries().size(), 4);
+    EXPECT_TRUE(isShown(build));
+    answer("Clear All");
+    EXPECT_TRUE(untilTrue([] { return historyEntries().isEmpty(); }));
+    EXPECT_TRUE(isShown("label", "No transcriptions yet"));
+}
+
+TEST_F(HistoryClicks, TheQuestionBeforeClearingIsAnsweredByTheKeyboard) {
+    open();
+    choose(build);
+    const auto ask = [this](const QString &focused) {
+        clickButton("Clear All");
+        const AccessibleElement button = buttonIn(control("dialog", clearAllQuestion), focused);
+        EXPECT_TRUE(untilTrue([&button] { return button.now().is(State::Focused); }));
+    };
+    const auto answer = [this](const char *key) {
+        m_user.type(key);
+        EXPECT_TRUE(untilTrue([this] { return !isShown("dialog", clearAllQuestion); })) << key;
+    };
+    ask("Cancel");
+    answer("Escape");
+    ask("Cancel");
+    answer("Return");
+    EXPECT_EQ(historyEntries().size(), 4);
+    EXPECT_TRUE(isShown(build));
+    ask("Cancel");
+    m_user.type("Tab");
+    const AccessibleElement clear = buttonIn(control("dialog", clearAllQuestion), "Clear All");
+    ASSERT_TRUE(untilTrue([&clear] { return clear.now().is(State::Focused); }));
+    answer("Return");
+    EXPECT_TRUE(untilTrue([] { return historyEntries().isEmpty(); }));
 }
 
 TEST_F(HistoryClicks, UndoBringsBackWhatTheDeleteKeyTook) {

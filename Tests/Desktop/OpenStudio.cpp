@@ -82,6 +82,14 @@ AccessibleElement OpenStudio::control(const QString &role, const QString &name) 
     return *found;
 }
 
+AccessibleElement OpenStudio::buttonIn(const AccessibleElement &dialog, const QString &name) const {
+    const AccessibleProgram inside = m_windows->within(dialog);
+    auto found = inside.find("push button", name);
+    if (!found)
+        throw std::runtime_error((name + " is not among\n" + inside.described()).toStdString());
+    return *found;
+}
+
 std::optional<AccessibleElement> OpenStudio::findButtonInRow(
     const HistoryEntry &entry, const QString &name) const {
     const QRect row = control("list item", entry.refinedText).rectangle();

@@ -33,6 +33,8 @@ protected:
 
     /// The control with this role and name, which must appear.
     AccessibleElement control(const QString &role, const QString &name) const;
+    /// The button with this name in a dialog.
+    AccessibleElement buttonIn(const AccessibleElement &dialog, const QString &name) const;
     /// The button with this name in the row of an entry.
     AccessibleElement buttonInRow(const HistoryEntry &entry, const QString &name) const;
     /// Whether the control is shown now.

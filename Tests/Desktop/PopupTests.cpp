@@ -144,3 +144,27 @@ TEST_F(PopupOfTheProgram, KeyboardReachesEveryControlAndEachHasAName) {
     ASSERT_TRUE(screen.find("dialog", "Tolmi Flow", patience)) << screen.described().toStdString();
     EXPECT_EQ(keyboardComplaints(m_user, screen), QStringList()) << screen.described().toStdString();
 }
+
+TEST_F(PopupOfTheProgram, ItsWaysOutLeadWhereTheySay) {
+    const AccessibleProgram screen(m_program.processId());
+    const auto choose = [&](const QString &name) {
+        open();
+        const auto popupDialog = screen.find("dialog", "Tolmi Flow", patience);
+        ASSERT_TRUE(popupDialog) << screen.described().toStdString();
+        const auto button = screen.within(*popupDialog).find("push button", name, patience);
+        ASSERT_TRUE(button) << screen.described().toStdString();
+        press(button->rectangle().center());
+        EXPECT_TRUE(isGone());
+    };
+    const auto expectWorkspace = [&](const QString &heading) {
+        EXPECT_TRUE(screen.find("heading", heading, patience)) << screen.described().toStdString();
+    };
+    choose("Settings...");
+    expectWorkspace("Hotkey");
+    choose("User");
+    expectWorkspace("Identity");
+    choose("Open Studio");
+    expectWorkspace("Command Center");
+    choose("Quit Tolmi");
+    EXPECT_TRUE(waitUntil([this] { return !m_program.isRunning(); }, patience));
+}

@@ -1,7 +1,5 @@
 #include "Desktop/StatusNotifierHost.h"
 
-#include <QDBusArgument>
-#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QtEndian>
@@ -14,22 +12,6 @@ const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
-
-/// The labels in what GetLayout answers: (number, properties, children), the children of the same kind.
-QStringList labelsIn(const QDBusArgument &layout) {
-    int number = 0;
-    QVariantMap properties;
-    QVariantList children;
-    layout.beginStructure();
-    layout >> number >> properties >> children;
-    layout.endStructure();
-    QStringList labels;
-    if (properties.contains(QStringLiteral("label")))
-        labels.append(properties.value(QStringLiteral("label")).toString());
-    for (const QVariant &child : children)
-        labels += labelsIn(child.value<QDBusArgument>());
-    return labels;
-}
 
 } // namespace
 
@@ -94,12 +76,52 @@ void StatusNotifierHost::activate(const QPoint &point) {
 }
 
 QStringList StatusNotifierHost::menu() const {
+    QStringList labels;
+    for (const MenuLine &line : menuLines())
+        labels.append(line.label);
+    return labels;
+}
+
+void StatusNotifierHost::choose(const QString &label) const {
+    for (const MenuLine &line : menuLines()) {
+        if (line.label == label) {
+            callMenu(QStringLiteral("Event"),
+                { line.number, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(QString())),
+                    QVariant::fromValue(quint32(0)) });
+            return;
+        }
+    }
+    ADD_FAILURE() << label.toStdString() << " is no line of the menu";
+}
+
+QDBusMessage StatusNotifierHost::callMenu(const QString &method, const QVariantList &arguments) const {
     const auto path = property("Menu").value<QDBusObjectPath>();
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        m_items.value(0), path.path(), menuInterface, QStringLiteral("GetLayout"));
-    constexpr int wholeMenu = 0, allLevels = -1;
-    call << wholeMenu << allLevels << QStringList();
+    QDBusMessage call = QDBusMessage::createMethodCall(m_items.value(0), path.path(), menuInterface, method);
+    call.setArguments(arguments);
     const QDBusMessage answer = m_bus.call(call, QDBus::BlockWithGui);
     EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
-    return labelsIn(answer.arguments().value(1).value<QDBusArgument>());
+    return answer;
+}
+
+QList<StatusNotifierHost::MenuLine> StatusNotifierHost::menuLines() const {
+    constexpr int wholeMenu = 0, allLevels = -1;
+    const QDBusMessage answer
+        = callMenu(QStringLiteral("GetLayout"), { wholeMenu, allLevels, QStringList() });
+    return linesIn(answer.arguments().value(1).value<QDBusArgument>());
+}
+
+/// What GetLayout answers: (number, properties, children), the children of the same kind.
+QList<StatusNotifierHost::MenuLine> StatusNotifierHost::linesIn(const QDBusArgument &layout) {
+    int number = 0;
+    QVariantMap properties;
+    QVariantList children;
+    layout.beginStructure();
+    layout >> number >> properties >> children;
+    layout.endStructure();
+    QList<MenuLine> lines;
+    if (properties.contains(QStringLiteral("label")))
+        lines.append({ number, properties.value(QStringLiteral("label")).toString() });
+    for (const QVariant &child : children)
+        lines += linesIn(child.value<QDBusArgument>());
+    return lines;
 }

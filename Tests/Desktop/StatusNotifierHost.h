@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QImage>
 #include <QObject>
 #include <QPoint>
@@ -40,6 +42,8 @@ public:
     void activate(const QPoint &point);
     /// The lines of the first item's menu, as the bus tells them.
     QStringList menu() const;
+    /// Chooses the line of the first item's menu with this label.
+    void choose(const QString &label) const;
 
 public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString &service);
@@ -50,6 +54,15 @@ Q_SIGNALS:
     void StatusNotifierHostRegistered();
 
 private:
+    struct MenuLine {
+        int number = 0;
+        QString label;
+    };
+
+    QDBusMessage callMenu(const QString &method, const QVariantList &arguments) const;
+    QList<MenuLine> menuLines() const;
+    static QList<MenuLine> linesIn(const QDBusArgument &layout);
+
     // Of its own: a call to the connection that makes it would not go over the bus.
     QDBusConnection m_bus
         = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));

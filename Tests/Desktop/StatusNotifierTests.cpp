@@ -4,6 +4,7 @@
 #include "Desktop/StatusNotifierHost.h"
 #include "Support/Print.h"
 
+#include "desktop-driver/AccessibleProgram.h"
 #include "desktop-driver/ProgramWindows.h"
 #include "dictate/Home.h"
 #include "dictate/RunningProgram.h"
@@ -92,4 +93,19 @@ TEST_F(UnderAPanel, ThePopupStandsAtThePointerWhereverThePanelIs) {
         press(point);
         ASSERT_TRUE(isGone());
     }
+}
+
+TEST_F(UnderAPanel, TheLinesOfTheMenuLeadWhereTheySay) {
+    const AccessibleProgram program(m_program.processId());
+    const auto expectWorkspace = [&](const QString &heading) {
+        EXPECT_TRUE(program.find("heading", heading, patience)) << program.described().toStdString();
+    };
+    m_panel.choose("Settings...");
+    expectWorkspace("Hotkey");
+    m_panel.choose("Open Studio");
+    expectWorkspace("Command Center");
+    m_panel.choose("Tolmi Flow");
+    EXPECT_TRUE(isShown());
+    m_panel.choose("Quit Tolmi");
+    EXPECT_TRUE(waitUntil([this] { return !m_program.isRunning(); }, patience));
 }

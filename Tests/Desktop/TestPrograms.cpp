@@ -1,12 +1,20 @@
 #include "Desktop/TestPrograms.h"
 #include "Support/UntilTrue.h"
 
+#include <QDeadlineTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <memory>
+#include <thread>
+
+// Last, because of its macros.
+#include <X11/Xlib.h>
+
+using namespace std::chrono_literals;
 
 QByteArray outputOf(const QString &program, const QStringList &arguments, const QByteArray &input) {
     QProcess process;
@@ -29,6 +37,23 @@ QByteArray triedOutputOf(const QString &program, const QStringList &arguments) {
     process.start(program, arguments);
     process.waitForFinished(20000);
     return process.readAllStandardOutput();
+}
+
+/// The window of the owner, as the X server tells it: the owner may be this thread, which is waiting.
+Window ownerOf(const QString &selection) {
+    const std::unique_ptr<Display, int (*)(Display *)> display(XOpenDisplay(nullptr), &XCloseDisplay);
+    const QByteArray name = selection.toUpper().toLatin1();
+    return XGetSelectionOwner(display.get(), XInternAtom(display.get(), name.constData(), False));
+}
+
+/// The owner after this one; none when none comes. This program handles no events meanwhile.
+Window nextOwnerOf(const QString &selection, Window previous) {
+    for (const QDeadlineTimer deadline(60s); !deadline.hasExpired(); std::this_thread::sleep_for(2ms)) {
+        const Window owner = ownerOf(selection);
+        if (owner != None && owner != previous)
+            return owner;
+    }
+    return None;
 }
 
 QByteArray classOfActiveWindow() {
@@ -97,12 +122,14 @@ void TestProgram::resume() const {
 }
 
 CopyingProgram::CopyingProgram(const QByteArray &text, const QString &selection) {
+    const Window ownerBefore = ownerOf(selection);
     m_process.start(QStringLiteral("xclip"),
         { QStringLiteral("-quiet"), QStringLiteral("-selection"), selection, QStringLiteral("-i") });
     m_process.write(text);
     m_process.closeWriteChannel();
-    EXPECT_TRUE(untilTrue(
-        [&text, &selection] { return clipboard(QStringLiteral("UTF8_STRING"), selection) == text; }));
+    while (m_process.bytesToWrite() > 0 && m_process.waitForBytesWritten()) { }
+    EXPECT_NE(nextOwnerOf(selection, ownerBefore), Window(None)) << "the program copied nothing";
+    EXPECT_EQ(clipboard(QStringLiteral("UTF8_STRING"), selection), text);
 }
 
 CopyingProgram::~CopyingProgram() {
@@ -153,6 +180,13 @@ QJsonObject TestEditor::ask(const QJsonObject &command, const QString &answer) {
 
 void TestEditor::copy(const QJsonObject &content) {
     ask({ { QStringLiteral("copy"), content } }, QStringLiteral("copied"));
+}
+
+void TestEditor::waitUntilAsked() {
+    EXPECT_TRUE(untilTrue([this] {
+        readOutput();
+        return m_said.contains(QLatin1String("asked"));
+    })) << "nobody wants the type that is held back";
 }
 
 void TestEditor::grabKeyboard() {

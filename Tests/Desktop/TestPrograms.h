@@ -67,6 +67,8 @@ public:
     bool waitForText(const QString &text);
     /// Puts these types on the clipboard, as a program does when the user copies.
     void copy(const QJsonObject &content);
+    /// Waits until somebody wants the type that the program holds back until it gets the next command.
+    void waitUntilAsked();
     /// What the program finds on the clipboard under these types.
     QJsonObject read(const QStringList &types);
 

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace {
 using Code = HttpError::Code;
@@ -389,6 +390,45 @@ TEST_F(QtHttpClientTest, ReportsProgress) {
     EXPECT_EQ(m_outcome.value, (HttpResponse { 200, QByteArray("abcde") }));
     EXPECT_TRUE(std::is_sorted(sizes.begin(), sizes.end()));
     EXPECT_EQ(sizes.back(), 5);
+}
+
+struct LongAnswer {
+    const char *name;
+    QByteArray head;
+};
+
+class ReadAhead : public QtHttpClientTest, public testing::WithParamInterface<LongAnswer> {
+protected:
+    /// Reads four mebibytes of the answer and returns the size of the largest piece.
+    qint64 largestPieceOf(const HttpRequest &sent) {
+        qint64 received = 0;
+        qint64 largestPiece = 0;
+        const auto progress = [&](qint64 receivedSoFar) {
+            largestPiece = std::max(largestPiece, receivedSoFar - std::exchange(received, receivedSoFar));
+            return received < 4 * mebibyte;
+        };
+        m_outcome = {};
+        launch(follow(m_client.download(sent, progress), m_outcome));
+        end();
+        EXPECT_GE(received, 4 * mebibyte);
+        return largestPiece;
+    }
+
+    static constexpr qint64 mebibyte = qint64(1024) * 1024;
+};
+
+INSTANTIATE_TEST_SUITE_P(Answers, ReadAhead,
+    testing::Values(LongAnswer { "WithoutLength", "HTTP/1.1 200 OK\r\n\r\n" },
+        LongAnswer { "WithLength", "HTTP/1.1 200 OK\r\nContent-Length: 67108864\r\n\r\n" }),
+    [](const auto &info) { return info.param.name; });
+
+TEST_P(ReadAhead, IsLimitedWhateverIsSent) {
+    m_server.script = { { MisbehavingServer::send(GetParam().head), m_server.stream(64 * mebibyte) } };
+    HttpRequest sent = request();
+    EXPECT_LE(largestPieceOf(sent), 64 * 1024) << "without a body";
+    sent.method = "POST";
+    sent.body = "{}";
+    EXPECT_LE(largestPieceOf(sent), 64 * 1024) << "with a body";
 }
 
 TEST_F(QtHttpClientTest, DiscardsTheBodyWhenCancelled) {

@@ -4,7 +4,8 @@
 //   says {"ready":true} when the text field has the focus, {"text":...} when the text changes
 //   {"copy":{TYPE:BASE64,...}}  puts that on the clipboard and says {"copied":true}
 //                               ("color" holds the name of a color; "slow" adds a type that takes a second to
-//                               give)
+//                               give; "held" one that is given only once the next command is there, of which
+//                               it says {"asked":true})
 //   {"read":[TYPE,...]}         says {"clipboard":{TYPE:BASE64,...}}
 //   {"grab":true}               takes the keyboard for itself and says {"grabbed":true}
 // With --menu-bar it has a menu bar, which the Alt key opens.
@@ -22,6 +23,7 @@
 #include <QSocketNotifier>
 #include <QThread>
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <iostream>
@@ -40,7 +42,16 @@ protected:
     QVariant retrieveData(const QString &type, QMetaType preferredType) const override {
         if (type == QLatin1String("application/x-slow"))
             QThread::sleep(1);
+        if (type == QLatin1String("application/x-held"))
+            holdBack();
         return QMimeData::retrieveData(type, preferredType);
+    }
+
+private:
+    static void holdBack() {
+        say({ { QStringLiteral("asked"), true } });
+        pollfd input { STDIN_FILENO, POLLIN, 0 };
+        ::poll(&input, 1, -1);
     }
 };
 
@@ -49,6 +60,8 @@ void copy(const QJsonObject &content) {
     for (auto entry = content.begin(); entry != content.end(); ++entry) {
         if (entry.key() == QLatin1String("slow"))
             data->setData(QStringLiteral("application/x-slow"), "slow");
+        else if (entry.key() == QLatin1String("held"))
+            data->setData(QStringLiteral("application/x-held"), "held");
         else if (entry.key() == QLatin1String("color"))
             data->setColorData(QColor(entry.value().toString()));
         else if (entry.key() == QLatin1String("image/png"))

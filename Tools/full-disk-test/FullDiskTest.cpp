@@ -33,10 +33,27 @@ void require(bool isFine, const QString &path) {
         giveUp(SystemError::fromErrno(errno, path).errorDescription());
 }
 
+/// The status of a test that cannot run here; the CMakeLists.txt beside this file names it too.
+constexpr int skippedStatus = 77;
+
+/// Nothing was tested, since this machine or this user's rights do not give such a disk.
+[[noreturn]] void skip(const QString &why) {
+    std::fprintf(stderr,
+        "full-disk-test: nothing is tested, since no disk of its own can be mounted here: %s\n",
+        qPrintable(why));
+    std::exit(skippedStatus);
+}
+
+/// For what only prepares the disk.
+void skipUnless(bool isPossible, const QString &path) {
+    if (!isPossible)
+        skip(SystemError::fromErrno(errno, path).errorDescription());
+}
+
 void writeLine(const char *path, const QByteArray &line) {
     QFile file(QString::fromUtf8(path));
-    require(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered), file.fileName());
-    require(file.write(line) == line.size(), file.fileName());
+    skipUnless(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered), file.fileName());
+    skipUnless(file.write(line) == line.size(), file.fileName());
 }
 
 /// Moves this process to a private mount namespace. Without root it also enters a user namespace, which may
@@ -46,26 +63,30 @@ void enterOwnMounts() {
     const gid_t group = ::getegid();
     const bool isRoot = user == 0 && ::unshare(CLONE_NEWNS) == 0;
     if (!isRoot) {
-        require(::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0, QStringLiteral("a user namespace"));
+        skipUnless(::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0, QStringLiteral("a user namespace"));
         writeLine("/proc/self/setgroups", "deny");
         writeLine("/proc/self/uid_map", "0 " + QByteArray::number(user) + " 1");
         writeLine("/proc/self/gid_map", "0 " + QByteArray::number(group) + " 1");
     }
-    require(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, QStringLiteral("/"));
+    skipUnless(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, QStringLiteral("/"));
 }
 
 void mountMemory(const QString &folder) {
     const int result
         = ::mount("tmpfs", qPrintable(folder), "tmpfs", MS_NOSUID | MS_NODEV, "size=1m,mode=0700");
-    require(result == 0, folder);
+    skipUnless(result == 0, folder);
 }
 
 void runCommand(const QString &program, const QStringList &arguments) {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    if (!process.waitForFinished() || process.exitCode() != 0)
-        giveUp(program + QStringLiteral(" failed: ") + QString::fromUtf8(process.readAll()).trimmed());
+    const bool hasRun = process.waitForFinished();
+    if (!hasRun || process.exitCode() != 0) {
+        const QString answer
+            = hasRun ? QString::fromUtf8(process.readAll()).trimmed() : process.errorString();
+        skip(program + QStringLiteral(" failed: ") + answer);
+    }
 }
 
 /// Mounts an ext4 image; requires root.

@@ -201,10 +201,18 @@ private:
         m_reply.reset(m_manager.sendCustomRequest(networkRequest(m_request), m_request.method, body.get()));
         if (body)
             body.release()->setParent(m_reply.get());
-        m_reply->setReadBufferSize(replyBufferSize);
+        limitReadAhead();
         connect(m_reply.get(), &QNetworkReply::metaDataChanged, this, [this] { m_lastData = m_clock.now(); });
         connect(m_reply.get(), &QNetworkReply::readyRead, this, [this] { takeData(); });
         connect(m_reply.get(), &QNetworkReply::finished, this, [this] { finish(); });
+    }
+
+    void limitReadAhead() {
+        m_reply->setReadBufferSize(replyBufferSize);
+        // A request with a body is started by the event loop, and Qt's thread hears of no limit set before.
+        QMetaObject::invokeMethod(
+            m_reply.get(), [reply = m_reply.get()] { reply->setReadBufferSize(replyBufferSize); },
+            Qt::QueuedConnection);
     }
 
     void takeData() {

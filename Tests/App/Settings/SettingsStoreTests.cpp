@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 using Write = FakeUserDefaults::Write;
@@ -438,6 +439,24 @@ TEST_F(SettingsStoreTest, CountsRealChangesOfTheProfile) {
     store->setLanguage(q("en"));
     EXPECT_EQ(store->profileSyncVersion(), 3);
     EXPECT_EQ(store->profileUpdatedAt(), q("then"));
+}
+
+TEST_F(SettingsStoreTest, CountsNoAssignmentOfWhatItHasLoaded) {
+    addAvatarFiles();
+    defaults.values[q("tolmi.profileDisplayName")] = q("Ana");
+    defaults.values[q("tolmi.profileAvatarID")] = q("sparkles");
+    storeAvatarPaths("profile/avatar.png", "profile/thumbnail.png");
+    const std::function<void(SettingsStore &)> assignments[] {
+        [](auto &store) { store.setProfileDisplayName(q("Ana")); },
+        [](auto &store) { store.setProfileAvatarID(q("sparkles")); },
+        [](auto &store) { store.setProfileAvatarImageRelativePath(q("profile/avatar.png")); },
+        [](auto &store) { store.setProfileAvatarThumbnailRelativePath(q("profile/thumbnail.png")); },
+    };
+    for (const auto &assign : assignments) {
+        const auto store = makeStore();
+        assign(*store);
+        EXPECT_EQ(store->profileSyncVersion(), 1);
+    }
 }
 
 TEST_F(SettingsStoreTest, CountsANewAvatarOnce) {

@@ -363,6 +363,51 @@ TestCase {
         compare(shownText("emptyTitle"), "No transcriptions yet");
         verify(!user.model.showingClearAllConfirmation);
     }
+    function test_eachButtonOfTheQuestionDoesWhatItSays_data() {
+        const click = title => mouseClick(titledButton(title));
+        return [{ tag: "cancelled by the mouse", act: () => click("Cancel"), left: 3 },
+                { tag: "confirmed by the mouse", act: () => click("Clear All"), left: 0 },
+                { tag: "cancelled by Return", act: () => keyClick(Qt.Key_Return), left: 3 },
+                { tag: "cancelled by the space bar", act: () => keyClick(Qt.Key_Space), left: 3 },
+                { tag: "confirmed by Tab and Return", act: () => confirmBy(Qt.Key_Return), left: 0 },
+                { tag: "confirmed by Tab and the space bar", act: () => confirmBy(Qt.Key_Space), left: 0 }];
+    }
+    function test_eachButtonOfTheQuestionDoesWhatItSays(data) {
+        open(entries);
+        const dialog = findChild(view, "clearAllDialog");
+        press("clearAll");
+        tryVerify(() => dialog.opened);
+        data.act();
+        tryVerify(() => !dialog.visible);
+        compare(titles().length, data.left);
+        verify(!user.model.showingClearAllConfirmation);
+    }
+    function confirmBy(key) {
+        keyClick(Qt.Key_Tab);
+        keyClick(key);
+    }
+    /// The button of the question with this title.
+    function titledButton(title) {
+        const below = item => Array.from(item.children).reduce((found, child) => [...found, child, ...below(child)], []);
+        const found = below(findChild(view, "clearAllDialog").contentItem)
+            .filter(item => item instanceof StudioButton && item.visible && item.text === title);
+        compare(found.length, 1, title);
+        return found[0];
+    }
+    function test_theListHasItsWidthAndItsBounds() {
+        open(entries);
+        compare(list.width, 420);
+        const dragBy = distance => {
+            const handle = list.mapToItem(view, list.width + Metrics.cardGap / 2, 300);
+            mouseDrag(view, handle.x, handle.y, distance, 0);
+        };
+        dragBy(-30);
+        compare(list.width, 390);
+        dragBy(-200);
+        compare(list.width, 360);
+        dragBy(400);
+        compare(list.width, 560);
+    }
     function test_aRecordingIsPlayedPausedAndFound() {
         open(entries);
         focusRow(1);

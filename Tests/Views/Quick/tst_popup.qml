@@ -136,6 +136,25 @@ TestCase {
         wait(0);
         compare(popup.view.height, height);
     }
+    function test_theTranscriptStandsOnAtMostFourLines() {
+        const popup = open();
+        const content = findChild(popup.child("lastTranscript"), "content");
+        let words = "";
+        for (let lines = 1; lines <= 4; ++lines) {
+            do {
+                words += "word ";
+                popup.fixture.dictate(words);
+                compare(content.text, words);
+            } while (content.lineCount < lines);
+            compare(content.lineCount, lines);
+        }
+        const longer = "word ".repeat(200);
+        popup.fixture.dictate(longer);
+        compare(content.lineCount, 4);
+        verify(content.text.endsWith("\u2026"));
+        verify(longer.startsWith(content.text.slice(0, -1)));
+        verify(content.height <= popup.child("lastTranscript").height);
+    }
     function test_badgeFollowsTheState() {
         const popup = open();
         const badge = popup.child("stateBadge");

@@ -18,11 +18,12 @@ namespace {
 using std::chrono::milliseconds;
 using Instant = ClipboardConnection::Instant;
 
-/// What an operation may take in all, and what of it is kept back for the way to the thread and back.
+/// What an operation may take in all, and what of it is kept back for the way to the thread and back: on a
+/// busy machine that takes a few turns of the scheduler, and what comes later than this is lost.
 constexpr milliseconds operationTime { 300 };
 constexpr milliseconds attemptTime { 150 };
 constexpr milliseconds handOverTime { 1000 };
-constexpr milliseconds wayTime { 15 };
+constexpr milliseconds wayTime { 40 };
 /// How long a content may take that is read ahead.
 constexpr std::chrono::seconds readAheadTime { 10 };
 
