@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QRegularExpression>
+#include <QScopeGuard>
 
 #include <gtest/gtest.h>
 
@@ -375,4 +376,23 @@ TEST_F(Control, WithoutABusTheProgramWorks) {
     m_user.release(VirtualUser::rightAlt);
     EXPECT_TRUE(comesTo("idle"));
     EXPECT_EQ(historyEntries().size(), 1);
+}
+
+TEST_F(Control, ABusThatHangsHoldsNothingUp) {
+    start(saysHello);
+    ASSERT_TRUE(isReached());
+    const auto bus = pid_t(QDBusConnection::sessionBus()
+                               .interface()
+                               ->servicePid(QStringLiteral("org.freedesktop.DBus"))
+                               .value());
+    ASSERT_GT(bus, 0);
+    ASSERT_EQ(kill(bus, SIGSTOP), 0);
+    const auto resuming = qScopeGuard([bus] { kill(bus, SIGCONT); });
+    m_user.press(VirtualUser::rightAlt);
+    EXPECT_TRUE(comesTo("recording"));
+    m_user.release(VirtualUser::rightAlt);
+    EXPECT_TRUE(comesTo("idle"));
+    EXPECT_EQ(historyEntries().size(), 1);
+    kill(bus, SIGCONT);
+    EXPECT_TRUE(isReached());
 }
