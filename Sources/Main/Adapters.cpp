@@ -12,6 +12,7 @@
 #include "Platform/Desktop/SndFileStore.h"
 #include "Platform/Desktop/SodiumSignatureVerifier.h"
 #include "Platform/Linux/Desktop/DBusFileViewer.h"
+#include "Platform/Linux/Desktop/DBusRemoteControl.h"
 #include "Platform/Linux/Desktop/DBusSessionLock.h"
 #include "Platform/Linux/Desktop/DBusStatusTray.h"
 #include "Platform/Linux/Desktop/PortalDesktopLook.h"
@@ -57,6 +58,7 @@ struct Adapters::Made {
     LinuxProcessLauncher processes;
     FileUserDefaults defaults { settingsFileURL(folders, fileManager), fileManager, fileWriter };
     LocalSocketInstance instance { dataFolder(fileManager), fileManager.temporaryDirectory() };
+    DBusRemoteControl remoteControl;
     QtHttpClient http { clock };
     LinuxLocalListeners listeners;
     SodiumSignatureVerifier signatures;
@@ -87,6 +89,7 @@ Adapters::Adapters(std::unique_ptr<Made> made)
     , processes(made->processes)
     , defaults(made->defaults)
     , instance(made->instance)
+    , remoteControl(made->remoteControl)
     , http(made->http)
     , listeners(made->listeners)
     , signatures(made->signatures)
@@ -110,3 +113,7 @@ Adapters::Adapters(std::unique_ptr<Made> made)
     , m_made(std::move(made)) { }
 
 Adapters::~Adapters() = default;
+
+std::vector<OperationMethod> Adapters::methods() const {
+    return m_made->windowSystem.methods();
+}

@@ -20,9 +20,11 @@
 #include "Platform/LoginSession.h"
 #include "Platform/MicrophonePermission.h"
 #include "Platform/OpenPanel.h"
+#include "Platform/OperationMethod.h"
 #include "Platform/PasteKeystroke.h"
 #include "Platform/Pasteboard.h"
 #include "Platform/Process.h"
+#include "Platform/RemoteControl.h"
 #include "Platform/SavePanel.h"
 #include "Platform/SessionLock.h"
 #include "Platform/SignatureVerifier.h"
@@ -53,6 +55,7 @@ struct Adapters {
     ProcessLauncher &processes;
     UserDefaults &defaults;
     SingleInstance &instance;
+    RemoteControl &remoteControl;
     HttpClient &http;
     LocalListeners &listeners;
     SignatureVerifier &signatures;
@@ -74,6 +77,9 @@ struct Adapters {
     FloatingWindows &floatingWindows;
     /// Every place that the desktop may have for the status item.
     const std::vector<StatusTray *> statusTrays;
+
+    /// How key, paste, clipboard and overlay are done here.
+    std::vector<OperationMethod> methods() const;
 
 private:
     struct Made;

@@ -3,12 +3,14 @@
 #include "Foundation/Log.h"
 #include "Main/Adapters.h"
 #include "Main/BundleInformation.h"
+#include "Main/Diagnosis.h"
 #include "Main/Interface.h"
 #include "Main/Updates.h"
 #include "TolmiApp/Audio/AudioRecorder.h"
 #include "TolmiApp/Audio/AudioRetentionSweeper.h"
 #include "TolmiApp/Audio/LiveAudioCapture.h"
 #include "TolmiApp/Audio/ProcessingTransitionSoundPlayer.h"
+#include "TolmiApp/Control/ControlCommands.h"
 #include "TolmiApp/Dictation/DictationFlowManager.h"
 #include "TolmiApp/Dictation/DictationKeyWait.h"
 #include "TolmiApp/Dictation/GlobalHotkeyManager.h"
@@ -47,6 +49,7 @@ struct Composition::Parts {
     std::shared_ptr<SettingsStore> makeSettings();
     DictationFlowCollaborators collaborators();
     std::unique_ptr<OverlayWindow> makeOverlay(OverlayViewModel &model);
+    ControlCommands::Program controlledProgram();
     void openStudioIfItIsNeeded();
     void openStudioAtStartPage();
     void openStudioByItself(const std::function<void()> &open);
@@ -58,10 +61,11 @@ struct Composition::Parts {
     GuardedHttpClient ollamaClient { adapters.http, adapters.listeners };
     std::shared_ptr<SettingsStore> settings;
     std::shared_ptr<TranscriptionHistory> history;
-    std::shared_ptr<HotkeyManager> hotkey;
+    std::shared_ptr<GlobalHotkeyManager> hotkey;
     std::shared_ptr<DictationFlowManager> flow;
     std::unique_ptr<Updates> updates;
     std::unique_ptr<Interface> interface;
+    std::unique_ptr<ControlCommands> control;
 };
 
 void Composition::Parts::start() {
@@ -74,6 +78,7 @@ void Composition::Parts::start() {
         adapters, bundle, *settings, [this](std::function<void()> work) { whenKeyIsUp(std::move(work)); });
     interface = std::make_unique<Interface>(
         Interface::Program { adapters, flow, history, updates->updater(), launch.quit });
+    control = std::make_unique<ControlCommands>(controlledProgram(), adapters.remoteControl);
     // After the key listens: a window takes its time.
     adapters.clock.post([this] { openStudioIfItIsNeeded(); });
 }
@@ -119,6 +124,18 @@ std::unique_ptr<OverlayWindow> Composition::Parts::makeOverlay(OverlayViewModel 
     auto overlay = std::make_unique<QuickOverlayWindow>(model, adapters.floatingWindows);
     new ViewAppearance(*overlay->view().engine(), *settings, adapters.look);
     return overlay;
+}
+
+ControlCommands::Program Composition::Parts::controlledProgram() {
+    return { .flow = flow,
+        .hotkey = hotkey,
+        .clock = adapters.clock,
+        .showStudio = [this] { openStudioByItself([this] { interface->openStudio(); }); },
+        .showSettings
+        = [this] { openStudioByItself([this] { interface->openStudio(StudioDestination::Settings); }); },
+        .quit = launch.quit,
+        .methods = [this] { return diagnosis(adapters, *settings); },
+        .version = bundle.infoDictionary.value(QStringLiteral("CFBundleShortVersionString")).toString() };
 }
 
 void Composition::Parts::openStudioIfItIsNeeded() {

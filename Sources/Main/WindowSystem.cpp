@@ -53,6 +53,24 @@ std::unique_ptr<Pasteboard> makePasteboard(
         return std::make_unique<WaylandPasteboard>(progress);
     return std::make_unique<X11Pasteboard>(progress);
 }
+
+/// Watching and posting keys takes more of an X server than that it answers.
+std::vector<OperationMethod> methodRows(const DesktopFacts &facts, AccessibilityRight &accessibility) {
+    const Availability keys = accessibility.state();
+    std::vector<OperationMethod> rows;
+    for (const auto operation : { DesktopOperation::Key, DesktopOperation::Paste, DesktopOperation::Clipboard,
+             DesktopOperation::FrontApplication, DesktopOperation::Overlay }) {
+        OperationMethod row = operationMethod(operation, facts);
+        const bool needsKeys = operation == DesktopOperation::Key || operation == DesktopOperation::Paste;
+        const bool isOfXServer = bestDesktopMethod(operation, facts) == DesktopMethod::XServer;
+        if (needsKeys && isOfXServer && !keys.isAvailable()) {
+            row.isAvailable = false;
+            row.reason = keys.reason;
+        }
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
 } // namespace
 
 // A window of this program must lie among those of the X server to be placed right.
@@ -71,12 +89,15 @@ WindowSystem WindowSystem::ofThisSession(const DesktopLook &look) {
     logLimits(facts);
     const auto injectedKeys = std::make_shared<InjectedKeys>();
     const auto progress = std::make_shared<PasteProgress>();
+    auto accessibility = std::make_unique<X11AccessibilityRight>(&logWhyKeysDoNotWork);
+    const auto methods = [&facts, &right = *accessibility] { return methodRows(facts, right); };
     return { .application = std::make_unique<X11Application>(look),
         .taps = std::make_unique<X11EventTapFactory>(injectedKeys),
-        .accessibility = std::make_unique<X11AccessibilityRight>(&logWhyKeysDoNotWork),
+        .accessibility = std::move(accessibility),
         .keystroke = makeKeystroke(facts, injectedKeys, progress),
         .frontmost = makeFrontmost(facts),
         .pasteboard = makePasteboard(facts, progress),
         .floatingWindows = std::make_unique<X11FloatingWindows>(),
-        .statusTray = std::make_unique<X11StatusTray>() };
+        .statusTray = std::make_unique<X11StatusTray>(),
+        .methods = methods };
 }

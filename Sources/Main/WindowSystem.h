@@ -6,11 +6,14 @@
 #include "Platform/EventTap.h"
 #include "Platform/FloatingWindows.h"
 #include "Platform/FrontmostApplication.h"
+#include "Platform/OperationMethod.h"
 #include "Platform/PasteKeystroke.h"
 #include "Platform/Pasteboard.h"
 #include "Platform/StatusTray.h"
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 /// The adapters that speak to the window system: to its keyboard, its windows, its clipboard and its tray.
 struct WindowSystem {
@@ -29,4 +32,6 @@ struct WindowSystem {
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<FloatingWindows> floatingWindows;
     std::unique_ptr<StatusTray> statusTray;
+    /// How each operation is done, and whether that works now.
+    std::function<std::vector<OperationMethod>()> methods;
 };

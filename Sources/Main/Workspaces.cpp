@@ -1,6 +1,7 @@
 #include "Main/Workspaces.h"
 
 #include "Main/Adapters.h"
+#include "Main/Diagnosis.h"
 #include "TolmiApp/CommandCenter/CommandCenterModel.h"
 #include "TolmiApp/Dictation/DictationFlowManager.h"
 #include "TolmiApp/DictationLive/DictationLiveModel.h"
@@ -85,12 +86,8 @@ std::unique_ptr<QObject> Workspaces::templates(TolmiStudioWindowModel &studio) {
 }
 
 std::unique_ptr<QObject> Workspaces::health() {
-    Adapters &adapters = m_program.adapters;
-    return std::make_unique<HealthModel>(m_program.flow->settings(), adapters.application,
-        StudioHealthCheckService(
-            StudioHealthCheckService::Platform { adapters.microphone, adapters.accessibility,
-                adapters.fileManager, adapters.http, adapters.listeners },
-            PlatformTexts::forLinux()));
+    return std::make_unique<HealthModel>(
+        m_program.flow->settings(), m_program.adapters.application, healthChecks(m_program.adapters));
 }
 
 std::unique_ptr<QObject> Workspaces::settings(TolmiStudioWindowModel &studio) {

@@ -3,6 +3,8 @@
 #include "Text/Text.h"
 
 namespace {
+constexpr QLatin1String failurePrefix("whisper-cli failed with exit code ");
+
 struct DescribeEngineError {
     using E = TranscriptionEngineError;
 
@@ -19,8 +21,7 @@ struct DescribeEngineError {
         return QStringLiteral("Could not create transcript output directory at ") + error.url.path() + u'.';
     }
     QString operator()(const E::ProcessFailed &error) const {
-        return QStringLiteral("whisper-cli failed with exit code ") + QString::number(error.code)
-            + QStringLiteral(". ") + error.message;
+        return failurePrefix + QString::number(error.code) + QStringLiteral(". ") + error.message;
     }
     QString operator()(const E::ProcessTimedOut &error) const {
         return QStringLiteral("whisper-cli timed out after ") + Text::shortestDecimal(error.seconds)
@@ -39,4 +40,10 @@ struct DescribeEngineError {
 
 QString TranscriptionEngineError::errorDescription() const {
     return std::visit(DescribeEngineError {}, m_case);
+}
+
+QString TranscriptionEngineError::withoutOutput(const QString &description) {
+    return description.startsWith(failurePrefix)
+        ? description.left(description.indexOf(u'.', failurePrefix.size()) + 1)
+        : description;
 }

@@ -57,6 +57,9 @@ public:
     const Case &errorCase() const { return m_case; }
     QString errorDescription() const override;
 
+    /// The description of any error without what whisper-cli printed, which may be what was said.
+    static QString withoutOutput(const QString &description);
+
     friend bool operator==(const TranscriptionEngineError &left, const TranscriptionEngineError &right) {
         return left.m_case == right.m_case;
     }

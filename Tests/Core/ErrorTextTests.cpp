@@ -43,6 +43,17 @@ INSTANTIATE_TEST_SUITE_P(Table, EngineErrorTexts,
             "whisper-cli produced an empty transcript for recording-1.wav." },
         EngineErrorText { EngineError::MissingModel {}, "Whisper model file not found at ." }));
 
+TEST(TranscriptionEngineError, LeavesWhatWhisperCLIPrintedOut) {
+    const auto shortened = [](const QString &text) { return EngineError::withoutOutput(text).toStdString(); };
+    const EngineError failed(EngineError::ProcessFailed { -7, QStringLiteral("[00:00] My secret. Words.") });
+    EXPECT_EQ(shortened(failed.errorDescription()), "whisper-cli failed with exit code -7.");
+    const EngineError silent(EngineError::ProcessFailed { 1, {} });
+    EXPECT_EQ(shortened(silent.errorDescription()), "whisper-cli failed with exit code 1.");
+    const EngineError missing(EngineError::MissingModel { recording() });
+    EXPECT_EQ(shortened(missing.errorDescription()), missing.errorDescription().toStdString());
+    EXPECT_EQ(shortened(QString()), "");
+}
+
 TEST(TranscriptionEngineError, EqualsByCaseAndPayload) {
     EXPECT_EQ(EngineError(EngineError::MissingModel { recording() }),
         EngineError(EngineError::MissingModel { recording() }));

@@ -72,4 +72,16 @@ TEST(DesktopMethodsTests, OnlyOnWaylandTheXServerHasLimits) {
         QStringLiteral("The key works only in windows that run through XWayland."));
     EXPECT_EQ(desktopMethods(Operation::Paste, fullWayland).front().limit, QString());
 }
+
+TEST(DesktopMethodsTests, ARowTellsTheWayAndWhyNoBetterOneIsThere) {
+    EXPECT_EQ(operationMethod(Operation::Clipboard, x11),
+        (OperationMethod {
+            QStringLiteral("clipboard"), QStringLiteral("the clipboard of the X server"), true, {} }));
+    EXPECT_EQ(operationMethod(Operation::Paste, bareWayland),
+        (OperationMethod { QStringLiteral("paste"), QStringLiteral("keys posted to the X server"), true,
+            QStringLiteral("The compositor does not let programs type. The text is pasted only into windows "
+                           "that run through XWayland.") }));
+    EXPECT_EQ(operationMethod(Operation::Paste, fullWayland).reason, QString());
+    EXPECT_FALSE(operationMethod(Operation::Key, nothing).isAvailable);
+}
 } // namespace

@@ -15,8 +15,10 @@ expect_valid() {
 test_everything_is_in_its_place() {
   local file side
   install_program
-  for file in bin/tolmi share/applications/tolmi.desktop share/metainfo/tolmi.metainfo.xml \
-    share/icons/hicolor/scalable/apps/tolmi.svg share/tolmi/models/ggml-tolmi-starter-q8_0.bin; do
+  for file in bin/tolmi bin/tolmictl share/applications/tolmi.desktop share/metainfo/tolmi.metainfo.xml \
+    share/icons/hicolor/scalable/apps/tolmi.svg share/tolmi/models/ggml-tolmi-starter-q8_0.bin \
+    share/man/man1/tolmictl.1 share/bash-completion/completions/tolmictl share/zsh/site-functions/_tolmictl \
+    share/fish/vendor_completions.d/tolmictl.fish share/dbus-1/interfaces/org.tolmi.Tolmi1.xml; do
     [[ -s $work/usr/$file ]] || fail "$file is missing"
   done
   for side in 16 24 32 48 64 128 256 512; do
@@ -32,6 +34,8 @@ test_descriptions_are_valid() {
   install_program
   expect_valid desktop-file-validate "$share/applications/tolmi.desktop"
   expect_valid appstreamcli validate --no-net "$share/metainfo/tolmi.metainfo.xml"
+  expect_valid xmllint --noout --nonet "$share/dbus-1/interfaces/org.tolmi.Tolmi1.xml"
+  expect_contains "$(cat "$share/man/man1/tolmictl.1")" '"Tolmi '"$(sed -nE 's/^project\(Tolmi VERSION ([0-9.]+) .*/\1/p' "$root/CMakeLists.txt")"'"'
   expect_contains "$(cat "$share/applications/tolmi.desktop")" "Exec=tolmi"
   expect_contains "$(cat "$share/metainfo/tolmi.metainfo.xml")" ">tolmi.desktop<"
 }

@@ -8,6 +8,7 @@
 
 namespace {
 constexpr qint64 targetKeyCode = DictationKey::keyCode;
+const DictationKeySources::Source theKey = QStringLiteral("key");
 } // namespace
 
 GlobalHotkeyManager::GlobalHotkeyManager(Platform platform)
@@ -59,7 +60,28 @@ void GlobalHotkeyManager::stop() {
         m_thread->wait();
     m_thread.reset();
     m_eventTap.reset();
-    m_isHotkeyHeld = false;
+    // Behind what the tap has queued, and before anything of the next one.
+    if (m_isHotkeyHeld.exchange(false))
+        queue(&GlobalHotkeyManager::forgetKey);
+}
+
+GlobalHotkeyManager::Press GlobalHotkeyManager::press(const DictationKeySources::Source &source) {
+    if (m_lock.isLocked())
+        return Press::Locked;
+    if (!m_sources.press(source))
+        return holder() == source ? Press::Repeated : Press::HeldElsewhere;
+    report(&HotkeyManager::onKeyDown);
+    return Press::Counts;
+}
+
+void GlobalHotkeyManager::release(const DictationKeySources::Source &source) {
+    if (m_sources.release(source))
+        report(&HotkeyManager::onKeyUp);
+}
+
+void GlobalHotkeyManager::forgetOtherPress() {
+    if (holder() && holder() != theKey)
+        m_sources.release(*holder());
 }
 
 void GlobalHotkeyManager::handle(const TapEvent &event) {
@@ -73,7 +95,7 @@ void GlobalHotkeyManager::handle(const TapEvent &event) {
         break;
     case TapEventType::ChordBegan:
         if (m_isHotkeyHeld)
-            notify(&HotkeyManager::onChord);
+            queue(&GlobalHotkeyManager::reportChord);
         break;
     case TapEventType::Other:
         break;
@@ -87,20 +109,38 @@ void GlobalHotkeyManager::handleFlagsChanged(const TapEvent &event) {
     if (isOptionDown == m_isHotkeyHeld)
         return;
     m_isHotkeyHeld = isOptionDown;
-    notify(isOptionDown ? &HotkeyManager::onKeyDown : &HotkeyManager::onKeyUp);
+    queue(isOptionDown ? &GlobalHotkeyManager::reportKeyDown : &GlobalHotkeyManager::reportKeyUp);
 }
 
-void GlobalHotkeyManager::notify(Callback callback) {
-    m_clock.post([weakSelf = weak_from_this(), callback] {
+void GlobalHotkeyManager::queue(void (GlobalHotkeyManager::*report)()) {
+    m_clock.post([weakSelf = weak_from_this(), report] {
         if (const auto self = weakSelf.lock())
-            self->report(callback);
+            ((*self).*report)();
     });
 }
 
-void GlobalHotkeyManager::report(Callback callback) const {
+void GlobalHotkeyManager::reportKeyDown() {
     // A stranger may sit at a locked desktop, and the text would go to whatever lies under the lock.
-    const bool isRefused = callback == &HotkeyManager::onKeyDown && m_lock.isLocked();
+    if (m_sources.press(theKey) && !m_lock.isLocked())
+        report(&HotkeyManager::onKeyDown);
+}
+
+void GlobalHotkeyManager::reportKeyUp() {
+    release(theKey);
+}
+
+void GlobalHotkeyManager::reportChord() {
+    // A letter typed with the key during the press of another source ends nothing.
+    if (holder() == theKey)
+        report(&HotkeyManager::onChord);
+}
+
+void GlobalHotkeyManager::forgetKey() {
+    m_sources.release(theKey);
+}
+
+void GlobalHotkeyManager::report(Callback callback) const {
     const std::function<void()> &call = this->*callback;
-    if (call && !isRefused)
+    if (call)
         call();
 }

@@ -105,10 +105,14 @@ StudioHealthCheckService::StudioHealthCheckService(Platform platform, PlatformTe
     : StudioHealthCheckService(functionsOf(platform), texts) { }
 
 Task<QList<HealthCheckItem>> StudioHealthCheckService::runChecks(StudioHealthInput input) const {
-    QList<HealthCheckItem> items { microphoneItem(input.uiLanguage), accessibilityItem(input.uiLanguage),
-        binaryItem(input), modelItem(input) };
+    QList<HealthCheckItem> items = localItems(input);
     items.append(co_await ollamaItem(input));
     co_return items;
+}
+
+QList<HealthCheckItem> StudioHealthCheckService::localItems(const StudioHealthInput &input) const {
+    return { microphoneItem(input.uiLanguage), accessibilityItem(input.uiLanguage), binaryItem(input),
+        modelItem(input) };
 }
 
 Task<bool> StudioHealthCheckService::defaultOllamaProbe(HttpClient &client, QUrl endpoint, double timeout) {

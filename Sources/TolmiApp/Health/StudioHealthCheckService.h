@@ -99,6 +99,9 @@ public:
     /// service must outlive the task.
     Task<QList<HealthCheckItem>> runChecks(StudioHealthInput input) const;
 
+    /// The results of all checks but that of Ollama, which takes its time; in the same order.
+    QList<HealthCheckItem> localItems(const StudioHealthInput &input) const;
+
     /// Whether Ollama at `endpoint` answers a request for its models with a status from 200 to 299 within an
     /// idle time-out of `timeout` seconds.
     static Task<bool> defaultOllamaProbe(HttpClient &client, QUrl endpoint, double timeout);

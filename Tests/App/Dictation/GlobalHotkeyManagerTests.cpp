@@ -290,4 +290,110 @@ TEST_F(GlobalHotkeyManagerTests, EventsThatArriveDuringStopAreSafe) {
     clock.runPosted();
     EXPECT_LE(heard.size(), 20);
 }
+
+using Press = GlobalHotkeyManager::Press;
+const QString other = QStringLiteral("other");
+const QString third = QStringLiteral("third");
+
+TEST_F(GlobalHotkeyManagerTests, AnotherSourcePressesBesideTheKey) {
+    EXPECT_EQ(manager->press(other), Press::Counts);
+    EXPECT_EQ(manager->holder(), other);
+    manager->release(other);
+    EXPECT_THAT(heard, ElementsAre("down", "up"));
+    EXPECT_FALSE(manager->holder());
+}
+
+TEST_F(GlobalHotkeyManagerTests, AnotherSourceThatRepeatsIsHeardOnce) {
+    manager->press(other);
+    EXPECT_EQ(manager->press(other), Press::Repeated);
+    EXPECT_EQ(manager->press(third), Press::HeldElsewhere);
+    manager->release(third);
+    EXPECT_THAT(heard, ElementsAre("down"));
+}
+
+TEST_F(GlobalHotkeyManagerTests, TheKeyDoesNothingDuringThePressOfAnotherSource) {
+    manager->start();
+    manager->press(other);
+    tap().send(flagsChanged(rightOption, alternate));
+    tap().send({ TapEventType::ChordBegan, rightOption, alternate });
+    tap().send(flagsChanged(rightOption, 0));
+    clock.runPosted();
+    EXPECT_THAT(heard, ElementsAre("down"));
+    manager->release(other);
+    EXPECT_THAT(heard, ElementsAre("down", "up"));
+}
+
+TEST_F(GlobalHotkeyManagerTests, AnotherSourceDoesNothingWhileTheKeyIsHeld) {
+    manager->start();
+    tap().send(flagsChanged(rightOption, alternate));
+    clock.runPosted();
+    EXPECT_EQ(manager->press(other), Press::HeldElsewhere);
+    manager->release(other);
+    tap().send(flagsChanged(rightOption, 0));
+    clock.runPosted();
+    EXPECT_THAT(heard, ElementsAre("down", "up"));
+    EXPECT_EQ(manager->press(other), Press::Counts);
+}
+
+TEST_F(GlobalHotkeyManagerTests, ThePressOfAnotherSourceSurvivesARestart) {
+    manager->start();
+    manager->press(other);
+    manager->start();
+    clock.runPosted();
+    EXPECT_EQ(manager->holder(), other);
+    manager->release(other);
+    EXPECT_THAT(heard, ElementsAre("down", "up"));
+}
+
+TEST_F(GlobalHotkeyManagerTests, AKeyHeldDuringStopLeavesTheOtherSourcesFree) {
+    manager->start();
+    tap().send(flagsChanged(rightOption, alternate));
+    clock.runPosted();
+    manager->stop();
+    clock.runPosted();
+    EXPECT_FALSE(manager->holder());
+    EXPECT_EQ(manager->press(other), Press::Counts);
+}
+
+TEST_F(GlobalHotkeyManagerTests, AKeyHeldDuringStopIsForgottenBehindItsQueuedPress) {
+    manager->start();
+    tap().send(flagsChanged(rightOption, alternate));
+    manager->stop();
+    clock.runPosted();
+    EXPECT_THAT(heard, ElementsAre("down"));
+    EXPECT_FALSE(manager->holder());
+}
+
+TEST_F(GlobalHotkeyManagerTests, AQuickPressBeforeStopIsHeardToItsEnd) {
+    manager->start();
+    tap().send(flagsChanged(rightOption, alternate));
+    tap().send(flagsChanged(rightOption, 0));
+    manager->stop();
+    clock.runPosted();
+    EXPECT_THAT(heard, ElementsAre("down", "up"));
+}
+
+TEST_F(GlobalHotkeyManagerTests, OnALockedDesktopAnotherSourceOnlyReleases) {
+    manager->press(other);
+    lock.locked = true;
+    manager->release(other);
+    EXPECT_EQ(manager->press(other), Press::Locked);
+    EXPECT_THAT(heard, ElementsAre("down", "up"));
+    EXPECT_FALSE(manager->holder());
+}
+
+TEST_F(GlobalHotkeyManagerTests, AnotherPressIsForgottenAndTheKeysIsNot) {
+    manager->press(other);
+    manager->forgetOtherPress();
+    EXPECT_FALSE(manager->holder());
+    manager->release(other);
+    EXPECT_THAT(heard, ElementsAre("down"));
+    manager->start();
+    tap().send(flagsChanged(rightOption, alternate));
+    clock.runPosted();
+    manager->forgetOtherPress();
+    tap().send(flagsChanged(rightOption, 0));
+    clock.runPosted();
+    EXPECT_THAT(heard, ElementsAre("down", "down", "up"));
+}
 } // namespace

@@ -226,6 +226,13 @@ TEST_F(StudioHealthCheckServiceTest, ChecksOneAfterTheOther) {
             "fileExists /models/large.bin", ollama }));
 }
 
+TEST_F(StudioHealthCheckServiceTest, LocalItemsAreTheSameWithoutTheProbe) {
+    const QList<HealthCheckItem> all = run();
+    probes.clear();
+    EXPECT_EQ(service().localItems(input), all.first(4));
+    EXPECT_TRUE(probes.empty());
+}
+
 TEST_F(StudioHealthCheckServiceTest, AnEmptyPathIsMissing) {
     FakeFileManager files;
     FakeMicrophonePermission permission;

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Desktop/DesktopMethods.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace {
@@ -47,4 +49,71 @@ DesktopMethod bestDesktopMethod(DesktopOperation operation, const DesktopFacts &
     const auto best = std::ranges::find_if(
         methods, [](const DesktopMethodState &state) { return state.availability.isAvailable(); });
     return best == methods.end() ? DesktopMethod::XServer : best->method;
+}
+
+namespace {
+QString nameOf(DesktopOperation operation) {
+    switch (operation) {
+    case DesktopOperation::Key:
+        return QStringLiteral("key");
+    case DesktopOperation::Paste:
+        return QStringLiteral("paste");
+    case DesktopOperation::Clipboard:
+        return QStringLiteral("clipboard");
+    case DesktopOperation::FrontApplication:
+        return QStringLiteral("front application");
+    case DesktopOperation::Overlay:
+        return QStringLiteral("overlay");
+    }
+    return {};
+}
+
+QString xServerWay(DesktopOperation operation) {
+    switch (operation) {
+    case DesktopOperation::Key:
+        return QStringLiteral("raw keys of the X server");
+    case DesktopOperation::Paste:
+        return QStringLiteral("keys posted to the X server");
+    case DesktopOperation::Clipboard:
+        return QStringLiteral("the clipboard of the X server");
+    case DesktopOperation::FrontApplication:
+        return QStringLiteral("the active window of the X server");
+    case DesktopOperation::Overlay:
+        return QStringLiteral("a window of the X server");
+    }
+    return {};
+}
+
+QString wayOf(DesktopMethod method, DesktopOperation operation) {
+    switch (method) {
+    case DesktopMethod::XServer:
+        return xServerWay(operation);
+    case DesktopMethod::WaylandClipboard:
+        return QStringLiteral("the clipboard of the Wayland compositor (data control)");
+    case DesktopMethod::WaylandKeyboard:
+        return QStringLiteral("a virtual keyboard of Wayland");
+    case DesktopMethod::WaylandWindows:
+        return QStringLiteral("the Wayland compositor's list of windows");
+    }
+    return {};
+}
+} // namespace
+
+OperationMethod operationMethod(DesktopOperation operation, const DesktopFacts &facts) {
+    const DesktopMethod best = bestDesktopMethod(operation, facts);
+    QStringList reasons;
+    OperationMethod row { nameOf(operation), wayOf(best, operation), true, {} };
+    for (const DesktopMethodState &state : desktopMethods(operation, facts)) {
+        // That this is no Wayland session is no lack.
+        if (!state.availability.isAvailable() && (facts.hasWayland || state.method == DesktopMethod::XServer))
+            reasons.append(state.availability.reason);
+        if (state.method != best)
+            continue;
+        row.isAvailable = state.availability.isAvailable();
+        if (!state.limit.isEmpty())
+            reasons.append(state.limit);
+        break;
+    }
+    row.reason = reasons.join(u' ');
+    return row;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Availability.h"
+#include "Platform/OperationMethod.h"
 
 #include <vector>
 
@@ -56,3 +57,6 @@ std::vector<DesktopMethodState> desktopMethods(DesktopOperation operation, const
 
 /// The best way that can be used; that of the X server when none can.
 DesktopMethod bestDesktopMethod(DesktopOperation operation, const DesktopFacts &facts);
+
+/// The way that is chosen for an operation, in words, with what it does not reach and why no better one was.
+OperationMethod operationMethod(DesktopOperation operation, const DesktopFacts &facts);

@@ -1,0 +1,16 @@
+# Completion of tolmictl for fish.
+complete -c tolmictl -f
+complete -c tolmictl -n __fish_use_subcommand -s h -l help -d 'Print a summary'
+complete -c tolmictl -n __fish_use_subcommand -l version -d 'Print the version'
+complete -c tolmictl -n __fish_use_subcommand -a press -d 'Press the dictation key'
+complete -c tolmictl -n __fish_use_subcommand -a release -d 'Let go of it'
+complete -c tolmictl -n __fish_use_subcommand -a start -d 'Begin to record'
+complete -c tolmictl -n __fish_use_subcommand -a stop -d 'End the recording'
+complete -c tolmictl -n __fish_use_subcommand -a toggle -d 'Begin or end it'
+complete -c tolmictl -n __fish_use_subcommand -a status -d 'Print what Tolmi is doing'
+complete -c tolmictl -n __fish_use_subcommand -a studio -d 'Open the Studio'
+complete -c tolmictl -n __fish_use_subcommand -a settings -d 'Open the settings'
+complete -c tolmictl -n __fish_use_subcommand -a doctor -d 'Print how everything works here'
+complete -c tolmictl -n __fish_use_subcommand -a quit -d 'End Tolmi'
+complete -c tolmictl -n '__fish_seen_subcommand_from status' -l follow -d 'A line for each change'
+complete -c tolmictl -n '__fish_seen_subcommand_from status' -l json -d 'Print JSON'
