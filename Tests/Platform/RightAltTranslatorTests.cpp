@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/RightAltTranslator.h"
+#include "Platform/Linux/Keys/RightAltTranslator.h"
 
 #include "Support/VirtualClock.h"
 

@@ -15,7 +15,9 @@ expect_valid() {
 test_everything_is_in_its_place() {
   local file side
   install_program
-  for file in bin/tolmi bin/tolmictl share/applications/tolmi.desktop share/metainfo/tolmi.metainfo.xml \
+  for file in bin/tolmi bin/tolmictl libexec/tolmi/tolmi-keyboard-access \
+    share/applications/tolmi.desktop share/metainfo/tolmi.metainfo.xml \
+    share/polkit-1/actions/org.tolmi.keyboard-access.policy \
     share/icons/hicolor/scalable/apps/tolmi.svg share/tolmi/models/ggml-tolmi-starter-q8_0.bin \
     share/man/man1/tolmictl.1 share/bash-completion/completions/tolmictl share/zsh/site-functions/_tolmictl \
     share/fish/vendor_completions.d/tolmictl.fish share/dbus-1/interfaces/org.tolmi.Tolmi1.xml; do
@@ -38,6 +40,22 @@ test_descriptions_are_valid() {
   expect_contains "$(cat "$share/man/man1/tolmictl.1")" '"Tolmi '"$(sed -nE 's/^project\(Tolmi VERSION ([0-9.]+) .*/\1/p' "$root/CMakeLists.txt")"'"'
   expect_contains "$(cat "$share/applications/tolmi.desktop")" "Exec=tolmi"
   expect_contains "$(cat "$share/metainfo/tolmi.metainfo.xml")" ">tolmi.desktop<"
+}
+
+# Otherwise a password would be asked for in the words of any other program.
+test_policy_names_the_installed_program() {
+  local policy=$work/usr/share/polkit-1/actions/org.tolmi.keyboard-access.policy
+  install_program
+  expect_valid xmllint --noout --nonet "$policy"
+  expect_equal "$(grep -c "exec.path\">$work/usr/libexec/tolmi/tolmi-keyboard-access<" "$policy")" 2
+  expect_equal "$(grep -o '<allow_[a-z]*>[a-z_]*' "$policy" | sort | uniq -c | tr -s ' ' | xargs)" \
+    "2 <allow_active>auth_admin 2 <allow_any>no 2 <allow_inactive>no"
+}
+
+# Which nobody but the user can ask for.
+test_no_rule_is_installed() {
+  install_program
+  expect_equal "$(find "$work/usr" -name '*.rules')" ""
 }
 
 run_case "$@"

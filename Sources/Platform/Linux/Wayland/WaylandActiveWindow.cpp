@@ -12,8 +12,6 @@ namespace {
 using Manager = WaylandObject<zwlr_foreign_toplevel_manager_v1, &zwlr_foreign_toplevel_manager_v1_destroy>;
 using Handle = WaylandObject<zwlr_foreign_toplevel_handle_v1, &zwlr_foreign_toplevel_handle_v1_destroy>;
 
-/// Compositors answer within a few milliseconds.
-constexpr std::chrono::milliseconds answerTime { 100 };
 /// In the list of a window's states.
 constexpr uint32_t activatedState = 2;
 
@@ -60,7 +58,7 @@ Toplevels toplevels(WaylandConnection &connection) {
     if (!manager)
         return found;
     zwlr_foreign_toplevel_manager_v1_add_listener(manager.get(), &listener, &found);
-    connection.roundTrip(std::chrono::steady_clock::now() + answerTime);
+    connection.roundTrip(std::chrono::steady_clock::now() + WaylandConnection::answerTime);
     return found;
 }
 } // namespace

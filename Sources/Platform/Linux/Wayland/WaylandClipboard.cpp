@@ -11,8 +11,6 @@
 namespace {
 using std::chrono::steady_clock;
 
-/// How long the compositor gets for what it does at once.
-constexpr std::chrono::milliseconds answerTime { 100 };
 /// What reading the primary selection may add to a paste.
 constexpr std::chrono::milliseconds primaryTime { 80 };
 constexpr uint32_t versionWithPrimary = 2;
@@ -66,7 +64,7 @@ WaylandClipboard::WaylandClipboard(Setup setup)
     , m_primary({ *m_connection, m_manager, m_device }, Owner::Selection::Primary,
           [this](const QString &type) { noteRead(type); }) {
     watch();
-    m_connection->roundTrip(steady_clock::now() + answerTime);
+    m_connection->roundTrip(steady_clock::now() + WaylandConnection::answerTime);
 }
 
 WaylandClipboard::~WaylandClipboard() {
@@ -137,7 +135,7 @@ void WaylandClipboard::step(std::optional<Instant> until) {
 
 /// Learns what is on the clipboard now.
 void WaylandClipboard::catchUp(Instant until) {
-    m_connection->roundTrip(std::min(until, steady_clock::now() + answerTime));
+    m_connection->roundTrip(std::min(until, steady_clock::now() + WaylandConnection::answerTime));
 }
 
 WaylandClipboard::Instant WaylandClipboard::limit(Instant until) const {
@@ -192,13 +190,14 @@ std::vector<PasteboardItem> WaylandClipboard::read(Offer offer, Instant until) {
 
 bool WaylandClipboard::take(ClipboardContent content) {
     endPaste();
-    return m_owner.take(std::move(content), steady_clock::now() + answerTime);
+    return m_owner.take(std::move(content), steady_clock::now() + WaylandConnection::answerTime);
 }
 
 bool WaylandClipboard::takeDictated(const QString &text, const std::vector<PasteboardItem> &displaced) {
     m_restore.begin(displaced);
     m_progress->begin(m_needsPrimary() && takePrimary(text));
-    return m_owner.take(ClipboardContent::dictated(text), steady_clock::now() + answerTime);
+    return m_owner.take(
+        ClipboardContent::dictated(text), steady_clock::now() + WaylandConnection::answerTime);
 }
 
 bool WaylandClipboard::takePrimary(const QString &text) {
@@ -206,11 +205,12 @@ bool WaylandClipboard::takePrimary(const QString &text) {
         m_displacedPrimary = m_primary.content();
     else if (!m_displacedPrimary && m_primaryOffer)
         m_displacedPrimary = ClipboardContent(read(m_primaryOffer, steady_clock::now() + primaryTime));
-    return m_primary.take(ClipboardContent::dictated(text), steady_clock::now() + answerTime);
+    return m_primary.take(
+        ClipboardContent::dictated(text), steady_clock::now() + WaylandConnection::answerTime);
 }
 
 bool WaylandClipboard::holdsDictatedText() {
-    catchUp(steady_clock::now() + answerTime);
+    catchUp(steady_clock::now() + WaylandConnection::answerTime);
     return m_restore.isPasting() && m_owner.owns() && !isOver()
         && (!m_progress->offersPrimary() || m_primary.owns());
 }
@@ -222,7 +222,7 @@ void WaylandClipboard::noteRead(const QString &type) {
 }
 
 void WaylandClipboard::restore(const std::vector<PasteboardItem> &items) {
-    catchUp(steady_clock::now() + answerTime);
+    catchUp(steady_clock::now() + WaylandConnection::answerTime);
     m_restore.restore(items, m_owner.owns());
     doWhatIsDue();
 }
@@ -245,13 +245,13 @@ void WaylandClipboard::endPaste() {
 void WaylandClipboard::endPasteWith(ClipboardContent content) {
     endPaste();
     if (!content.types().empty())
-        m_owner.take(std::move(content), steady_clock::now() + answerTime);
+        m_owner.take(std::move(content), steady_clock::now() + WaylandConnection::answerTime);
 }
 
 void WaylandClipboard::bringPrimaryBack() {
     // Something that was selected meanwhile stays selected.
     if (m_displacedPrimary && !m_displacedPrimary->types().empty() && m_primary.owns())
-        m_primary.take(*m_displacedPrimary, steady_clock::now() + answerTime);
+        m_primary.take(*m_displacedPrimary, steady_clock::now() + WaylandConnection::answerTime);
     m_displacedPrimary.reset();
 }
 

@@ -17,7 +17,7 @@ namespace {
 constexpr size_t mostTypes = 500;
 constexpr size_t mostAtATime = 16;
 /// A content that is larger does not come back in full: nobody copies so much, and it is all held in memory.
-constexpr qsizetype mostBytes = 512 * 1024 * 1024;
+constexpr qsizetype mostBytes = qsizetype(512) * 1024 * 1024;
 } // namespace
 
 WaylandOffer::WaylandOffer(zwlr_data_control_offer_v1 *offer)

@@ -22,6 +22,8 @@ struct wl_seat;
 class WaylandConnection {
 public:
     using Instant = std::chrono::steady_clock::time_point;
+    /// How long the compositor gets for what it does at once; it takes a few milliseconds.
+    static constexpr std::chrono::milliseconds answerTime { 100 };
 
     /// Connects to the socket named `name`, or to that of the environment when the name is empty, and learns
     /// what the compositor offers; null when there is none, or when it does not answer in time.

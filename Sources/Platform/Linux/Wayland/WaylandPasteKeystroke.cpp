@@ -16,9 +16,6 @@
 namespace {
 using std::chrono::steady_clock;
 
-/// How long the compositor gets to take the keys.
-constexpr std::chrono::milliseconds answerTime { 100 };
-
 /// The keys of the command, where every keyboard has them. In the numbers of a keymap the first key of the
 /// kernel is the ninth.
 constexpr std::string_view keymap = R"(xkb_keymap {
@@ -95,7 +92,7 @@ bool WaylandPasteKeystroke::makeKeyboard() {
     m_keyboard = zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(manager.get(), m_connection->seat());
     zwp_virtual_keyboard_v1_keymap(
         m_keyboard, WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1, file.get(), uint32_t(keymap.size() + 1));
-    return m_connection->roundTrip(steady_clock::now() + answerTime);
+    return m_connection->roundTrip(steady_clock::now() + WaylandConnection::answerTime);
 }
 
 void WaylandPasteKeystroke::post() {
@@ -111,7 +108,7 @@ void WaylandPasteKeystroke::post() {
         press(key, true);
     for (auto key = keys.rbegin(); key != keys.rend(); ++key)
         press(*key, false);
-    m_connection->roundTrip(steady_clock::now() + answerTime);
+    m_connection->roundTrip(steady_clock::now() + WaylandConnection::answerTime);
 }
 
 /// The keys in the order in which they go down.

@@ -1,8 +1,8 @@
 #include "Platform/Linux/X11/X11EventTap.h"
 
 #include "Platform/Linux/Files/EventDescriptor.h"
+#include "Platform/Linux/Keys/RightAltTranslator.h"
 #include "Platform/Linux/X11/InjectedKeys.h"
-#include "Platform/Linux/X11/RightAltTranslator.h"
 #include "Platform/Linux/X11/X11Keyboard.h"
 
 #include <X11/extensions/XInput2.h>
