@@ -9,6 +9,7 @@
 #include "dictate/Waiting.h"
 
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -113,6 +114,15 @@ TEST_F(Studio, SecondStartBringsItBeforeTheProgramInUse) {
     ASSERT_TRUE(untilTrue([] { return !hasKeyboard(); }));
     startAgain();
     EXPECT_TRUE(untilTrue([] { return hasKeyboard(); })) << "an open window comes to the front again";
+}
+
+TEST_F(Studio, SecondStartFindsTheFirstWhateverItsTemporaryFolder) {
+    startUnderAPanel();
+    const QTemporaryDir other;
+    RunningProgram second;
+    second.setVariable(QStringLiteral("XDG_RUNTIME_DIR"), other.path());
+    EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM)));
+    EXPECT_TRUE(untilTrue([] { return hasKeyboard(); }));
 }
 
 TEST_F(Studio, OpensByItselfOnlyOnceTheDictationKeyIsUp) {

@@ -18,6 +18,11 @@ std::optional<QByteArray> encode(const QList<HistoryEntry> &entries);
 /// not finite, and `json` is as it was.
 bool prepend(QByteArray &json, const HistoryEntry &entry);
 
+/// Puts `after`, or nothing if that is absent, in the place of `before` in `json`, which encode() or a
+/// function here made. False when `before` is not there, and for a number that is not finite; `json` is as it
+/// was then.
+bool replace(QByteArray &json, const HistoryEntry &before, const std::optional<HistoryEntry> &after);
+
 /// The entries of a whole file, in file order. Absent when anything in it is not as it must be, so that a
 /// history is never read in part.
 ///

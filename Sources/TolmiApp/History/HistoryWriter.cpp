@@ -195,3 +195,27 @@ bool HistoryCodec::prepend(QByteArray &json, const HistoryEntry &entry) {
     json.prepend(*front);
     return true;
 }
+
+bool HistoryCodec::replace(
+    QByteArray &json, const HistoryEntry &before, const std::optional<HistoryEntry> &after) {
+    const std::optional<QByteArray> old = encode({ before });
+    const std::optional<QByteArray> renewed = encode(after ? QList { *after } : QList<HistoryEntry>());
+    if (!old || !renewed)
+        return false;
+    const auto withoutBrackets
+        = [](const QByteArray &array) { return QByteArrayView(array).sliced(1).chopped(1); };
+    // Quotes within a text are escaped, so that this is found nowhere but where the entry is.
+    qsizetype start = json.indexOf(withoutBrackets(*old));
+    if (start < 0)
+        return false;
+    qsizetype size = withoutBrackets(*old).size();
+    const bool isFirst = start == 1;
+    const bool isOnly = isFirst && json.size() == old->size();
+    if (!after && !isOnly) {
+        // One of the commas beside it goes with it.
+        start -= isFirst ? 0 : 1;
+        ++size;
+    }
+    json.replace(start, size, withoutBrackets(*renewed));
+    return true;
+}

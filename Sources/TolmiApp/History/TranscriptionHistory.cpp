@@ -9,6 +9,9 @@
 #include <utility>
 
 namespace {
+/// Beyond these, putting all entries into words again is quicker than looking for each in the JSON.
+constexpr qsizetype mostReplacements = 4;
+
 FileURL applicationSupportOf(const FileManager &fileManager) {
     const std::optional<FileURL> url = fileManager.applicationSupportDirectory();
     if (!url)
@@ -99,8 +102,7 @@ void TranscriptionHistory::add(const FinishedDictation &dictation) {
 }
 
 void TranscriptionHistory::prepend(HistoryEntry entry) {
-    if (m_loadedJSON.valid())
-        m_json = m_loadedJSON.get();
+    takeLoadedJSON();
     if (m_json && !HistoryCodec::prepend(*m_json, entry))
         m_json.reset();
     changeEntries([&entry](QList<HistoryEntry> &entries) {
@@ -116,12 +118,14 @@ void TranscriptionHistory::togglePin(const QUuid &id) {
     if (found == m_entries.cend())
         return;
     const qsizetype index = found - m_entries.cbegin();
-    changeEntries([index](QList<HistoryEntry> &entries) {
-        HistoryEntry &entry = entries[index];
-        entry.isPinned = !entry.isPinned;
+    HistoryEntry changed = *found;
+    changed.isPinned = !changed.isPinned;
+    replaceInJSON(*found, changed);
+    changeEntries([index, &changed](QList<HistoryEntry> &entries) {
+        entries[index] = changed;
         return true;
     });
-    saveAnew();
+    save();
 }
 
 void TranscriptionHistory::deleteEntry(const QUuid &id) {
@@ -131,11 +135,12 @@ void TranscriptionHistory::deleteEntry(const QUuid &id) {
 void TranscriptionHistory::deleteEntries(const QSet<QUuid> &ids) {
     if (ids.isEmpty())
         return;
+    removeFromJSON(ids);
     const bool isChanged = changeEntries([&ids](QList<HistoryEntry> &entries) {
         return entries.removeIf([&ids](const HistoryEntry &entry) { return ids.contains(entry.id); }) > 0;
     });
     if (isChanged)
-        saveAnew();
+        save();
 }
 
 QList<PlacedHistoryEntry> TranscriptionHistory::placesOf(const QUuid &id) const {
@@ -197,9 +202,35 @@ void TranscriptionHistory::prepareJSON() {
     m_queue.async([encoding] { (*encoding)(); });
 }
 
-void TranscriptionHistory::saveAnew() {
+void TranscriptionHistory::takeLoadedJSON() {
+    if (m_loadedJSON.valid())
+        m_json = m_loadedJSON.get();
+}
+
+void TranscriptionHistory::replaceInJSON(
+    const HistoryEntry &before, const std::optional<HistoryEntry> &after) {
+    takeLoadedJSON();
+    if (m_json && !HistoryCodec::replace(*m_json, before, after))
+        m_json.reset();
+}
+
+void TranscriptionHistory::removeFromJSON(const QSet<QUuid> &ids) {
+    const QList<HistoryEntry> leaving = entries(ids);
+    if (leaving.size() > mostReplacements) {
+        forgetJSON();
+        return;
+    }
+    for (const HistoryEntry &entry : leaving)
+        replaceInJSON(entry, std::nullopt);
+}
+
+void TranscriptionHistory::forgetJSON() {
     m_loadedJSON = {};
     m_json.reset();
+}
+
+void TranscriptionHistory::saveAnew() {
+    forgetJSON();
     save();
 }
 

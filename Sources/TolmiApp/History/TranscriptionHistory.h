@@ -90,6 +90,10 @@ private:
     void load();
     void prepareJSON();
     void prepend(HistoryEntry entry);
+    void takeLoadedJSON();
+    void replaceInJSON(const HistoryEntry &before, const std::optional<HistoryEntry> &after);
+    void removeFromJSON(const QSet<QUuid> &ids);
+    void forgetJSON();
 
     /// Lets `change` work on the entries themselves, with the announcements around it; both tell whether
     /// there really was a change.
@@ -107,7 +111,7 @@ private:
     FileURL m_storageURL;
     QList<HistoryEntry> m_entries;
 
-    /// The entries as the file holds them, where that is known, so that one more dictation does not cost
+    /// The entries as the file holds them, where that is known, so that a change of a few does not cost
     /// putting all others into words again.
     std::optional<QByteArray> m_json;
     /// The same for the entries that were loaded, until the first change; not valid without any.

@@ -178,8 +178,14 @@ void ProfileWorkspaceModel::importAvatar() {
     // The user may leave the workspace before the answer comes.
     m_dependencies.avatar.importAvatar([model = QPointer(this)](L10n::Key failure) {
         if (model)
-            model->setAvatarError(failure);
+            model->showImportFailure(failure);
     });
+}
+
+void ProfileWorkspaceModel::showImportFailure(L10n::Key failure) {
+    // A new picture takes the place of the one before, which is gone even if nothing comes of it.
+    refresh();
+    setAvatarError(failure);
 }
 
 void ProfileWorkspaceModel::removeAvatar() {

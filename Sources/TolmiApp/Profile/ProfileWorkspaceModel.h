@@ -98,6 +98,7 @@ private:
     void observeSettings();
     void observeProgress();
     void refreshReadiness();
+    void showImportFailure(L10n::Key failure);
     SettingsStore &settings() const;
     AppLanguage language() const;
     ProfileReadinessInput readinessInput() const;

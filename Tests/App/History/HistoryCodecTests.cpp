@@ -113,6 +113,44 @@ TEST(HistoryCodec, PrependingIsWritingAllAgain) {
     }
 }
 
+TEST(HistoryCodec, ReplacingIsWritingAllAgain) {
+    QList<HistoryEntry> entries;
+    for (const char *text : { "first", "\"id\":\"[{,}]\"", "a\\/\n", "last" }) {
+        HistoryEntry entry { { .rawText = QString::fromUtf8(text) }, QUuid::createUuid(), { 1.5 } };
+        entries.append(entry);
+    }
+    for (qsizetype index = 0; index < entries.size(); ++index) {
+        QByteArray json = HistoryCodec::encode(entries).value();
+        QList<HistoryEntry> changed = entries;
+        changed[index].isPinned = true;
+        ASSERT_TRUE(HistoryCodec::replace(json, entries[index], changed[index]));
+        EXPECT_EQ(json, HistoryCodec::encode(changed));
+        changed.removeAt(index);
+        json = HistoryCodec::encode(entries).value();
+        ASSERT_TRUE(HistoryCodec::replace(json, entries[index], std::nullopt));
+        EXPECT_EQ(json, HistoryCodec::encode(changed));
+    }
+    QByteArray json = HistoryCodec::encode(entries).value();
+    for (const HistoryEntry &entry : entries)
+        ASSERT_TRUE(HistoryCodec::replace(json, entry, std::nullopt));
+    EXPECT_EQ(json, "[]");
+}
+
+TEST(HistoryCodec, ReplacingWhatIsNotThereOrCannotBeWrittenChangesNothing) {
+    const HistoryEntry entry { { .rawText = QStringLiteral("there") }, QUuid::createUuid(), { 1 } };
+    HistoryEntry other = entry;
+    other.id = QUuid::createUuid();
+    HistoryEntry endless = entry;
+    endless.durationSeconds = std::numeric_limits<double>::infinity();
+    const QByteArray before = HistoryCodec::encode({ entry }).value();
+    QByteArray json = before;
+    EXPECT_FALSE(HistoryCodec::replace(json, other, entry));
+    EXPECT_FALSE(HistoryCodec::replace(json, other, std::nullopt));
+    EXPECT_FALSE(HistoryCodec::replace(json, entry, endless));
+    EXPECT_FALSE(HistoryCodec::replace(json, endless, entry));
+    EXPECT_EQ(json, before);
+}
+
 TEST(HistoryCodec, PrependingWhatCannotBeWrittenChangesNothing) {
     QByteArray json = HistoryCodec::encode({ plainHistoryEntry() }).value();
     HistoryEntry entry = plainHistoryEntry();

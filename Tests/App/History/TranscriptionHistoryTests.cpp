@@ -299,6 +299,18 @@ TEST_F(TranscriptionHistoryTest, DeletesTheChosenEntries) {
     EXPECT_EQ(writes().size(), 2U);
 }
 
+TEST_F(TranscriptionHistoryTest, DeletingFewOrManyWritesWhatIsLeft) {
+    const auto history = startWithEntries(12);
+    for (const QList<int> &places : { QList { 1, 3 }, QList { 0, 2, 4, 6, 8, 9 }, QList { 0, 3 } }) {
+        QSet<QUuid> ids;
+        for (const int place : places)
+            ids.insert(history->entries()[place].id);
+        history->deleteEntries(ids);
+        EXPECT_EQ(written(), HistoryCodec::encode(history->entries()));
+    }
+    EXPECT_EQ(history->entries().size(), 2);
+}
+
 TEST_F(TranscriptionHistoryTest, EqualIdsArePinnedOnceAndDeletedTogether) {
     const auto history
         = startWith(HistoryCodec::encode({ plainHistoryEntry(), plainHistoryEntry() }).value());

@@ -218,6 +218,20 @@ TEST_F(ProfileWorkspaceModelTest, APictureThatIsGoneIsForgottenAtTheNextLook) {
     EXPECT_EQ(store.profileSyncVersion(), 2);
 }
 
+TEST_F(ProfileWorkspaceModelTest, APictureThatAFailedImportHasRemovedIsNotShown) {
+    place.useCustomAvatar();
+    EXPECT_TRUE(model.hasCustomAvatar());
+    EXPECT_EQ(model.scoreText(), u"20/100");
+    model.importAvatar();
+    // The new picture takes its place, and then cannot be written.
+    place.writer.failures = { SystemError(QStringLiteral("full")) };
+    place.forget(place.thumbnail);
+    place.panel.choose(place.picture);
+    EXPECT_EQ(model.avatarErrorMessage(), u"Tolmi could not save the selected avatar.");
+    EXPECT_FALSE(model.hasCustomAvatar());
+    EXPECT_EQ(model.scoreText(), u"0/100");
+}
+
 TEST_F(ProfileWorkspaceModelTest, AnAnswerAfterItsEndIsHarmless) {
     model.importAvatar();
     place.model.reset();
