@@ -12,7 +12,7 @@
 #include "TolmiApp/Audio/ProcessingTransitionSoundPlayer.h"
 #include "TolmiApp/Control/ControlCommands.h"
 #include "TolmiApp/Dictation/DictationFlowManager.h"
-#include "TolmiApp/Dictation/DictationKeyWait.h"
+#include "TolmiApp/Dictation/DictationPause.h"
 #include "TolmiApp/Dictation/GlobalHotkeyManager.h"
 #include "TolmiApp/Dictation/SystemPasteService.h"
 #include "TolmiApp/History/TranscriptionHistory.h"
@@ -53,7 +53,7 @@ struct Composition::Parts {
     void openStudioIfItIsNeeded();
     void openStudioAtStartPage();
     void openStudioByItself(const std::function<void()> &open);
-    void whenKeyIsUp(std::function<void()> work);
+    void betweenDictations(std::function<void()> work);
 
     const LaunchOptions launch;
     const BundleInfo bundle;
@@ -74,8 +74,8 @@ void Composition::Parts::start() {
         = std::make_shared<TranscriptionHistory>(adapters.clock, adapters.fileManager, adapters.fileWriter);
     flow = DictationFlowManager::create(
         collaborators(), { adapters.clock, adapters.fileManager, adapters.application }, settings);
-    updates = std::make_unique<Updates>(
-        adapters, bundle, *settings, [this](std::function<void()> work) { whenKeyIsUp(std::move(work)); });
+    updates = std::make_unique<Updates>(adapters, bundle, *settings,
+        [this](std::function<void()> work) { betweenDictations(std::move(work)); });
     interface = std::make_unique<Interface>(
         Interface::Program { adapters, flow, history, updates->updater(), launch.quit });
     control = std::make_unique<ControlCommands>(controlledProgram(), adapters.remoteControl);
@@ -159,11 +159,12 @@ void Composition::Parts::openStudioAtStartPage() {
 /// window.
 void Composition::Parts::openStudioByItself(const std::function<void()> &open) {
     interface->prepareStudio();
-    whenKeyIsUp(open);
+    betweenDictations(open);
 }
 
-void Composition::Parts::whenKeyIsUp(std::function<void()> work) {
-    ::launch(runWhenKeyIsUp(hotkey, adapters.clock, std::move(work)));
+void Composition::Parts::betweenDictations(std::function<void()> work) {
+    const auto isUnderWay = [this] { return hotkey->isHeld() || flow->state().isProcessing(); };
+    ::launch(runBetweenDictations(isUnderWay, adapters.clock, std::move(work)));
 }
 
 Composition::Composition(LaunchOptions launch)

@@ -303,6 +303,20 @@ TEST_F(WholeDictation, SecondStartOpensTheStudioAndTheFirstGoesOn) {
     EXPECT_EQ(words(speak("english-1").pasted), wordsOfSample("english-1"));
 }
 
+TEST_F(WholeDictation, AWindowThatOpensMeanwhileWaitsForTheText) {
+    start();
+    m_user.press(VirtualUser::rightAlt);
+    ASSERT_TRUE(waitUntil([this] { return m_program.state() == u"recording"; }, 20));
+    ASSERT_TRUE(playIntoMicrophone(sample("english-1")));
+    m_user.release(VirtualUser::rightAlt);
+    ASSERT_TRUE(waitUntil([this] { return m_program.state() == u"transcribing"; }, 20));
+    RunningProgram second;
+    EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM)));
+    EXPECT_TRUE(waitUntil(isStudioActive, 60));
+    EXPECT_TRUE(waitUntil([this] { return m_program.state() == u"idle"; }, 60));
+    EXPECT_EQ(words(m_editor.text()), wordsOfSample("english-1"));
+}
+
 TEST_F(WholeDictation, NumbersBeyondUseInTheSettingsKeepNobodyFromDictating) {
     m_home.settings = { { "tolmi.audioRetentionHours", std::numeric_limits<qint64>::max() },
         { "tolmi.audioRetentionMaxMB", std::numeric_limits<qint64>::max() } };

@@ -46,6 +46,12 @@ public:
     /// The message of an error; empty in every other state.
     const QString &message() const { return m_message; }
 
+    /// Whether a text is on its way: what was recorded is being transcribed, refined or pasted.
+    bool isProcessing() const {
+        return m_kind == Kind::Transcribing || m_kind == Kind::OptimizingQuality || m_kind == Kind::Refining
+            || m_kind == Kind::Pasting;
+    }
+
     friend bool operator==(const DictationState &, const DictationState &) = default;
 
 private:

@@ -59,8 +59,7 @@ QString DictationControl::stateLabel() const {
 }
 
 bool DictationControl::isProcessing() const {
-    return kind() == Kind::Transcribing || kind() == Kind::OptimizingQuality || kind() == Kind::Refining
-        || kind() == Kind::Pasting;
+    return m_flow->state().isProcessing();
 }
 
 QString DictationControl::processingMessage() const {
