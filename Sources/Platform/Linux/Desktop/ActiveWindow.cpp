@@ -61,15 +61,15 @@ constexpr std::array shiftInsertClasses { "emacs", "eterm", "gvim", "pterm", "pu
     "xterm" };
 
 template <size_t count>
-bool contains(const std::array<const char *, count> &classes, const QString &name) {
+bool isAmong(const std::array<const char *, count> &classes, const QString &name) {
     return std::ranges::find(classes, name.toLower().toStdString()) != classes.end();
 }
 } // namespace
 
 bool ActiveWindow::isTerminal() const {
-    return contains(terminalClasses, className) || contains(terminalClasses, instance);
+    return isAmong(terminalClasses, className) || isAmong(terminalClasses, instance);
 }
 
 bool ActiveWindow::pastesAtShiftInsert() const {
-    return contains(shiftInsertClasses, className) || contains(shiftInsertClasses, instance);
+    return isAmong(shiftInsertClasses, className) || isAmong(shiftInsertClasses, instance);
 }
