@@ -198,6 +198,17 @@ TestCase {
         tryVerify(() => !control.visible);
         compare(spy.count, 1);
     }
+    function test_tabCountsWhileTheDialogFadesIn() {
+        const control = createTemporaryObject(dialog, test);
+        const spy = createTemporaryObject(spyComponent, test, { target: control, signalName: "accepted" });
+        control.open();
+        keyClick(Qt.Key_Tab);
+        verify(!control.opened);
+        tryVerify(() => control.opened);
+        keyClick(Qt.Key_Space);
+        tryVerify(() => !control.visible);
+        compare(spy.count, 1);
+    }
     function test_escapeLeavesTheDialog() {
         const control = createTemporaryObject(dialog, test);
         control.open();

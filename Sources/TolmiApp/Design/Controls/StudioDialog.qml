@@ -13,9 +13,16 @@ SheetPopup {
     /// Empty for a notice without a choice.
     property string cancelText
 
+    readonly property Item first: cancelText !== "" ? cancel : confirm
+
     implicitWidth: Math.max(310, actions.implicitWidth + 2 * padding)
     implicitHeight: column.implicitHeight + 2 * padding
-    onOpened: (cancel.visible ? cancel : confirm).forceActiveFocus(Qt.TabFocusReason)
+    onAboutToShow: first.focus = true
+    // Who has gone on by keyboard while it faded in stays there.
+    onOpened: {
+        if (first.focus)
+            first.forceActiveFocus(Qt.TabFocusReason);
+    }
 
     contentItem: FocusScope {
         focus: true
