@@ -314,6 +314,7 @@ TEST_F(WholeDictation, AWindowThatOpensMeanwhileWaitsForTheText) {
     EXPECT_FALSE(second.start(QStringLiteral(TOLMI_PROGRAM)));
     EXPECT_TRUE(waitUntil(isStudioActive, 60));
     EXPECT_TRUE(waitUntil([this] { return m_program.state() == u"idle"; }, 60));
+    ASSERT_TRUE(m_editor.bringToFront());
     EXPECT_EQ(words(m_editor.text()), wordsOfSample("english-1"));
 }
 
