@@ -23,7 +23,9 @@ int remaining(std::optional<WaylandConnection::Instant> until) {
 } // namespace
 
 std::unique_ptr<WaylandConnection> WaylandConnection::open(const QByteArray &name) {
-    wl_display *display = wl_display_connect(name.isEmpty() ? nullptr : name.constData());
+    // Without a name the library takes a usual one, which in an X11 session may belong to another session.
+    const QByteArray socket = name.isEmpty() ? qgetenv("WAYLAND_DISPLAY") : name;
+    wl_display *display = socket.isEmpty() ? nullptr : wl_display_connect(socket.constData());
     if (!display)
         return {};
     std::unique_ptr<WaylandConnection> connection(new WaylandConnection(display));
